@@ -1,0 +1,6 @@
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(PCRE2 REQUIRED IMPORTED_TARGET libpcre2-32)
+find_package(ICU 66 REQUIRED COMPONENTS uc i18n)
+find_package(nlohmann_json 3.11 REQUIRED)
+find_package(CLI11 2.1 REQUIRED)
+find_library(PHONENUMBER_LIBRARY phonenumber REQUIRED)

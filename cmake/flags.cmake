@@ -1,0 +1,6 @@
+# What every target of the project is compiled with.
+add_library(veildoc_flags INTERFACE)
+target_compile_features(veildoc_flags INTERFACE cxx_std_20)
+target_compile_options(veildoc_flags INTERFACE -Wall -Wextra -Wshadow -Wconversion -Wpedantic
+                       -Wnon-virtual-dtor -Wold-style-cast $<$<BOOL:${VEILDOC_WERROR}>:-Werror>)
+target_include_directories(veildoc_flags INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)

@@ -1,0 +1,1 @@
+#include "core/anonymization/avs_workgroup_party.hpp"

@@ -1,0 +1,1 @@
+#include "core/anonymization/country_names.hpp"

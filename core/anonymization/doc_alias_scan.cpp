@@ -1,0 +1,1 @@
+#include "core/anonymization/doc_alias_scan.hpp"

@@ -1,0 +1,1 @@
+#include "core/anonymization/location_surface.hpp"

@@ -1,0 +1,1 @@
+#include "core/anonymization/party_labeled_names.hpp"

@@ -1,0 +1,1 @@
+#include "core/anonymization/rules/helpers.hpp"

@@ -1,0 +1,26 @@
+// What the document readers and the rules share: the paragraph joiners, and
+// the pattern of an amount written out in English.
+#pragma once
+
+#include <array>
+#include <string_view>
+
+#include "core/text/regex.hpp"
+
+namespace core::anonymization {
+
+// What a document reader puts between paragraphs, cells and stories that it
+// pastes into one text. Each is framed by private-use characters, so that no
+// document holds one by accident, and none is part of another.
+inline constexpr std::u32string_view PARAGRAPH_JOINER = U"\uE000¶\uE001";
+inline constexpr std::u32string_view CELL_JOINER = U"\uE000¤\uE001";
+inline constexpr std::u32string_view STORY_JOINER = U"\uE000§\uE001";
+inline constexpr std::array DOCX_PARA_JOINER_SEQUENCES = {PARAGRAPH_JOINER, CELL_JOINER,
+                                                          STORY_JOINER};
+
+// An amount in English words, in parentheses, as it follows a figure:
+// " (US Dollars One Million Only)", "（SAY EUR TWELVE THOUSAND ONLY）". For full
+// matches; "(excluding VAT)" is no match. Linear in the text.
+extern const text::Regex RE_EN_WRITTEN_CURRENCY_IN_PARENS;
+
+}  // namespace core::anonymization

@@ -1,0 +1,1 @@
+#include "core/anonymization/rules/org_context.hpp"

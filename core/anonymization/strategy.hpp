@@ -1,0 +1,32 @@
+// Which of an analyzer's hits a profile masks.
+//
+//   contract_default   every hit
+//   strict             every hit; the command also switches further recognizers on
+//   identity           parties, persons, places, contacts and identifying numbers;
+//                      dates, amounts, percentages and quantities stay readable
+//
+// A step reads the text, the text that was analysed (of the same length) and
+// the results, and returns the results that go on.
+#pragma once
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "core/anonymization/result.hpp"
+
+namespace core::anonymization {
+
+using StrategyStep = std::function<std::vector<RecognizerResult>(
+    std::u32string_view text, std::u32string_view analysis_text,
+    std::vector<RecognizerResult> results)>;
+
+struct StrategySteps {
+  std::vector<StrategyStep> before_overlaps;
+  std::vector<StrategyStep> after_overlaps;
+};
+
+// Throws ValueError, listing the known profiles, if `profile` is none of them.
+StrategySteps _resolve_semantic_strategy_steps(std::string_view profile, std::string_view language);
+
+}  // namespace core::anonymization

@@ -1,0 +1,35 @@
+// Which spellings name one person.
+//
+// Offsets count code points of the document.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/anonymization/result.hpp"
+
+namespace core {
+
+// The spelling of a name in which its variants are equal: without the spaces
+// inside a Chinese name, in folded case, "SMITH, John" as "john smith", all
+// middle dots of transliterated names as one, titles and honorifics removed
+// (先生, 女士, Mr., Dr.) where more than a surname remains. Empty if the span holds
+// no name at all.
+//
+//   张 伟 = 张伟     Mr. John A. Smith = JOHN A. SMITH     王先生 and 王女士 differ
+std::u32string person_identity_key(std::u32string_view text, anonymization::Offset start,
+                                   anonymization::Offset end);
+
+// The number of each PERSON span (start, end) among `persons`, counted from 1
+// in order of first appearance, dense; spellings of one person share it. A span
+// whose key is empty has no number. Initials are bridged (John Smith and John
+// A. Smith) only where a single person of that first and last name is there.
+std::map<std::pair<anonymization::Offset, anonymization::Offset>, std::int64_t>
+person_span_to_placeholder_num(std::u32string_view text,
+                               const std::vector<anonymization::RecognizerResult>& persons);
+
+}  // namespace core

@@ -1,0 +1,235 @@
+#include "core/text/regex.hpp"
+
+#define PCRE2_CODE_UNIT_WIDTH 32
+#include <pcre2.h>
+
+#include <atomic>
+#include <mutex>
+
+#include "core/errors.hpp"
+#include "core/text/unicode.hpp"
+
+namespace core::text {
+namespace {
+
+// Far above what a sensible pattern needs on a sensible text, and low enough
+// that a bad pair ends within seconds.
+constexpr std::uint32_t MATCH_LIMIT = 50'000'000;
+constexpr std::uint32_t HEAP_LIMIT_KIB = 512 * 1024;
+constexpr std::size_t JIT_STACK_START = 32 * 1024;
+constexpr std::size_t JIT_STACK_MAX = 16 * 1024 * 1024;
+
+// UCP without UTF: the properties are Unicode's, each 32-bit value is one
+// character, and neither validity nor length of the text costs a check per call.
+constexpr std::uint32_t COMPILE_OPTIONS = PCRE2_UCP | PCRE2_ALT_BSUX | PCRE2_NEVER_UTF;
+
+struct CodeFree {
+  void operator()(pcre2_code* code) const { pcre2_code_free(code); }
+};
+using Code = std::unique_ptr<pcre2_code, CodeFree>;
+
+// What a match needs besides the program, one set a thread.
+struct Workspace {
+  Workspace()
+      : data(pcre2_match_data_create(Match::MAX_GROUPS, nullptr)),
+        context(pcre2_match_context_create(nullptr)),
+        stack(pcre2_jit_stack_create(JIT_STACK_START, JIT_STACK_MAX, nullptr)) {
+    pcre2_set_match_limit(context, MATCH_LIMIT);
+    pcre2_set_heap_limit(context, HEAP_LIMIT_KIB);
+    pcre2_jit_stack_assign(context, nullptr, stack);
+  }
+  ~Workspace() {
+    pcre2_match_data_free(data);
+    pcre2_match_context_free(context);
+    pcre2_jit_stack_free(stack);
+  }
+  Workspace(const Workspace&) = delete;
+  Workspace& operator=(const Workspace&) = delete;
+
+  pcre2_match_data* data;
+  pcre2_match_context* context;
+  pcre2_jit_stack* stack;
+};
+
+Workspace& workspace() {
+  thread_local Workspace instance;
+  return instance;
+}
+
+PCRE2_SPTR units(std::u32string_view text) {
+  static constexpr char32_t EMPTY[1] = {};
+  return reinterpret_cast<PCRE2_SPTR>(text.data() != nullptr ? text.data() : EMPTY);
+}
+
+std::string message_of(int error) {
+  PCRE2_UCHAR buffer[160];
+  const int length = pcre2_get_error_message(error, buffer, std::size(buffer));
+  std::string out;
+  for (int i = 0; i < length; ++i) out.push_back(static_cast<char>(buffer[i]));
+  return out;
+}
+
+// An error of the engine while it matched: no place in the document is named.
+[[noreturn]] void fail(const std::string& name, int error) {
+  throw RegexError("regular expression " + name + ": " + message_of(error));
+}
+
+Code compile(const std::string& name, std::u32string_view pattern, std::uint32_t anchors) {
+  int error = 0;
+  PCRE2_SIZE offset = 0;
+  Code code(pcre2_compile(units(pattern), pattern.size(), COMPILE_OPTIONS | anchors, &error,
+                          &offset, nullptr));
+  if (code == nullptr) {
+    throw RegexError("regular expression " + name + ": " + message_of(error) + " at offset " +
+                     std::to_string(offset));
+  }
+  return code;
+}
+
+enum class Anchor { NONE, START, BOTH };
+constexpr std::uint32_t ANCHOR_OPTIONS[] = {0, PCRE2_ANCHORED, PCRE2_ANCHORED | PCRE2_ENDANCHORED};
+
+}  // namespace
+
+struct Regex::Request {
+  std::u32string_view text;
+  std::size_t from = 0;
+  Anchor anchor = Anchor::NONE;
+  std::uint32_t options = 0;
+};
+
+// The JIT takes no anchoring at match time, so each kind of match that is used
+// has a program of its own.
+struct Regex::Programs {
+  struct Slot {
+    std::once_flag once;
+    Code code;
+  };
+
+  std::u32string pattern;
+  std::array<Slot, std::size(ANCHOR_OPTIONS)> slots;
+
+  const pcre2_code* get(const std::string& name, Anchor anchor) {
+    const auto index = static_cast<std::size_t>(anchor);
+    Slot& slot = slots[index];
+    std::call_once(slot.once, [&] {
+      if (slot.code == nullptr) slot.code = compile(name, pattern, ANCHOR_OPTIONS[index]);
+      pcre2_jit_compile(slot.code.get(), PCRE2_JIT_COMPLETE);  // without it the interpreter serves
+    });
+    return slot.code.get();
+  }
+};
+
+Regex::Regex(std::string_view name, std::u32string_view pattern)
+    : name_(name), programs_(std::make_unique<Programs>()) {
+  programs_->pattern = pattern;
+  auto& code = programs_->slots[static_cast<std::size_t>(Anchor::NONE)].code;
+  code = compile(name_, pattern, 0);
+  std::uint32_t groups = 0;
+  pcre2_pattern_info(code.get(), PCRE2_INFO_CAPTURECOUNT, &groups);
+  if (groups >= Match::MAX_GROUPS) {
+    throw RegexError("regular expression " + name_ + ": more than " +
+                     std::to_string(Match::MAX_GROUPS - 1) + " groups");
+  }
+}
+
+Regex::~Regex() = default;
+
+bool Regex::run(const Request& request, Match& match) const {
+  const pcre2_code* code = programs_->get(name_, request.anchor);
+  Workspace& space = workspace();
+  const auto attempt = [&](std::uint32_t extra) {
+    return pcre2_match(code, units(request.text), request.text.size(), request.from,
+                       request.options | extra, space.data, space.context);
+  };
+  int count = attempt(0);
+  if (count == PCRE2_ERROR_JIT_STACKLIMIT) count = attempt(PCRE2_NO_JIT);
+  if (count == PCRE2_ERROR_NOMATCH) return false;
+  if (count < 0) fail(name_, count);
+  const PCRE2_SIZE* offsets = pcre2_get_ovector_pointer(space.data);
+  match.subject_ = request.text;
+  for (std::size_t g = 0; g < Match::MAX_GROUPS; ++g) {
+    const bool taken = g < static_cast<std::size_t>(count) && offsets[2 * g] != PCRE2_UNSET;
+    match.bounds_[g] = taken ? std::pair<std::size_t, std::size_t>(offsets[2 * g], offsets[2 * g + 1])
+                             : std::pair(std::u32string_view::npos, std::u32string_view::npos);
+  }
+  return true;
+}
+
+std::optional<Match> Regex::once(const Request& request) const {
+  std::optional<Match> match(std::in_place);
+  if (request.from > request.text.size() || !run(request, *match)) match.reset();
+  return match;
+}
+
+std::optional<Match> Regex::full_match(std::u32string_view text) const {
+  return once({.text = text, .anchor = Anchor::BOTH});
+}
+
+std::optional<Match> Regex::match(std::u32string_view text) const {
+  return once({.text = text, .anchor = Anchor::START});
+}
+
+std::optional<Match> Regex::search(std::u32string_view text, std::size_t from) const {
+  return once({.text = text, .from = from});
+}
+
+std::optional<Match> Regex::match_at(std::u32string_view text, std::size_t at) const {
+  return once({.text = text, .from = at, .anchor = Anchor::START});
+}
+
+std::vector<Match> Regex::find_all(std::u32string_view text) const {
+  std::vector<Match> out;
+  Match found;
+  Request request{.text = text};
+  while (request.from <= text.size() && run(request, found)) {
+    out.push_back(found);
+    // Where an empty match was taken, only a longer one may follow.
+    request.options = found.end() == found.start() ? PCRE2_NOTEMPTY_ATSTART : 0;
+    request.from = found.end();
+  }
+  return out;
+}
+
+std::u32string Regex::replace_all(std::u32string_view text,
+                                  std::u32string_view replacement) const {
+  std::u32string out;
+  std::size_t last = 0;
+  for (const Match& found : find_all(text)) {
+    out.append(text, last, found.start() - last);
+    out.append(replacement);
+    last = found.end();
+  }
+  out.append(text, last);
+  return out;
+}
+
+std::vector<std::u32string_view> Regex::split(std::u32string_view text) const {
+  std::vector<std::u32string_view> out;
+  std::size_t last = 0;
+  for (const Match& found : find_all(text)) {
+    out.push_back(text.substr(last, found.start() - last));
+    last = found.end();
+  }
+  out.push_back(text.substr(last));
+  return out;
+}
+
+std::size_t Regex::group(std::u32string_view group_name) const {
+  const auto& code = programs_->slots[static_cast<std::size_t>(Anchor::NONE)].code;
+  const std::u32string terminated(group_name);
+  const int number = pcre2_substring_number_from_name(code.get(), units(terminated));
+  if (number < 0) fail(name_, number);
+  return static_cast<std::size_t>(number);
+}
+
+std::u32string escape_for_regex(std::u32string_view text) {
+  std::u32string out;
+  for (const char32_t c : text) {
+    if (c < 0x80 && !is_ascii_alnum(c) && c != U'_') out.push_back(U'\\');
+    out.push_back(c);
+  }
+  return out;
+}
+
+}  // namespace core::text

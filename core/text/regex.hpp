@@ -1,0 +1,96 @@
+// Regular expressions over UTF-32 text.
+//
+// The syntax is PCRE2's: look-behind, named groups, inline flags such as (?i),
+// leftmost-first alternatives. `\d`, `\w`, `\s`, `\b` follow Unicode, \uXXXX
+// names a code point, `.` stops at a line feed only, and `$` also matches
+// before a final line feed. `\s` matches exactly what is_space() accepts.
+// Any 32-bit value may stand in the text.
+//
+// The kinds of match are the names of the methods:
+//   full_match  the whole text          match  anchored at the start
+//   search      the first one anywhere
+//
+// A Regex is meant to be a constant of the file that uses it. It is compiled
+// when it is built (a bad pattern throws RegexError there) and brought to
+// machine code at its first use. It is immutable and may be used from any
+// thread at once; it cannot be copied, because what is compiled is costly.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace core::text {
+
+// One match: the offsets of the whole (group 0) and of its groups, in code
+// points of the text that was given. It refers to that text and must not outlive it.
+class Match {
+ public:
+  static constexpr std::size_t MAX_GROUPS = 12;  // of a pattern, the whole match counted
+
+  std::size_t start(std::size_t group = 0) const { return bounds_[group].first; }
+  std::size_t end(std::size_t group = 0) const { return bounds_[group].second; }
+  // False for a group that took no part in the match; its text is empty.
+  bool has(std::size_t group) const { return start(group) != std::u32string_view::npos; }
+  std::u32string_view text(std::size_t group = 0) const {
+    return has(group) ? subject_.substr(start(group), end(group) - start(group))
+                      : std::u32string_view();
+  }
+
+ private:
+  friend class Regex;
+  std::u32string_view subject_;
+  std::array<std::pair<std::size_t, std::size_t>, MAX_GROUPS> bounds_;
+};
+
+class Regex {
+ public:
+  // `name` is what error messages call the pattern. Throws RegexError, naming
+  // the pattern and the offset, if it does not compile or has too many groups.
+  Regex(std::string_view name, std::u32string_view pattern);
+  ~Regex();
+  Regex(const Regex&) = delete;
+  Regex& operator=(const Regex&) = delete;
+
+  // Each throws RegexError, naming the pattern, if the engine gives up.
+  std::optional<Match> full_match(std::u32string_view text) const;
+  std::optional<Match> match(std::u32string_view text) const;
+  // From offset `from` on; what stands before `from` is seen by look-behind.
+  std::optional<Match> search(std::u32string_view text, std::size_t from = 0) const;
+  // Anchored at offset `at`; what stands before is seen by look-behind.
+  std::optional<Match> match_at(std::u32string_view text, std::size_t at) const;
+
+  // All matches, left to right without overlap. An empty match is taken too,
+  // but not twice at one place.
+  std::vector<Match> find_all(std::u32string_view text) const;
+
+  // Every match replaced by `replacement`, taken literally.
+  std::u32string replace_all(std::u32string_view text, std::u32string_view replacement) const;
+
+  // What stands between the matches: always one piece more than there are matches.
+  std::vector<std::u32string_view> split(std::u32string_view text) const;
+
+  // The number of a named group. Throws RegexError if there is none of that name.
+  std::size_t group(std::u32string_view group_name) const;
+
+  const std::string& name() const { return name_; }
+
+ private:
+  struct Programs;
+  struct Request;
+  bool run(const Request& request, Match& match) const;
+  std::optional<Match> once(const Request& request) const;
+
+  std::string name_;
+  std::unique_ptr<Programs> programs_;
+};
+
+// `text` with every character that has a meaning in a pattern escaped, so that
+// the pattern matches it literally.
+std::u32string escape_for_regex(std::u32string_view text);
+
+}  // namespace core::text

@@ -67,7 +67,8 @@ void MultiPattern::link() {
   std::vector<Edge> edges;
   edges.reserve(edges_.size());
   for (const auto& [key, node] : edges_) {
-    edges.push_back({static_cast<std::uint32_t>(key >> 32U), static_cast<std::uint32_t>(key), node});
+    edges.push_back(
+        {static_cast<std::uint32_t>(key >> 32U), static_cast<std::uint32_t>(key), node});
   }
   std::sort(edges.begin(), edges.end(), [this](const Edge& a, const Edge& b) {
     return std::pair(nodes_[a.node].depth, a.node) < std::pair(nodes_[b.node].depth, b.node);

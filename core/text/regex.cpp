@@ -1,10 +1,10 @@
 #include "core/text/regex.hpp"
 
 #define PCRE2_CODE_UNIT_WIDTH 32
-#include <pcre2.h>
-
 #include <atomic>
 #include <mutex>
+
+#include <pcre2.h>
 
 #include "core/errors.hpp"
 #include "core/text/unicode.hpp"
@@ -77,8 +77,11 @@ std::string message_of(int error) {
 Code compile(const std::string& name, std::u32string_view pattern, std::uint32_t anchors) {
   int error = 0;
   PCRE2_SIZE offset = 0;
+  const std::unique_ptr<pcre2_compile_context, decltype(&pcre2_compile_context_free)> context(
+      pcre2_compile_context_create(nullptr), pcre2_compile_context_free);
+  pcre2_set_newline(context.get(), PCRE2_NEWLINE_LF);
   Code code(pcre2_compile(units(pattern), pattern.size(), COMPILE_OPTIONS | anchors, &error,
-                          &offset, nullptr));
+                          &offset, context.get()));
   if (code == nullptr) {
     throw RegexError("regular expression " + name + ": " + message_of(error) + " at offset " +
                      std::to_string(offset));
@@ -150,8 +153,9 @@ bool Regex::run(const Request& request, Match& match) const {
   match.subject_ = request.text;
   for (std::size_t g = 0; g < Match::MAX_GROUPS; ++g) {
     const bool taken = g < static_cast<std::size_t>(count) && offsets[2 * g] != PCRE2_UNSET;
-    match.bounds_[g] = taken ? std::pair<std::size_t, std::size_t>(offsets[2 * g], offsets[2 * g + 1])
-                             : std::pair(std::u32string_view::npos, std::u32string_view::npos);
+    match.bounds_[g] = taken
+                           ? std::pair<std::size_t, std::size_t>(offsets[2 * g], offsets[2 * g + 1])
+                           : std::pair(std::u32string_view::npos, std::u32string_view::npos);
   }
   return true;
 }
@@ -191,8 +195,7 @@ std::vector<Match> Regex::find_all(std::u32string_view text) const {
   return out;
 }
 
-std::u32string Regex::replace_all(std::u32string_view text,
-                                  std::u32string_view replacement) const {
+std::u32string Regex::replace_all(std::u32string_view text, std::u32string_view replacement) const {
   std::u32string out;
   std::size_t last = 0;
   for (const Match& found : find_all(text)) {

@@ -1,10 +1,10 @@
 #include "core/text/unicode.hpp"
 
+#include <algorithm>
+
 #include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
-
-#include <algorithm>
 
 namespace core::text {
 namespace {
@@ -42,8 +42,8 @@ bool is_space(char32_t c) {
   if (c < 0x80) return c == U' ' || (c >= U'\t' && c <= U'\r');
   if (c < 0x1680) return c == 0x85 || c == 0xA0;
   if (c >= 0x3001) return false;
-  return c == 0x1680 || c == 0x180E || (c >= 0x2000 && c <= 0x200A) || c == 0x2028 ||
-         c == 0x2029 || c == 0x202F || c == 0x205F || c == 0x3000;
+  return c == 0x1680 || c == 0x180E || (c >= 0x2000 && c <= 0x200A) || c == 0x2028 || c == 0x2029 ||
+         c == 0x202F || c == 0x205F || c == 0x3000;
 }
 
 bool contains_ideograph(std::u32string_view text) {
@@ -55,6 +55,12 @@ bool is_digit(char32_t c) {
   if (c > MAX_CODE_POINT || is_ideograph(c)) return false;
   const auto type = u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_NUMERIC_TYPE);
   return type == U_NT_DECIMAL || type == U_NT_DIGIT;
+}
+
+bool is_decimal_digit(char32_t c) {
+  if (c < 0x80) return is_ascii_digit(c);
+  if (c > MAX_CODE_POINT || is_ideograph(c)) return false;
+  return u_charType(static_cast<UChar32>(c)) == U_DECIMAL_DIGIT_NUMBER;
 }
 
 std::u32string_view slice(std::u32string_view text, std::ptrdiff_t start, std::ptrdiff_t end) {

@@ -25,6 +25,9 @@ bool contains_ideograph(std::u32string_view text);
 // (general category Nd), which leaves "²" out.
 bool is_digit(char32_t c);
 
+// General category Nd, what `\d` of Regex matches: "5", "５", not "²".
+bool is_decimal_digit(char32_t c);
+
 constexpr bool is_ascii_alpha(char32_t c) {
   return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z');
 }

@@ -7,10 +7,10 @@ namespace core::text {
 namespace {
 
 struct Lead {
-  int length;           // bytes in the sequence; 0 for a byte that cannot begin one
-  char32_t bits;        // payload of the lead byte
-  std::uint8_t low;     // range of the second byte, which excludes overlong forms,
-  std::uint8_t high;    // surrogates and values above U+10FFFF
+  int length;         // bytes in the sequence; 0 for a byte that cannot begin one
+  char32_t bits;      // payload of the lead byte
+  std::uint8_t low;   // range of the second byte, which excludes overlong forms,
+  std::uint8_t high;  // surrogates and values above U+10FFFF
 };
 
 // Table 3-7 of the Unicode Standard, "Well-Formed UTF-8 Byte Sequences".
@@ -46,7 +46,9 @@ char32_t decode_one(std::string_view bytes, std::size_t& at) {
 }
 
 void append(std::string& out, char32_t c) {
-  const auto tail = [c](unsigned shift) { return static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
+  const auto tail = [c](unsigned shift) {
+    return static_cast<char>(0x80U | ((c >> shift) & 0x3FU));
+  };
   if (c < 0x80) {
     out.push_back(static_cast<char>(c));
   } else if (c < 0x800) {

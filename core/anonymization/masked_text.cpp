@@ -1,0 +1,178 @@
+#include "core/anonymization/masked_text.hpp"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/text/unicode.hpp"
+
+namespace core::anonymization {
+namespace {
+
+constexpr std::int32_t DOCUMENT = -1;
+
+// A character of the text and the edit that wrote it.
+struct Cell {
+  char32_t character;
+  std::int32_t edit;
+};
+using Cells = std::vector<Cell>;
+
+Offset size_of(std::u32string_view s) { return static_cast<Offset>(s.size()); }
+
+// Edits at one place are not disjoint: there the order of writing shows.
+bool sorted_disjoint_inside(const std::vector<Edit>& edits, Offset size) {
+  Offset last_start = -1;
+  Offset last_end = 0;
+  for (const Edit& e : edits) {
+    if (e.start < last_end || e.start == last_start || e.end < e.start || e.end > size)
+      return false;
+    last_start = e.start;
+    last_end = e.end;
+  }
+  return true;
+}
+
+void append(Cells& cells, std::u32string_view text, std::int32_t edit) {
+  for (const char32_t c : text) cells.push_back({c, edit});
+}
+
+// One edit of a start behind the document's end: it only touches the end of
+// the text and what such edits appended before.
+void splice_behind_end(Cells& cells, const Edit& edit, std::int32_t id) {
+  const auto size = static_cast<Offset>(cells.size());
+  const Offset start = std::min(edit.start, size);
+  const Offset end = std::clamp<Offset>(edit.end, 0, size);
+  const Cells rest(cells.begin() + end, cells.end());
+  cells.resize(static_cast<std::size_t>(start));
+  append(cells, edit.written, id);
+  cells.insert(cells.end(), rest.begin(), rest.end());
+}
+
+// Splices edits of descending starts. What stands behind the last start is kept
+// in reverse, so that cutting into it is cutting off its end.
+Cells splice(std::u32string_view text, const std::vector<Edit>& edits) {
+  Cells base;
+  append(base, text, DOCUMENT);
+  std::size_t i = 0;
+  for (; i < edits.size() && edits[i].start > size_of(text); ++i) {
+    splice_behind_end(base, edits[i], static_cast<std::int32_t>(i));
+  }
+  Cells behind;
+  auto begin = static_cast<Offset>(base.size());
+  const auto take_over = [&](Offset from) {
+    for (Offset at = begin; at > from; --at)
+      behind.push_back(base[static_cast<std::size_t>(at - 1)]);
+  };
+  for (; i < edits.size(); ++i) {
+    const Offset start = std::max<Offset>(edits[i].start, 0);
+    const Offset end = std::max<Offset>(edits[i].end, 0);
+    take_over(std::min(end, begin));
+    const auto cut = static_cast<std::size_t>(std::max<Offset>(end - begin, 0));
+    behind.resize(behind.size() - std::min(cut, behind.size()));
+    const auto written = edits[i].written;
+    for (auto c = written.rbegin(); c != written.rend(); ++c) {
+      behind.push_back({*c, static_cast<std::int32_t>(i)});
+    }
+    begin = start;
+  }
+  take_over(0);
+  std::reverse(behind.begin(), behind.end());
+  return behind;
+}
+
+}  // namespace
+
+std::vector<Edit> edits_of(const std::vector<Replacement>& replacements) {
+  std::vector<Edit> edits;
+  edits.reserve(replacements.size());
+  for (const auto& r : replacements) edits.push_back({r.start, r.end, r.placeholder});
+  return edits;
+}
+
+void MaskedText::write(const std::vector<Edit>& edits) {
+  std::u32string out;
+  std::vector<Placement> moved;
+  std::size_t next = 0;  // of the old placements
+  Offset last = 0;
+  for (const Edit& e : edits) {
+    const Offset shift = size_of(out) - last;
+    for (; next < placements_.size() && placements_[next].end <= e.start; ++next) {
+      auto& p = placements_[next];
+      moved.push_back({p.start + shift, p.end + shift, std::move(p.surface)});
+    }
+    out += text::slice(text_, last, e.start);
+    Placement made{size_of(out), size_of(out) + size_of(e.written),
+                   std::u32string(text::slice(text_, e.start, e.end))};
+    const Offset shift_behind = made.end - e.end;
+    for (; next < placements_.size() && placements_[next].start < e.end; ++next) {
+      auto& p = placements_[next];
+      made.start = std::min(made.start, p.start + shift);
+      made.end = std::max(made.end, p.end + shift_behind);
+      made.surface = std::move(p.surface);
+    }
+    out += e.written;
+    last = e.end;
+    if (!moved.empty() && moved.back().end > made.start) {
+      moved.back().end = std::max(moved.back().end + shift_behind - shift, made.end);
+    } else {
+      moved.push_back(std::move(made));
+    }
+  }
+  const Offset shift = size_of(out) - last;
+  for (; next < placements_.size(); ++next) {
+    auto& p = placements_[next];
+    moved.push_back({p.start + shift, p.end + shift, std::move(p.surface)});
+  }
+  out += text::slice(text_, last, size_of(text_));
+  text_ = std::move(out);
+  placements_ = std::move(moved);
+}
+
+void MaskedText::erase(const std::vector<Edit>& spans) {
+  std::u32string out;
+  Offset last = 0;
+  // The new place of an old offset; asked for in ascending order.
+  std::size_t next = 0;
+  Offset erased = 0;
+  const auto moved = [&](Offset at) {
+    for (; next < spans.size() && spans[next].end <= at; ++next) {
+      erased += spans[next].end - spans[next].start;
+    }
+    const Offset partly = next < spans.size() ? std::max<Offset>(at - spans[next].start, 0) : 0;
+    return at - erased - partly;
+  };
+  for (auto& p : placements_) {
+    p.start = moved(p.start);
+    p.end = moved(p.end);
+  }
+  for (const Edit& e : spans) {
+    out += text::slice(text_, last, e.start);
+    last = e.end;
+  }
+  out += text::slice(text_, last, size_of(text_));
+  text_ = std::move(out);
+}
+
+void MaskedText::splice_right_to_left(std::vector<Edit> edits) {
+  const auto begins_first = [](const Edit& a, const Edit& b) { return a.start < b.start; };
+  std::stable_sort(edits.begin(), edits.end(), begins_first);
+  if (sorted_disjoint_inside(edits, size_of(text_))) return write(edits);
+  std::stable_sort(edits.begin(), edits.end(),
+                   [&](const Edit& a, const Edit& b) { return begins_first(b, a); });
+  const Cells cells = splice(text_, edits);
+  std::u32string out;
+  out.reserve(cells.size());
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    const auto id = cells[i].edit;
+    if (id != DOCUMENT && (i == 0 || cells[i - 1].edit != id)) {
+      const Edit& e = edits[static_cast<std::size_t>(id)];
+      placements_.push_back({static_cast<Offset>(i), static_cast<Offset>(i),
+                             std::u32string(text::slice(text_, e.start, e.end))});
+    }
+    if (id != DOCUMENT) placements_.back().end = static_cast<Offset>(i) + 1;
+    out.push_back(cells[i].character);
+  }
+  text_ = std::move(out);
+}
+
+}  // namespace core::anonymization

@@ -1,0 +1,41 @@
+// Overlapping results: which of them stays.
+//
+// A priority of the entity type decides first, then the score, then the
+// length. The loser is dropped whole. Results may be empty, inverted or
+// duplicate; n log n in their number.
+#pragma once
+
+#include <span>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+#include "core/anonymization/result.hpp"
+
+namespace core::anonymization {
+
+struct TypePriority {
+  std::string_view entity_type;
+  int priority;
+};
+
+// Larger wins. A type that is not listed has DEFAULT_OVERLAP_PRIORITY.
+std::span<const TypePriority> entity_overlap_priorities();
+inline constexpr int DEFAULT_OVERLAP_PRIORITY = 50;
+
+int _overlap_entity_priority(std::string_view entity_type);
+
+// (priority, score, length); the larger key wins. Throws ValueError if the
+// score is NaN, which has no place in an order.
+std::tuple<int, double, Offset> _overlap_sort_key(const RecognizerResult& r);
+
+// Without the names and places of one character that lie within another of six
+// or more, such as 京 within 北京市海淀区. The rest keeps its order.
+std::vector<RecognizerResult> _drop_single_char_entity_inside_long_entity(
+    std::vector<RecognizerResult> results);
+
+// No two results of the output overlap; touching is not overlapping. Sorted by
+// start. On a full tie the result that came first stays.
+std::vector<RecognizerResult> _resolve_overlaps(std::vector<RecognizerResult> results);
+
+}  // namespace core::anonymization

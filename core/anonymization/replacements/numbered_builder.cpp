@@ -1,0 +1,266 @@
+#include "core/anonymization/replacements/numbered_builder.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <map>
+#include <unordered_map>
+
+#include "core/anonymization/analyzer/language.hpp"
+#include "core/anonymization/cleanup/filters.hpp"
+#include "core/anonymization/cleanup/overlap.hpp"
+#include "core/anonymization/constants.hpp"
+#include "core/anonymization/country_names.hpp"
+#include "core/anonymization/doc_alias_scan.hpp"
+#include "core/anonymization/identity/date_money.hpp"
+#include "core/anonymization/identity/location_identity.hpp"
+#include "core/anonymization/identity/org_identity.hpp"
+#include "core/anonymization/identity/tag_and_key.hpp"
+#include "core/anonymization/party_labeled_names.hpp"
+#include "core/anonymization/placeholders.hpp"
+#include "core/anonymization/span_index.hpp"
+#include "core/anonymization/strategy.hpp"
+#include "core/person_clustering.hpp"
+#include "core/text/regex.hpp"
+#include "core/text/unicode.hpp"
+
+namespace core::anonymization {
+namespace {
+
+using text::Regex;
+using Number = std::int64_t;
+using NumberByKey = std::unordered_map<std::u32string, Number>;
+using Results = std::vector<RecognizerResult>;
+
+// Nokia Oyj: the Finnish company form that analyzers leave out of the name.
+const Regex RE_OYJ_SUFFIX("RE_OYJ_SUFFIX", UR"((?i)\s+Oyj\b)");
+constexpr Offset OYJ_CONTEXT = 8;
+
+// A sentence in which 轨道 is taken for a country's name by its neighbours.
+constexpr std::u32string_view NO_COUNTRY_PHRASE = U"轨道交通技术的飞速发展";
+
+// 中国和格鲁吉亚两国之间
+const Regex RE_CHINA_AND_ANOTHER("RE_CHINA_AND_ANOTHER",
+                                 UR"(中国\s*[和与及]\s*[\u4e00-\u9fffA-Za-z·]{2,24}\s*两国之间)");
+constexpr Offset CHINA_LENGTH = 2;
+
+// Placeholders read the same in documents of both languages, so that the
+// numbered and the canonical ones agree.
+constexpr std::string_view PLACEHOLDER_LOCALE = "zh";
+
+void sort_by_start(auto& spans) {
+  std::stable_sort(spans.begin(), spans.end(),
+                   [](const auto& a, const auto& b) { return a.start < b.start; });
+}
+
+Results clean_hits(std::u32string_view text, std::u32string_view analysis_text,
+                   const Analyzer& analyzer, std::string_view language) {
+  auto results = analyzer.analyze(analysis_text, language);
+  results = _drop_blank_fill_results(text, std::move(results));
+  results = _drop_structural_sequence_results(text, std::move(results));
+  return _drop_generic_institution_noun_results(text, std::move(results));
+}
+
+// The hits that are numbered, without overlaps, sorted by start.
+Results analyze(std::u32string_view text, const Analyzer& analyzer, std::string_view language,
+                std::string_view profile) {
+  const auto analysis_text = _normalize_fill_underscores_for_analysis(text);
+  auto results = clean_hits(text, analysis_text, analyzer, language);
+  for (auto& alias : scan_defined_alias_candidates(text)) results.push_back(std::move(alias));
+  const auto steps = _resolve_semantic_strategy_steps(profile, language);
+  for (const auto& step : steps.before_overlaps) {
+    results = step(text, analysis_text, std::move(results));
+  }
+  results = _resolve_overlaps(std::move(results));
+  for (const auto& step : steps.after_overlaps) {
+    results = step(text, analysis_text, std::move(results));
+  }
+  results = _resolve_overlaps(std::move(results));
+  sort_by_start(results);
+  return results;
+}
+
+// Hands out numbers and collects the replacements.
+class Numberer {
+ public:
+  Numberer(std::u32string_view text, const Results& results) : text_(text) {
+    Results persons;
+    std::copy_if(results.begin(), results.end(), std::back_inserter(persons),
+                 [](const auto& r) { return r.entity_type == entity_type::PERSON; });
+    person_numbers_ = person_span_to_placeholder_num(text, persons);
+    auto& counter = counter_of(tag::NAME);
+    for (const auto& [span, number] : person_numbers_) counter = std::max(counter, number);
+    replacements_.reserve(results.size());
+  }
+
+  void number(const RecognizerResult& r);
+  void expand_party_mentions();
+  void add_china_phrases();
+
+  std::vector<Replacement> finish() && {
+    sort_by_start(replacements_);
+    return std::move(replacements_);
+  }
+
+ private:
+  struct Span {
+    Offset start;
+    Offset end;
+  };
+
+  void number_person(const RecognizerResult& r);
+  void number_organization(Span span);
+  void number_location(Span span);
+  void number_money(Span span);
+  void number_other(const RecognizerResult& r);
+
+  std::u32string_view surface(Span span) const { return text::slice(text_, span.start, span.end); }
+  Span with_oyj(Span span) const;
+  Span with_brackets(Span span) const {
+    const auto [start, end] = expand_span_to_absorb_wrapping_brackets(text_, span.start, span.end);
+    return {start, end};
+  }
+  std::u32string bare_country(Span span) const;
+
+  // One counter for each tag, so that two values never share a placeholder.
+  Number& counter_of(std::string_view tag) {
+    return counters_.try_emplace(std::string(tag)).first->second;
+  }
+  Number next_number(std::string_view tag) { return ++counter_of(tag); }
+  Number number_of(NumberByKey& by_key, std::u32string key, std::string_view tag) {
+    const auto [entry, is_new] = by_key.try_emplace(std::move(key));
+    if (is_new) entry->second = next_number(tag);
+    return entry->second;
+  }
+  static std::u32string placeholder(std::string_view tag, Number number) {
+    return format_numbered_placeholder(tag, number, PLACEHOLDER_LOCALE);
+  }
+  void add(Span span, std::u32string written) {
+    replacements_.push_back({span.start, span.end, std::move(written)});
+  }
+
+  std::u32string_view text_;
+  std::map<std::pair<Offset, Offset>, Number> person_numbers_;
+  std::map<std::string, Number, std::less<>> counters_;
+  NumberByKey date_num_by_key_;
+  NumberByKey location_num_by_key_;
+  NumberByKey org_num_by_key_;
+  std::map<std::string, NumberByKey, std::less<>> generic_num_by_tag_key_;
+  std::vector<Replacement> replacements_;
+};
+
+void Numberer::number(const RecognizerResult& r) {
+  const Span span{r.start, r.end};
+  if (r.entity_type == entity_type::PERSON) {
+    number_person(r);
+  } else if (r.entity_type == entity_type::CARD_LAST4) {
+    add(span, format_card_last4_placeholder(surface(span)));
+  } else if (r.entity_type == entity_type::ORGANIZATION) {
+    number_organization(with_oyj(span));
+  } else if (r.entity_type == entity_type::LOCATION) {
+    number_location(with_brackets(span));
+  } else if (r.entity_type == entity_type::DATE_TIME) {
+    auto key = _datetime_identity_key(text_, span.start, span.end);
+    add(span, placeholder(tag::DATE, number_of(date_num_by_key_, std::move(key), tag::DATE)));
+  } else if (r.entity_type == entity_type::MONEY) {
+    number_money(with_brackets(span));
+  } else {
+    number_other(r);
+  }
+}
+
+// A span without an identity, or one that the person map lacks, is a person of its own.
+void Numberer::number_person(const RecognizerResult& r) {
+  const auto found = person_identity_key(text_, r.start, r.end).empty()
+                         ? person_numbers_.end()
+                         : person_numbers_.find({r.start, r.end});
+  const Number number = found != person_numbers_.end() ? found->second : next_number(tag::NAME);
+  add({r.start, r.end}, placeholder(tag::NAME, number));
+}
+
+Numberer::Span Numberer::with_oyj(Span span) const {
+  const auto behind = text::slice(text_, span.end, span.end + OYJ_CONTEXT);
+  if (const auto oyj = RE_OYJ_SUFFIX.match(behind)) span.end += static_cast<Offset>(oyj->end());
+  return span;
+}
+
+// The country that an organization span consists of; empty if it is none, or
+// if countries are not masked as addresses.
+std::u32string Numberer::bare_country(Span span) const {
+  const auto s = surface(span);
+  auto country = _canonical_geo_country_identity_fragment(s);
+  if (country.empty()) return country;
+  if (text::remove_space(s).find(NO_COUNTRY_PHRASE) != std::u32string::npos) return {};
+  const bool is_address =
+      _geo_country_mask_as_address_enabled() && _org_span_is_bare_geo_country(s, country);
+  return is_address ? country : std::u32string();
+}
+
+void Numberer::number_organization(Span span) {
+  if (const auto country = bare_country(span); !country.empty()) {
+    const auto number = number_of(location_num_by_key_, text::case_fold(country), tag::ADDRESS);
+    return add(span, placeholder(tag::ADDRESS, number));
+  }
+  auto key = _organization_identity_key(text_, span.start, span.end);
+  add(span, placeholder(tag::ORG, number_of(org_num_by_key_, std::move(key), tag::ORG)));
+}
+
+void Numberer::number_location(Span span) {
+  auto key = _location_identity_key(text_, span.start, span.end);
+  const auto number = number_of(location_num_by_key_, std::move(key), tag::ADDRESS);
+  add(span, placeholder(tag::ADDRESS, number));
+}
+
+void Numberer::number_money(Span span) {
+  auto key = _generic_entity_identity_key(entity_type::MONEY, text_, span.start, span.end);
+  auto& by_key = generic_num_by_tag_key_[std::string(tag::MONEY)];
+  const auto number =
+      key.empty() ? next_number(tag::MONEY) : number_of(by_key, std::move(key), tag::MONEY);
+  add(span, _money_replacement_phrase(surface(span), placeholder(tag::MONEY, number)));
+}
+
+void Numberer::number_other(const RecognizerResult& r) {
+  const auto tag = tag_of_entity_type(r.entity_type);
+  auto key = _generic_entity_identity_key(r.entity_type, text_, r.start, r.end);
+  const auto number =
+      key.empty() ? next_number(tag) : number_of(generic_num_by_tag_key_[tag], std::move(key), tag);
+  add({r.start, r.end}, placeholder(tag, number));
+}
+
+void Numberer::expand_party_mentions() {
+  auto& counter = counter_of(tag::ORG);
+  auto expanded = _expand_party_org_mentions({.text = text_,
+                                              .replacements = replacements_,
+                                              .org_num_by_key = org_num_by_key_,
+                                              .org_counter = counter,
+                                              .placeholder_locale = PLACEHOLDER_LOCALE});
+  replacements_ = std::move(expanded.replacements);
+  counter = expanded.org_counter;
+}
+
+void Numberer::add_china_phrases() {
+  const auto phrases = RE_CHINA_AND_ANOTHER.find_all(text_);
+  if (phrases.empty()) return;
+  const auto taken = SpanIndex::of(replacements_);
+  for (const auto& phrase : phrases) {
+    const auto start = static_cast<Offset>(phrase.start());
+    if (!taken.overlaps(start, start + CHINA_LENGTH))
+      number_location({start, start + CHINA_LENGTH});
+  }
+}
+
+}  // namespace
+
+std::vector<Replacement> build_numbered_replacements(std::u32string_view text,
+                                                     const Analyzer& analyzer,
+                                                     std::string_view language,
+                                                     std::string_view strategy_profile) {
+  const auto resolved = resolve_analyze_language(language, text);
+  const auto results = analyze(text, analyzer, resolved, strategy_profile);
+  Numberer numberer(text, results);
+  for (const auto& r : results) numberer.number(r);
+  numberer.expand_party_mentions();
+  numberer.add_china_phrases();
+  return std::move(numberer).finish();
+}
+
+}  // namespace core::anonymization

@@ -1,0 +1,80 @@
+#include "core/anonymization_core.hpp"
+
+#include <algorithm>
+
+#include "core/anonymization/analyzer/language.hpp"
+#include "core/anonymization/replacements/span_postprocess.hpp"
+#include "core/document_text.hpp"
+#include "core/entity_sync.hpp"
+#include "core/errors.hpp"
+#include "core/mapping_entries.hpp"
+#include "core/text/utf8.hpp"
+
+namespace core::anonymization {
+namespace {
+
+std::u32string text_of(std::string_view bytes) {
+  try {
+    return text::decode_utf8(bytes);
+  } catch (const text::DecodeError&) {
+    throw TypeError("Expected str for anonymization text, got bytes");
+  }
+}
+
+}  // namespace
+
+AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& analyzer,
+                                      std::string_view language,
+                                      std::string_view strategy_profile) {
+  AnonymizedDocument out;
+  out.language = resolve_analyze_language(language, text);
+  const auto [filtered, org_by_okey] =
+      prepare_document_text_replacements(text, analyzer, out.language, strategy_profile);
+  out.replacements = canonical_replacements(text, filtered, org_by_okey, out.language);
+  out.mapping = mapping_entries_from_replacements(text, out.replacements);
+  MaskedText masked(text);
+  masked.splice_right_to_left(edits_of(out.replacements));
+  apply_entity_surface_sync(masked, text, analyzer, out.language, filtered, org_by_okey);
+  strip_docx_joiner_sequences(masked);
+  out.placements = std::move(masked).release_placements();
+  out.text = std::move(masked).release();
+  return out;
+}
+
+std::u32string anonymize_with_numbered_placeholders(std::u32string_view text,
+                                                    const Analyzer& analyzer,
+                                                    std::string_view language,
+                                                    std::string_view strategy_profile) {
+  return anonymize_document(text, analyzer, language, strategy_profile).text;
+}
+
+std::string anonymize_with_numbered_placeholders(std::string_view text, const Analyzer& analyzer,
+                                                 std::string_view language,
+                                                 std::string_view strategy_profile) {
+  return text::encode_utf8(
+      anonymize_with_numbered_placeholders(text_of(text), analyzer, language, strategy_profile));
+}
+
+std::pair<std::u32string, std::vector<MappingEntry>>
+anonymize_with_numbered_placeholders_and_mapping(std::u32string_view text, const Analyzer& analyzer,
+                                                 std::string_view language,
+                                                 std::string_view strategy_profile) {
+  auto document = anonymize_document(text, analyzer, language, strategy_profile);
+  return {std::move(document.text), std::move(document.mapping)};
+}
+
+std::pair<std::string, std::vector<std::pair<std::string, std::string>>>
+anonymize_with_numbered_placeholders_and_mapping(std::string_view text, const Analyzer& analyzer,
+                                                 std::string_view language,
+                                                 std::string_view strategy_profile) {
+  const auto [masked, mapping] = anonymize_with_numbered_placeholders_and_mapping(
+      text_of(text), analyzer, language, strategy_profile);
+  std::vector<std::pair<std::string, std::string>> entries;
+  entries.reserve(mapping.size());
+  for (const auto& entry : mapping) {
+    entries.emplace_back(text::encode_utf8(entry.placeholder), text::encode_utf8(entry.surface));
+  }
+  return {text::encode_utf8(masked), std::move(entries)};
+}
+
+}  // namespace core::anonymization

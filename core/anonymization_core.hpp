@@ -19,27 +19,18 @@
 #include <vector>
 
 #include "core/anonymization/analyzer.hpp"
+#include "core/anonymization/masked_text.hpp"
 #include "core/anonymization/result.hpp"
 
 namespace core::anonymization {
 
-// Where a placeholder stands in the masked text (for an amount, the wording
-// around it included), and what stood there before.
-struct Placement {
-  Offset start = 0;
-  Offset end = 0;
-  std::u32string surface;
-
-  bool operator==(const Placement&) const = default;
-};
-
 // All that one call learns about a text.
 struct AnonymizedDocument {
-  std::string language;                    // "en" or "zh"
-  std::u32string text;                     // the masked text
-  std::vector<Replacement> replacements;   // over the original text, as they were written
-  std::vector<MappingEntry> mapping;       // one a replacement, in text order
-  std::vector<Placement> placements;       // over the masked text, spread mentions included
+  std::string language;                   // "en" or "zh"
+  std::u32string text;                    // the masked text
+  std::vector<Replacement> replacements;  // over the original text, as they were written
+  std::vector<MappingEntry> mapping;      // one a replacement, in text order
+  std::vector<Placement> placements;      // over the masked text, spread mentions included
 };
 
 AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& analyzer,

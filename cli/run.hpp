@@ -1,22 +1,38 @@
 // The command `veildoc` as a function, so that tests can call it.
+//
+// Masked text and answers go to `out`, messages to `err`, each prefixed with
+// "veildoc: ". No message quotes the document.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
+#include <memory>
 #include <span>
 #include <string>
+#include <string_view>
+
+#include "core/anonymization/analyzer.hpp"
 
 namespace cli {
 
 // What the process ends with.
 enum ExitCode {
-  EXIT_DONE = 0,
-  EXIT_FAILED = 1,          // anything that none of the others names, such as an unwritable output
-  EXIT_USAGE = 2,           // the command line is wrong
-  EXIT_INPUT = 3,           // the input could not be read or decoded
-  EXIT_ANALYZER = 4,        // the analyzer failed or could not be reached
+  EXIT_DONE = 0,      // also when the reader of the output went away early
+  EXIT_FAILED = 1,    // anything that none of the others names, such as an unwritable output
+  EXIT_USAGE = 2,     // the command line is wrong
+  EXIT_INPUT = 3,     // the input could not be read or decoded
+  EXIT_ANALYZER = 4,  // the analyzer failed or could not be reached
 };
 
-// `args` without the program's name. Returns an ExitCode.
+// Makes the analyzer that serves a profile.
+using AnalyzerFactory =
+    std::function<std::unique_ptr<core::anonymization::Analyzer>(std::string_view profile)>;
+
+// `args` without the program's name. Returns an ExitCode; throws nothing.
 int run(std::span<const std::string> args, std::istream& in, std::ostream& out, std::ostream& err);
+
+// The same with another analyzer than the embedded one.
+int run(std::span<const std::string> args, std::istream& in, std::ostream& out, std::ostream& err,
+        const AnalyzerFactory& make_analyzer);
 
 }  // namespace cli

@@ -1,0 +1,28 @@
+// How a command ends early.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+#include "cli/run.hpp"
+
+namespace cli {
+
+// Ends the command with `code`; what() is the message for standard error,
+// without the program's name. It never holds text of the document.
+class Failure : public std::runtime_error {
+ public:
+  Failure(ExitCode code, const std::string& message) : std::runtime_error(message), code_(code) {}
+  ExitCode code() const { return code_; }
+
+ private:
+  ExitCode code_;
+};
+
+// The reader of standard output is gone: nobody is left to tell anything.
+class ClosedPipe : public std::exception {};
+
+// "what: No such file or directory" for an errno value.
+std::string with_errno(const std::string& what, int error_number);
+
+}  // namespace cli

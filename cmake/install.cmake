@@ -1,0 +1,25 @@
+# The package `veildoc` for other CMake projects, its twin for pkg-config, the
+# public headers and the command.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/veildoc)
+set(headers_dir ${CMAKE_INSTALL_INCLUDEDIR}/veildoc)
+
+install(TARGETS veildoc_core EXPORT veildocTargets)
+install(TARGETS veildoc)
+
+install(FILES core/anonymization_core.hpp core/errors.hpp DESTINATION ${headers_dir}/core)
+install(FILES core/anonymization/analyzer.hpp core/anonymization/result.hpp
+        DESTINATION ${headers_dir}/core/anonymization)
+install(FILES core/recognition/embedded_analyzer.hpp DESTINATION ${headers_dir}/core/recognition)
+
+install(EXPORT veildocTargets NAMESPACE veildoc:: DESTINATION ${package_dir})
+configure_package_config_file(cmake/veildocConfig.cmake.in veildocConfig.cmake
+                              INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(veildocConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/veildocConfig.cmake
+              ${PROJECT_BINARY_DIR}/veildocConfigVersion.cmake
+        DESTINATION ${package_dir})
+
+configure_file(cmake/veildoc.pc.in veildoc.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/veildoc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,9 @@
+#!/usr/bin/env bash
+# tidy.sh BUILD: clang-tidy over every source file of ours, with the compile
+# commands of the build folder BUILD, two files at a time.
+set -uo pipefail
+build=$(cd "$1" && pwd)
+cd "$(dirname "$0")/.."
+. scripts/files.sh
+list_files '*.cpp' | grep -v '^tests/consumer/' |
+  xargs -P "$(nproc)" -n 1 clang-tidy --quiet -p "$build"

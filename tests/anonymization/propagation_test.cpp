@@ -153,7 +153,7 @@ TEST(SpreadSurfaces, GivesWhatOnePairAfterTheOtherGives) {
                                         U"\u212A"};
   const auto draw = [&](unsigned most) {
     std::u32string out;
-    for (unsigned n = random() % (most + 1); n > 0; --n)
+    for (auto n = random() % (most + 1); n > 0; --n)
       out += pieces[random() % std::size(pieces)];
     return out;
   };

@@ -154,7 +154,7 @@ test::Marked random_document(std::mt19937& random) {
                           "______",
                           "第三条 "};
   std::string marked;
-  for (unsigned n = random() % 25; n > 0; --n) marked += pieces[random() % std::size(pieces)];
+  for (auto n = random() % 25; n > 0; --n) marked += pieces[random() % std::size(pieces)];
   return test::parse(marked);
 }
 

@@ -21,6 +21,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::size_t BLOCK = std::size_t{1} << 20U;
+constexpr int NAMES_TO_TRY = 100;
+constexpr int DEEPEST_LINK = 40;  // what Linux follows
+constexpr mode_t PERMISSION_BITS = 0777;
 
 // A file descriptor that is closed at the end of its scope.
 class Descriptor {
@@ -93,9 +96,8 @@ int write_bytes(int fd, std::string_view bytes) {
 
 // Creates a file of its own name in `folder`. Returns its descriptor, or -1 with errno.
 int create_temporary(const fs::path& folder, mode_t mode, std::string& name) {
-  constexpr int TRIES = 100;
   std::random_device random;
-  for (int i = 0; i < TRIES; ++i) {
+  for (int i = 0; i < NAMES_TO_TRY; ++i) {
     name = (folder / (".veildoc-" + std::to_string(random()) + ".tmp")).string();
     const int fd = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
     if (fd >= 0 || errno != EEXIST) return fd;
@@ -105,8 +107,7 @@ int create_temporary(const fs::path& folder, mode_t mode, std::string& name) {
 
 // Fills `fd` and brings it to the disk. Returns 0 or an errno value.
 int fill(Descriptor& file, std::string_view bytes, const struct stat* replaced) {
-  constexpr mode_t PERMISSIONS = 0777;
-  if (replaced != nullptr && ::fchmod(file.get(), replaced->st_mode & PERMISSIONS) != 0) {
+  if (replaced != nullptr && ::fchmod(file.get(), replaced->st_mode & PERMISSION_BITS) != 0) {
     return errno;
   }
   if (const int error = write_bytes(file.get(), bytes); error != 0) return error;
@@ -118,10 +119,9 @@ int fill(Descriptor& file, std::string_view bytes, const struct stat* replaced) 
 // descriptors (/dev/stdout, /dev/fd/3) are not followed: the file behind one is
 // somebody's open file, not a name to put another file under.
 std::string behind_links(const std::string& path) {
-  constexpr int DEEPEST = 40;  // what Linux follows
   fs::path target = path;
   std::error_code error;
-  for (int i = 0; i < DEEPEST && fs::is_symlink(target, error); ++i) {
+  for (int i = 0; i < DEEPEST_LINK && fs::is_symlink(target, error); ++i) {
     if (fs::weakly_canonical(target.parent_path(), error).string().starts_with("/proc/")) break;
     const auto next = fs::read_symlink(target, error);
     if (error) break;

@@ -21,11 +21,13 @@ core/anonymization/cleanup         core/text core/errors.hpp SIBLINGS core/anony
 core/anonymization/rules           core/text core/errors.hpp SIBLINGS
 core/anonymization/replacements    core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity core/anonymization/cleanup core/anonymization/analyzer/language core/person_clustering
 core/anonymization/propagation     core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity core/anonymization/cleanup core/anonymization/analyzer/language core/anonymization/replacements
+core/anonymization/party_labeled_names  core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity
 core/anonymization                 core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/anonymization/rules
 core/recognition                   core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp
 core/nlp                           core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition
-core/person_clustering             core/text core/errors.hpp core/anonymization/result
-core                               core/text core/errors.hpp core/anonymization core/person_clustering
+core/person_clustering             core/text core/errors.hpp core/anonymization/result core/person_name
+core/person_name                   core/text core/errors.hpp
+core                               core/text core/errors.hpp core/anonymization core/person_clustering core/person_name
 '
 
 list_files '*.cpp' '*.hpp' | while IFS= read -r file; do

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/anonymization/rules/helpers.hpp"
+#include "core/text/unicode.hpp"
 #include "tests/support/notation.hpp"
 
 namespace core::anonymization {
@@ -69,7 +70,9 @@ std::vector<Replacement> split_slowly(const std::vector<Replacement>& replacemen
     }
     pieces = next;
   }
-  std::erase_if(pieces, [](const auto& p) { return p.start >= p.end; });
+  std::erase_if(pieces, [&](const auto& p) {
+    return p.start >= p.end || text::strip(text::slice(text, p.start, p.end)).empty();
+  });
   return pieces;
 }
 

@@ -28,7 +28,7 @@ void core_by_text(benchmark::State& state) {
 BENCHMARK(core_by_text)
     ->RangeMultiplier(10)
     ->Range(1'000, 1'000'000)
-    ->Complexity()
+    ->Complexity(benchmark::oNLogN)
     ->Unit(benchmark::kMillisecond);
 
 // A text of 400,000 characters with a growing number of entities, all different.
@@ -43,7 +43,7 @@ void core_by_entities(benchmark::State& state) {
 BENCHMARK(core_by_entities)
     ->RangeMultiplier(4)
     ->Range(64, 16'384)
-    ->Complexity()
+    ->Complexity(benchmark::oNLogN)
     ->Unit(benchmark::kMillisecond);
 
 // A text of 400,000 characters with a growing number of paragraphs.
@@ -57,7 +57,7 @@ void core_by_paragraphs(benchmark::State& state) {
 BENCHMARK(core_by_paragraphs)
     ->RangeMultiplier(4)
     ->Range(64, 16'384)
-    ->Complexity()
+    ->Complexity(benchmark::oNLogN)
     ->Unit(benchmark::kMillisecond);
 
 // The whole path with the embedded analyzer.
@@ -70,7 +70,7 @@ void whole_by_text(benchmark::State& state) {
 BENCHMARK(whole_by_text)
     ->RangeMultiplier(10)
     ->Range(1'000, 1'000'000)
-    ->Complexity()
+    ->Complexity(benchmark::oNLogN)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -1,16 +1,9 @@
 #include "core/text/multi_pattern.hpp"
 
 #include <algorithm>
+#include <bit>
 
 namespace core::text {
-namespace {
-
-constexpr std::uint64_t edge_key(std::uint32_t state, std::uint32_t cls) {
-  return (static_cast<std::uint64_t>(state) << 32U) | cls;
-}
-
-}  // namespace
-
 MultiPattern::MultiPattern(std::span<const std::u32string_view> patterns) { build(patterns); }
 
 MultiPattern::MultiPattern(std::initializer_list<std::u32string_view> patterns) {
@@ -18,12 +11,13 @@ MultiPattern::MultiPattern(std::initializer_list<std::u32string_view> patterns) 
 }
 
 void MultiPattern::build(std::span<const std::u32string_view> patterns) {
+  std::vector<Edge> edges;
   nodes_.emplace_back();
   roots_.push_back(0);
   for (std::size_t i = 0; i < patterns.size(); ++i) {
-    if (!patterns[i].empty()) insert(patterns[i], static_cast<std::uint32_t>(i));
+    if (!patterns[i].empty()) insert(patterns[i], static_cast<std::uint32_t>(i), edges);
   }
-  link();
+  link(std::move(edges));
 }
 
 std::uint32_t MultiPattern::intern(char32_t c) {
@@ -38,13 +32,7 @@ std::uint32_t MultiPattern::intern(char32_t c) {
   return cls;
 }
 
-std::uint32_t MultiPattern::child(std::uint32_t state, std::uint32_t cls) const {
-  if (state == 0) return roots_[cls];
-  const auto found = edges_.find(edge_key(state, cls));
-  return found == edges_.end() ? 0 : found->second;
-}
-
-void MultiPattern::insert(std::u32string_view word, std::uint32_t index) {
+void MultiPattern::insert(std::u32string_view word, std::uint32_t index, std::vector<Edge>& edges) {
   std::uint32_t state = 0;
   for (const char32_t c : word) {
     const std::uint32_t cls = intern(c);
@@ -52,7 +40,12 @@ void MultiPattern::insert(std::u32string_view word, std::uint32_t index) {
     if (next == 0) {
       next = static_cast<std::uint32_t>(nodes_.size());
       nodes_.push_back({.depth = nodes_[state].depth + 1});
-      (state == 0 ? roots_[cls] : edges_[edge_key(state, cls)]) = next;
+      if (state == 0) {
+        roots_[cls] = next;
+      } else {
+        edges_.insert(state, cls, next);
+        edges.push_back({state, cls, next});
+      }
     }
     state = next;
   }
@@ -60,18 +53,9 @@ void MultiPattern::insert(std::u32string_view word, std::uint32_t index) {
 }
 
 // Breadth first, so that the node a failure leads to is linked already.
-void MultiPattern::link() {
-  struct Edge {
-    std::uint32_t parent, cls, node;
-  };
-  std::vector<Edge> edges;
-  edges.reserve(edges_.size());
-  for (const auto& [key, node] : edges_) {
-    edges.push_back(
-        {static_cast<std::uint32_t>(key >> 32U), static_cast<std::uint32_t>(key), node});
-  }
-  std::sort(edges.begin(), edges.end(), [this](const Edge& a, const Edge& b) {
-    return std::pair(nodes_[a.node].depth, a.node) < std::pair(nodes_[b.node].depth, b.node);
+void MultiPattern::link(std::vector<Edge> edges) {
+  std::stable_sort(edges.begin(), edges.end(), [this](const Edge& a, const Edge& b) {
+    return nodes_[a.node].depth < nodes_[b.node].depth;
   });
   const auto set_reports = [this](std::uint32_t node) {
     nodes_[node].reports =
@@ -85,6 +69,28 @@ void MultiPattern::link() {
     while (at != 0 && child(at, edge.cls) == 0) at = nodes_[at].fail;
     nodes_[edge.node].fail = child(at, edge.cls);
     set_reports(edge.node);
+  }
+}
+
+void MultiPattern::EdgeTable::insert(std::uint32_t node, std::uint32_t cls, std::uint32_t child) {
+  if (2 * (used_ + 1) > slots_.size()) grow();
+  const std::uint64_t key = key_of(node, cls);
+  std::size_t i = place_of(key);
+  while (slots_[i].key != FREE) i = (i + 1) & (slots_.size() - 1);
+  slots_[i] = {key, child};
+  ++used_;
+}
+
+void MultiPattern::EdgeTable::grow() {
+  constexpr std::size_t LEAST = 16;
+  const auto old = std::move(slots_);
+  slots_.assign(std::max(LEAST, 2 * old.size()), Slot{});
+  shift_ = 64 - static_cast<unsigned>(std::countr_zero(slots_.size()));
+  used_ = 0;
+  for (const Slot& slot : old) {
+    if (slot.key == FREE) continue;
+    insert(static_cast<std::uint32_t>(slot.key >> 32U), static_cast<std::uint32_t>(slot.key),
+           slot.child);
   }
 }
 

@@ -12,7 +12,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace core::text {
@@ -65,9 +64,50 @@ class MultiPattern {
     std::uint32_t depth = 0;
   };
 
+  // The edges below the root: (node, character class) to node, in a hash table
+  // with linear probing, which a search reads without following pointers.
+  class EdgeTable {
+   public:
+    std::uint32_t find(std::uint32_t node, std::uint32_t cls) const {
+      if (slots_.empty()) return 0;
+      const std::uint64_t key = key_of(node, cls);
+      for (std::size_t i = place_of(key);; i = (i + 1) & (slots_.size() - 1)) {
+        if (slots_[i].key == key) return slots_[i].child;
+        if (slots_[i].key == FREE) return 0;
+      }
+    }
+    void insert(std::uint32_t node, std::uint32_t cls, std::uint32_t child);
+
+   private:
+    struct Slot {
+      std::uint64_t key = FREE;
+      std::uint32_t child = 0;
+    };
+    static constexpr std::uint64_t FREE = 0;  // no node below the root has this key
+
+    static std::uint64_t key_of(std::uint32_t node, std::uint32_t cls) {
+      return (static_cast<std::uint64_t>(node) << 32U) | cls;
+    }
+    std::size_t place_of(std::uint64_t key) const {
+      return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15U) >> shift_);
+    }
+    void grow();
+
+    std::vector<Slot> slots_;
+    std::size_t used_ = 0;
+    unsigned shift_ = 64;
+  };
+
+  // An edge, noted while the words are read so that they can be linked.
+  struct Edge {
+    std::uint32_t parent;
+    std::uint32_t cls;
+    std::uint32_t node;
+  };
+
   void build(std::span<const std::u32string_view> patterns);
-  void insert(std::u32string_view word, std::uint32_t index);
-  void link();
+  void insert(std::u32string_view word, std::uint32_t index, std::vector<Edge>& edges);
+  void link(std::vector<Edge> edges);
   std::uint32_t intern(char32_t c);
 
   // The number of a character that stands in some word; 0 for all others.
@@ -77,7 +117,9 @@ class MultiPattern {
     return pages_[page][c & ((1U << PAGE_BITS) - 1)];
   }
 
-  std::uint32_t child(std::uint32_t state, std::uint32_t cls) const;
+  std::uint32_t child(std::uint32_t state, std::uint32_t cls) const {
+    return state == 0 ? roots_[cls] : edges_.find(state, cls);
+  }
   std::uint32_t step(std::uint32_t state, char32_t c) const {
     const std::uint32_t cls = class_of(c);
     if (cls == 0) return 0;
@@ -91,7 +133,7 @@ class MultiPattern {
   std::vector<Node> nodes_;
   std::vector<std::vector<std::uint32_t>> pages_;
   std::vector<std::uint32_t> roots_;  // child of the root, by character class
-  std::unordered_map<std::uint64_t, std::uint32_t> edges_;
+  EdgeTable edges_;
 };
 
 }  // namespace core::text

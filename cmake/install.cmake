@@ -21,5 +21,8 @@ install(FILES ${PROJECT_BINARY_DIR}/veildocConfig.cmake
               ${PROJECT_BINARY_DIR}/veildocConfigVersion.cmake
         DESTINATION ${package_dir})
 
+# Found from where the file lies, so that the package may be moved.
+file(RELATIVE_PATH prefix_from_pc /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+string(REGEX REPLACE "/$" "" prefix_from_pc ${prefix_from_pc})
 configure_file(cmake/veildoc.pc.in veildoc.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/veildoc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

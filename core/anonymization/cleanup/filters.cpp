@@ -11,6 +11,13 @@ namespace {
 
 using text::Regex;
 
+// ______ after a label. "a_b" stays.
+const Regex RE_FILL_UNDERSCORE_RUN("RE_FILL_UNDERSCORE_RUN", UR"(_{2,})");
+
+// Anything but blanks, punctuation and fill-in marks.
+const Regex RE_SURFACE_HAS_CONTENT("RE_SURFACE_HAS_CONTENT",
+                                   UR"([一-鿿A-Za-z0-9０-９Ａ-Ｚａ-ｚ])");
+
 // 第三条, 第2期, 第十二个月. "第三方" stays.
 const Regex RE_ZH_ORDINAL_SURFACE(
     "RE_ZH_ORDINAL_SURFACE",
@@ -68,13 +75,6 @@ std::u32string_view surface(std::u32string_view text, const RecognizerResult& r)
   return text::slice(text, r.start, r.end);
 }
 
-bool has_content(std::u32string_view s) {
-  return std::any_of(s.begin(), s.end(), [](char32_t c) {
-    return text::is_ideograph(c) || text::is_ascii_alnum(c) || (c >= U'０' && c <= U'９') ||
-           (c >= U'Ａ' && c <= U'Ｚ') || (c >= U'ａ' && c <= U'ｚ');
-  });
-}
-
 bool is_structural_sequence(std::u32string_view text, const RecognizerResult& r) {
   const auto s = surface(text, r);
   if (RE_ZH_ORDINAL_SURFACE.full_match(s)) return true;
@@ -107,15 +107,17 @@ bool is_generic(std::u32string_view text, const RecognizerResult& r) {
 
 std::u32string _normalize_fill_underscores_for_analysis(std::u32string_view text) {
   std::u32string out(text);
-  for (auto run = out.find(U"__"); run != std::u32string::npos; run = out.find(U"__", run)) {
-    while (run < out.size() && out[run] == U'_') out[run++] = U' ';
+  for (const auto& run : RE_FILL_UNDERSCORE_RUN.find_all(text)) {
+    std::fill(out.begin() + static_cast<std::ptrdiff_t>(run.start()),
+              out.begin() + static_cast<std::ptrdiff_t>(run.end()), U' ');
   }
   return out;
 }
 
 std::vector<RecognizerResult> _drop_blank_fill_results(std::u32string_view text,
                                                        std::vector<RecognizerResult> results) {
-  std::erase_if(results, [&](const auto& r) { return !has_content(surface(text, r)); });
+  std::erase_if(results,
+                [&](const auto& r) { return !RE_SURFACE_HAS_CONTENT.search(surface(text, r)); });
   return results;
 }
 

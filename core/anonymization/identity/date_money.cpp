@@ -12,9 +12,10 @@ namespace {
 
 using text::Regex;
 
-// Ordinary and financial numerals.
-constexpr std::u32string_view CN_UPPER_DIGITS =
-    U"零〇一二三四五六七八九十百千万亿兆两兩壹贰叁肆伍陆柒捌玖拾佰仟";
+// Ordinary and financial numerals: 壹拾万元, 100万元
+const Regex RE_CN_UPPER_DIGITS_MIX(
+    "RE_CN_UPPER_DIGITS_MIX",
+    UR"([零〇一二三四五六七八九十百千万亿兆两兩壹贰叁肆伍陆柒捌玖拾佰仟])");
 
 // 2023年
 const Regex RE_YEAR("RE_YEAR", UR"((\d{4})年)");
@@ -27,12 +28,6 @@ bool is_any_of(char32_t c, std::u32string_view set) {
 }
 
 bool joins_digits(char32_t c) { return is_any_of(c, U",，. \t\u00A0"); }
-
-bool holds_chinese_numeral(std::u32string_view frag) {
-  return std::any_of(frag.begin(), frag.end(), [](char32_t c) {
-    return (text::is_ideograph(c) || c == U'〇') && is_any_of(c, CN_UPPER_DIGITS);
-  });
-}
 
 // The figure's start with its sign, and then its opening bracket, included.
 std::size_t with_sign_and_bracket(std::u32string_view frag, std::size_t start) {
@@ -66,7 +61,7 @@ std::optional<std::pair<std::size_t, std::size_t>> _money_digit_run_span(std::u3
 
 std::u32string _money_replacement_phrase(std::u32string_view frag, std::u32string_view money_ph) {
   const bool has_decimal = std::any_of(frag.begin(), frag.end(), text::is_decimal_digit);
-  if (!has_decimal || holds_chinese_numeral(frag)) return std::u32string(money_ph);
+  if (!has_decimal || RE_CN_UPPER_DIGITS_MIX.search(frag)) return std::u32string(money_ph);
   const auto run = _money_digit_run_span(frag);
   if (!run) return std::u32string(money_ph);
   auto prefix = frag.substr(0, with_sign_and_bracket(frag, run->first));

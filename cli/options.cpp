@@ -88,7 +88,7 @@ void check_files(const CLI::App& command, const AnonymizeOptions& options) {
     throw Failure(EXIT_USAGE, "a file needs a name");
   }
   if (options.mapping.empty()) return;
-  if (is_special_file(options.mapping)) {
+  if (options.mapping == "-" || is_special_file(options.mapping)) {
     throw Failure(EXIT_USAGE, "--mapping needs a regular file");
   }
   if (!options.output.empty() && same_file(options.mapping, options.output)) {
@@ -132,6 +132,7 @@ std::variant<AnonymizeOptions, Answer> parse_options(std::span<const std::string
   }
   options.input_named = command->count("FILE") > 0;
   check_files(*command, options);
+  if (options.output == "-") options.output.clear();
   check_profile(options.profile);
   return options;
 }

@@ -34,6 +34,7 @@ TEST(Anonymize, WritesTheTextAndNothingElse) {
        {},
        "\xEF\xBB\xBF北京华信科技有限公司",
        "\xEF\xBB\xBF[机构1]"},
+      {"- is standard output", {"-o", "-"}, "甲方：北京华信科技有限公司", "甲方：[机构1]"},
       {"nothing in, nothing out", {}, "", ""},
       {"a byte order mark alone", {}, "\xEF\xBB\xBF", "\xEF\xBB\xBF"},
       // Labels.
@@ -91,6 +92,7 @@ TEST(Anonymize, RefusesWrongCommandLines) {
        {"anonymize", file, "-o", folder.path("m"), "--mapping", folder.path("./m")},
        "same file"},
       {"mapping into the output stream", {"anonymize", "--mapping", "/dev/stdout"}, "regular"},
+      {"mapping into the output stream", {"anonymize", "--mapping", "-"}, "regular"},
       {"mapping is a folder", {"anonymize", "--mapping", folder.path("")}, "regular"},
   };
   for (const auto& c : cases) {

@@ -16,11 +16,12 @@ struct KnownParty {
 
 // Replaces the list. Variants are compared without white space, in folded case
 // and with ASCII parentheses; of a variant that stands twice the first party
-// wins, and empty variants are ignored. May be called from any thread; calls
-// that are under way keep the list they began to read.
+// wins, and empty variants and parties without a key are ignored. May be called
+// from any thread; calls that are under way keep the list they began to read.
 void set_known_parties(const std::vector<KnownParty>& parties);
 
-// The canonical key of the party that `span` names; empty if it names none.
+// The canonical key of the party that `span` names; empty if it names none. May
+// be called from any thread.
 std::u32string avs_workgroup_party_canonical_org_key_from_span_text(std::u32string_view span);
 
 }  // namespace core::anonymization

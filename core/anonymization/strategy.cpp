@@ -1,1 +1,115 @@
 #include "core/anonymization/strategy.hpp"
+
+#include <algorithm>
+#include <string>
+
+#include "core/anonymization/span_index.hpp"
+#include "core/errors.hpp"
+#include "core/text/word_set.hpp"
+
+namespace core::anonymization {
+namespace {
+
+// What says how much or when, but not who or where.
+constexpr auto KINDS_THAT_IDENTITY_LEAVES = text::type_names(
+    {// times
+     "DATE_TIME", "DATE", "TIME", "YEAR", "DURATION",
+     // amounts and counts
+     "MONEY", "CURRENCY", "PERCENT", "PERCENTAGE", "QUANTITY", "CARDINAL", "ORDINAL"});
+
+bool is_left_by_identity(const RecognizerResult& r) {
+  return KINDS_THAT_IDENTITY_LEAVES.contains(r.entity_type);
+}
+
+bool is_left_by_none(const RecognizerResult&) { return false; }
+
+bool is_alias_candidate(const RecognizerResult& r) {
+  return r.defined_at != RecognizerResult::NOT_AN_ALIAS;
+}
+
+// What the analyzer reported, seen from an alias candidate.
+class AliasSupport {
+ public:
+  AliasSupport(std::u32string_view text, const std::vector<RecognizerResult>& reported)
+      : reported_(SpanIndex::of(reported)) {
+    for (const auto& r : reported) {
+      if (r.entity_type == entity_type::ORGANIZATION) org_ends_.push_back(r.end);
+    }
+    std::sort(org_ends_.begin(), org_ends_.end());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (ends_paragraph(text[i])) paragraph_ends_.push_back(static_cast<Offset>(i));
+    }
+  }
+
+  // Whether an organization ends before the definition and in its paragraph,
+  // and nothing reported lies over the alias.
+  bool holds_for(const RecognizerResult& alias) const {
+    const Offset org_end = last(org_ends_, alias.defined_at + 1);
+    if (org_end == NONE || reported_.overlaps(alias.start, alias.end)) return false;
+    return last(paragraph_ends_, alias.defined_at) < org_end;
+  }
+
+ private:
+  static constexpr Offset NONE = -1;
+
+  // A line feed, or the character that every paragraph joiner begins with.
+  static constexpr bool ends_paragraph(char32_t c) { return c == U'\n' || c == 0xE000; }
+
+  // The last of the sorted offsets that is below `limit`.
+  static Offset last(const std::vector<Offset>& sorted, Offset limit) {
+    const auto at = std::lower_bound(sorted.begin(), sorted.end(), limit);
+    return at == sorted.begin() ? NONE : *(at - 1);
+  }
+
+  SpanIndex reported_;
+  std::vector<Offset> org_ends_;
+  std::vector<Offset> paragraph_ends_;
+};
+
+// Drops the alias candidates that nothing speaks for. What the profile is going
+// to leave readable does not stand in the way of an alias.
+template <class IsLeft>
+std::vector<RecognizerResult> drop_unsupported_aliases(std::u32string_view text,
+                                                       std::vector<RecognizerResult> results,
+                                                       IsLeft is_left) {
+  if (std::none_of(results.begin(), results.end(), is_alias_candidate)) return results;
+  std::vector<RecognizerResult> reported;
+  std::copy_if(results.begin(), results.end(), std::back_inserter(reported),
+               [&](const auto& r) { return !is_alias_candidate(r) && !is_left(r); });
+  const AliasSupport support(text, reported);
+  std::erase_if(results,
+                [&](const auto& r) { return is_alias_candidate(r) && !support.holds_for(r); });
+  return results;
+}
+
+template <class IsLeft>
+StrategyStep alias_step(IsLeft is_left) {
+  return [is_left](std::u32string_view text, std::u32string_view,
+                   std::vector<RecognizerResult> results) {
+    return drop_unsupported_aliases(text, std::move(results), is_left);
+  };
+}
+
+std::vector<RecognizerResult> keep_identities(std::u32string_view, std::u32string_view,
+                                              std::vector<RecognizerResult> results) {
+  std::erase_if(results, is_left_by_identity);
+  return results;
+}
+
+}  // namespace
+
+StrategySteps _resolve_semantic_strategy_steps(std::string_view profile, std::string_view) {
+  if (profile == "contract_default" || profile == "strict") {
+    return {.before_overlaps = {alias_step(is_left_by_none)}, .after_overlaps = {}};
+  }
+  if (profile == "identity") {
+    // Before the overlaps are resolved: a date must not win over a card number
+    // and then stay readable.
+    return {.before_overlaps = {alias_step(is_left_by_identity), keep_identities},
+            .after_overlaps = {}};
+  }
+  throw ValueError("Unknown strategy profile \"" + std::string(profile) +
+                   "\"; known profiles: contract_default, identity, strict");
+}
+
+}  // namespace core::anonymization

@@ -5,6 +5,10 @@
 //   identity           parties, persons, places, contacts and identifying numbers;
 //                      dates, amounts, percentages and quantities stay readable
 //
+// In every profile a candidate of doc_alias_scan stays only if an ORGANIZATION
+// was reported that ends before the definition clause, in its paragraph, and
+// nothing that the profile masks was reported over the alias.
+//
 // A step reads the text, the text that was analysed (of the same length) and
 // the results, and returns the results that go on.
 #pragma once

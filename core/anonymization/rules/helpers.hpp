@@ -19,8 +19,9 @@ inline constexpr std::array DOCX_PARA_JOINER_SEQUENCES = {PARAGRAPH_JOINER, CELL
                                                           STORY_JOINER};
 
 // An amount in English words, in parentheses, as it follows a figure:
-// " (US Dollars One Million Only)", "（SAY EUR TWELVE THOUSAND ONLY）". For full
-// matches; "(excluding VAT)" is no match. Linear in the text.
+// " (US Dollars One Million Only)", "（SAY EUR TWELVE THOUSAND ONLY）", with or
+// without a currency. For full matches; "(excluding VAT)" and "(one)" are none.
+// Linear in the text.
 extern const text::Regex RE_EN_WRITTEN_CURRENCY_IN_PARENS;
 
 }  // namespace core::anonymization

@@ -14,7 +14,8 @@
 namespace core::anonymization {
 
 // The canonical name of the country that `span` names, compared after
-// _normalize_location_surface and case folding; empty if it names none.
+// _normalize_location_surface and case folding, with or without "the" in front;
+// empty if it names none.
 std::u32string _canonical_geo_country_identity_fragment(std::u32string_view span);
 
 // Whether a bare country reported as an organization is masked as an address.

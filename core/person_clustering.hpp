@@ -14,11 +14,11 @@
 
 namespace core {
 
-// The spelling of a name in which its variants are equal: without the spaces
-// inside a Chinese name, in folded case, "SMITH, John" as "john smith", all
-// middle dots of transliterated names as one, titles and honorifics removed
-// (先生, 女士, Mr., Dr.) where more than a surname remains. Empty if the span holds
-// no name at all.
+// The spelling of a name in which its variants are equal: in folded case,
+// "SMITH, John" as "john smith", without the spaces inside a Chinese name and the
+// middle dots of a transliterated one, without titles and honorifics (先生, 女士,
+// Mr., Dr.) where more remains than a surname, or a surname with initials. Empty
+// if the span holds no name at all. Reads nothing but the span.
 //
 //   张 伟 = 张伟     Mr. John A. Smith = JOHN A. SMITH     王先生 and 王女士 differ
 std::u32string person_identity_key(std::u32string_view text, anonymization::Offset start,
@@ -27,7 +27,8 @@ std::u32string person_identity_key(std::u32string_view text, anonymization::Offs
 // The number of each PERSON span (start, end) among `persons`, counted from 1
 // in order of first appearance, dense; spellings of one person share it. A span
 // whose key is empty has no number. Initials are bridged (John Smith and John
-// A. Smith) only where a single person of that first and last name is there.
+// A. Smith, J. Smith and John Smith) only where a single person that they may
+// stand for is among `persons`.
 std::map<std::pair<anonymization::Offset, anonymization::Offset>, std::int64_t>
 person_span_to_placeholder_num(std::u32string_view text,
                                const std::vector<anonymization::RecognizerResult>& persons);

@@ -10,8 +10,8 @@
 namespace core::anonymization {
 
 struct KnownParty {
-  std::u32string canonical_key;            // used as the identity key, as it stands
-  std::vector<std::u32string> variants;    // spellings of the name
+  std::u32string canonical_key;          // used as the identity key, as it stands
+  std::vector<std::u32string> variants;  // spellings of the name
 };
 
 // Replaces the list. Variants are compared without white space, in folded case

@@ -35,6 +35,8 @@ std::string tag_of_entity_type(std::string_view entity_type);
 // A Chinese field label with its colon, anywhere in the text: 甲方：, 联系地址:, 开户行（盖章）：
 extern const text::Regex RE_ZH_CONTRACT_FIELD_LABEL;
 
+// The label alone, with its colon and the blanks up to the name.
+extern const text::Regex RE_PARTY_LABEL;
 // A party label and the name behind it, to the end of the name; group "name" is
 // the name. Companies: 甲方（委托方）：北京…有限公司, Party A: Acme Ltd.
 extern const text::Regex RE_PARTY_LABELED_COMPANY;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 
 #include "core/text/unicode.hpp"
 
@@ -80,6 +81,42 @@ Cells splice(std::u32string_view text, const std::vector<Edit>& edits) {
   return behind;
 }
 
+// Placements and edits that overlap each other, directly or through others:
+// what becomes one placement.
+struct Region {
+  Offset start;
+  Offset end;
+  std::span<Placement> placements;
+  std::span<const Edit> edits;
+};
+
+std::vector<Region> regions(std::span<Placement> placements, std::span<const Edit> edits) {
+  std::vector<Region> out;
+  while (!placements.empty() || !edits.empty()) {
+    const bool edit_first =
+        placements.empty() || (!edits.empty() && edits.front().start < placements.front().start);
+    Region region{edit_first ? edits.front().start : placements.front().start,
+                  edit_first ? edits.front().end : placements.front().end,
+                  placements.first(edit_first ? 0 : 1), edits.first(edit_first ? 1 : 0)};
+    std::size_t taken_placements = region.placements.size();
+    std::size_t taken_edits = region.edits.size();
+    const auto take = [&region](const auto& spans, std::size_t& taken) {
+      if (taken == spans.size() || spans[taken].start >= region.end) return false;
+      region.end = std::max(region.end, spans[taken].end);
+      ++taken;
+      return true;
+    };
+    while (take(placements, taken_placements) || take(edits, taken_edits)) {
+    }
+    region.placements = placements.first(taken_placements);
+    region.edits = edits.first(taken_edits);
+    placements = placements.subspan(taken_placements);
+    edits = edits.subspan(taken_edits);
+    out.push_back(region);
+  }
+  return out;
+}
+
 }  // namespace
 
 std::vector<Edit> edits_of(const std::vector<Replacement>& replacements) {
@@ -91,41 +128,33 @@ std::vector<Edit> edits_of(const std::vector<Replacement>& replacements) {
 
 void MaskedText::write(const std::vector<Edit>& edits) {
   std::u32string out;
-  std::vector<Placement> moved;
-  std::size_t next = 0;  // of the old placements
+  std::vector<Placement> placements;
+  placements.reserve(placements_.size() + edits.size());
   Offset last = 0;
-  for (const Edit& e : edits) {
-    const Offset shift = size_of(out) - last;
-    for (; next < placements_.size() && placements_[next].end <= e.start; ++next) {
-      auto& p = placements_[next];
-      moved.push_back({p.start + shift, p.end + shift, std::move(p.surface)});
+  for (const Region& region : regions(placements_, edits)) {
+    out += text::slice(text_, last, region.start);
+    Placement made{size_of(out), 0, {}};
+    Offset at = region.start;
+    for (const Edit& e : region.edits) {
+      out += text::slice(text_, at, e.start);
+      out += e.written;
+      at = e.end;
     }
-    out += text::slice(text_, last, e.start);
-    Placement made{size_of(out), size_of(out) + size_of(e.written),
-                   std::u32string(text::slice(text_, e.start, e.end))};
-    const Offset shift_behind = made.end - e.end;
-    for (; next < placements_.size() && placements_[next].start < e.end; ++next) {
-      auto& p = placements_[next];
-      made.start = std::min(made.start, p.start + shift);
-      made.end = std::max(made.end, p.end + shift_behind);
-      made.surface = std::move(p.surface);
+    out += text::slice(text_, at, region.end);
+    made.end = size_of(out);
+    at = region.start;
+    for (Placement& p : region.placements) {
+      made.surface += text::slice(text_, at, p.start);
+      made.surface += std::move(p.surface);
+      at = p.end;
     }
-    out += e.written;
-    last = e.end;
-    if (!moved.empty() && moved.back().end > made.start) {
-      moved.back().end = std::max(moved.back().end + shift_behind - shift, made.end);
-    } else {
-      moved.push_back(std::move(made));
-    }
-  }
-  const Offset shift = size_of(out) - last;
-  for (; next < placements_.size(); ++next) {
-    auto& p = placements_[next];
-    moved.push_back({p.start + shift, p.end + shift, std::move(p.surface)});
+    made.surface += text::slice(text_, at, region.end);
+    placements.push_back(std::move(made));
+    last = region.end;
   }
   out += text::slice(text_, last, size_of(text_));
   text_ = std::move(out);
-  placements_ = std::move(moved);
+  placements_ = std::move(placements);
 }
 
 void MaskedText::erase(const std::vector<Edit>& spans) {

@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -16,6 +17,21 @@
 namespace core::anonymization {
 
 using Offset = std::ptrdiff_t;
+
+// Sum and difference that stop at the ends of the range: a record from outside
+// may hold any offset.
+constexpr Offset saturating_add(Offset a, Offset b) {
+  constexpr Offset LEAST = std::numeric_limits<Offset>::min();
+  constexpr Offset MOST = std::numeric_limits<Offset>::max();
+  if (b > 0 && a > MOST - b) return MOST;
+  if (b < 0 && a < LEAST - b) return LEAST;
+  return a + b;
+}
+constexpr Offset saturating_subtract(Offset a, Offset b) {
+  constexpr Offset LEAST = std::numeric_limits<Offset>::min();
+  return b == LEAST ? saturating_add(saturating_add(a, std::numeric_limits<Offset>::max()), 1)
+                    : saturating_add(a, -b);
+}
 
 // One hit of an analyzer.
 struct RecognizerResult {

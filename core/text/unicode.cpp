@@ -29,7 +29,7 @@ void append_folded(std::u32string& out, char32_t c) {
   if (c < 0x80) {
     out.push_back(ascii_lower(c));
   } else if (is_caseless_cjk(c) || c > MAX_CODE_POINT ||
-             !u_hasBinaryProperty(static_cast<UChar32>(c), UCHAR_CHANGES_WHEN_CASEFOLDED)) {
+             !u_hasBinaryProperty(static_cast<UChar32>(c), UCHAR_CASED)) {
     out.push_back(c);
   } else {
     append_utf16(out, icu::UnicodeString(static_cast<UChar32>(c)).foldCase());

@@ -38,6 +38,14 @@ TEST(MaskedText, AnEditWithinAPlaceholderJoinsItsPlacement) {
   EXPECT_EQ(show(m), "<[[X1]]=甲>乙");
 }
 
+TEST(MaskedText, AnEditAcrossTheEdgeOfAPlaceholderLosesNothing) {
+  MaskedText m(U"甲公司南国1]公司。");
+  m.write({{0, 3, U"[机构1]"}, {3, 6, U"[X1]"}});
+  EXPECT_EQ(show(m), "<[机构1]=甲公司><[X1]=南国1>]公司。");
+  m.write({{3, 6, U"[Y2]"}, {7, 12, U"[Z3]"}});
+  EXPECT_EQ(show(m), "<[机构[Y2]X[Z3]=甲公司南国1]公司>。");
+}
+
 // The splice as it reads.
 std::u32string splice_slowly(std::u32string text, std::vector<Edit> edits) {
   std::stable_sort(edits.begin(), edits.end(),

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <unicode/uchar.h>
+#include <unicode/unistr.h>
 
 #include "core/text/regex.hpp"
 #include "tests/support/notation.hpp"
@@ -78,6 +79,15 @@ TEST(Unicode, FoldsCaseFully) {
       {"𐐀", "𐐨"},
   };
   for (const auto& c : cases) EXPECT_EQ(test::u8(case_fold(test::u32(c.in))), c.folded);
+}
+
+TEST(Unicode, FoldsEveryCodePointAsTheStandardDoes) {
+  for (char32_t c = 0; c <= LAST_CODE_POINT; ++c) {
+    if (c >= 0xD800 && c <= 0xDFFF) continue;
+    std::string expected;
+    icu::UnicodeString(static_cast<UChar32>(c)).foldCase().toUTF8String(expected);
+    ASSERT_EQ(test::u8(case_fold({&c, 1})), expected) << hex(c);
+  }
 }
 
 TEST(Unicode, SimpleFoldingIsWhatCaseInsensitivePatternsMean) {

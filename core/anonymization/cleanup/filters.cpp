@@ -87,7 +87,7 @@ bool is_no_place(std::u32string_view text, const RecognizerResult& r, std::u32st
   if (DIRECTION_REGION_WORD_NOT_ADDRESS.contains(s)) return true;
   if (GENERIC_GEO_INFRA_NOUN_NOT_ADDRESS.contains(s)) return true;
   if (_is_it_product_compound_not_address(s)) return true;
-  return s == U"云" && text::slice(text, r.end, r.end + 2) == U"平台";
+  return s == U"云" && text::slice(text, r.end, saturating_add(r.end, 2)) == U"平台";
 }
 
 bool is_generic(std::u32string_view text, const RecognizerResult& r) {

@@ -50,7 +50,7 @@ bool is_guarded(const RecognizerResult& r) {
   return CONTIGUOUS_ENTITY_TYPES_FOR_NESTED_GUARD.contains(r.entity_type);
 }
 
-Offset length(const RecognizerResult& r) { return r.end - r.start; }
+Offset length(const RecognizerResult& r) { return saturating_subtract(r.end, r.start); }
 
 // The results' positions, the strongest first, equal ones in input order.
 std::vector<std::size_t> by_strength(const std::vector<RecognizerResult>& results) {

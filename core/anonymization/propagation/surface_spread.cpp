@@ -21,6 +21,9 @@ constexpr std::u32string_view SEAT_BEHIND = U"进行仲裁";
 constexpr std::size_t SEAT_CONTEXT_BEFORE = 6;
 constexpr std::size_t SEAT_CONTEXT_BEHIND = 10;
 
+// A value that is in no text, to keep texts apart that are searched together.
+constexpr char32_t NOWHERE = 0xFFFFFFFF;
+
 constexpr std::u32string_view AFFILIATED_COMPANY = U"关联公司";
 constexpr char32_t POSSESSIVE = U'其';
 
@@ -232,40 +235,89 @@ void spread_one(MaskedText& text, const SurfacePlaceholder& pair) {
   if (!edits.empty()) text.write(edits);
 }
 
-// Tells which surfaces could occur within or across a placeholder: those made
-// of nothing but placeholder characters, and those that hold one with which a
-// placeholder begins or ends.
-class PlaceholderAlphabet {
+// The strings with which placeholders begin and end, to tell which surfaces can
+// occur across the edge of one or hold one.
+class PlaceholderEdges {
  public:
-  explicit PlaceholderAlphabet(const std::vector<SurfacePlaceholder>& pairs) {
-    for (const auto& pair : pairs) {
-      if (pair.placeholder.empty()) {
-        has_empty_ = true;
-        continue;
-      }
-      longest_ = std::max(longest_, pair.placeholder.size());
-      const auto folded = fold_simple(pair.placeholder);
-      characters_.insert(folded.begin(), folded.end());
-      edges_.insert({folded.front(), folded.back()});
+  void add(std::u32string_view folded) {
+    if (folded.empty() || !whole_.insert(std::u32string(folded)).second) return;
+    longest_ = std::max(longest_, folded.size());
+    openings_.insert(folded.front());
+    characters_.insert(folded.begin(), folded.end());
+    for (std::size_t i = 1; i < folded.size(); ++i) {
+      beginnings_.emplace(folded.substr(0, i));
+      ends_.emplace(folded.substr(i));
     }
   }
 
-  bool may_hold(std::u32string_view surface) const {
-    if (has_empty_) return true;
-    const auto folded = fold_simple(surface);
-    const auto in = [](const std::unordered_set<char32_t>& set) {
-      return [&set](char32_t c) { return set.contains(c); };
-    };
-    if (std::any_of(folded.begin(), folded.end(), in(edges_))) return true;
-    return folded.size() <= longest_ && std::all_of(folded.begin(), folded.end(), in(characters_));
+  bool are_crossed_by(std::u32string_view folded) const {
+    return begins_with_an_end(folded) || ends_with_a_beginning(folded) || holds_a_whole(folded);
   }
 
  private:
+  bool begins_with_an_end(std::u32string_view s) const {
+    for (std::size_t n = 1; n <= s.size() && n < longest_; ++n) {
+      if (!characters_.contains(s[n - 1])) return false;
+      if (ends_.contains(std::u32string(s.substr(0, n)))) return true;
+    }
+    return false;
+  }
+
+  bool ends_with_a_beginning(std::u32string_view s) const {
+    for (std::size_t n = 1; n <= s.size() && n < longest_; ++n) {
+      if (!characters_.contains(s[s.size() - n])) return false;
+      if (beginnings_.contains(std::u32string(s.substr(s.size() - n)))) return true;
+    }
+    return false;
+  }
+
+  bool holds_a_whole(std::u32string_view s) const {
+    for (std::size_t at = 0; at < s.size(); ++at) {
+      if (!openings_.contains(s[at])) continue;
+      for (std::size_t n = 1; n <= longest_ && at + n <= s.size(); ++n) {
+        if (whole_.contains(std::u32string(s.substr(at, n)))) return true;
+      }
+    }
+    return false;
+  }
+
+  std::unordered_set<std::u32string> whole_;
+  std::unordered_set<std::u32string> beginnings_;
+  std::unordered_set<std::u32string> ends_;
+  std::unordered_set<char32_t> openings_;
   std::unordered_set<char32_t> characters_;
-  std::unordered_set<char32_t> edges_;
   std::size_t longest_ = 0;
-  bool has_empty_ = false;
 };
+
+// For each pair, whether its surface can occur within a placeholder, across the
+// edge of one, or around one. Such a pair is applied by itself.
+std::vector<bool> meets_a_placeholder(const std::vector<SurfacePlaceholder>& pairs) {
+  const bool has_empty = std::any_of(pairs.begin(), pairs.end(),
+                                     [](const auto& pair) { return pair.placeholder.empty(); });
+  std::vector<bool> meets(pairs.size(), has_empty);
+  if (has_empty) return meets;
+  PlaceholderEdges edges;
+  std::vector<std::u32string> surfaces;
+  std::unordered_map<std::u32string_view, std::vector<std::size_t>> by_surface;
+  std::u32string placeholders;
+  for (const auto& pair : pairs) {
+    surfaces.push_back(fold_simple(pair.surface));
+    const auto folded = fold_simple(pair.placeholder);
+    edges.add(folded);
+    placeholders += folded;
+    placeholders += NOWHERE;
+  }
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    meets[i] = edges.are_crossed_by(surfaces[i]);
+    by_surface[surfaces[i]].push_back(i);
+  }
+  std::vector<std::u32string_view> words;
+  for (const auto& [surface, indices] : by_surface) words.push_back(surface);
+  text::MultiPattern(words).scan(placeholders, [&](const text::MultiPattern::Hit& hit) {
+    for (const std::size_t i : by_surface[words[hit.pattern]]) meets[i] = true;
+  });
+  return meets;
+}
 
 }  // namespace
 
@@ -277,11 +329,11 @@ std::u32string _replace_party_org_surface_safe(std::u32string_view text, std::u3
 }
 
 void spread_surfaces(MaskedText& text, const std::vector<SurfacePlaceholder>& pairs) {
-  const PlaceholderAlphabet alphabet(pairs);
+  const auto meets = meets_a_placeholder(pairs);
   const std::span<const SurfacePlaceholder> all(pairs);
   std::size_t begin = 0;
   for (std::size_t i = 0; i < pairs.size(); ++i) {
-    if (!alphabet.may_hold(pairs[i].surface)) continue;
+    if (!meets[i]) continue;
     spread_batch(text, all.subspan(begin, i - begin));
     spread_one(text, pairs[i]);
     begin = i + 1;

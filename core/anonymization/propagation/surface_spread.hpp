@@ -20,8 +20,8 @@ std::u32string _replace_party_org_surface_safe(std::u32string_view text, std::u3
 // _replace_party_org_surface_safe for each pair, one after the other: of two
 // surfaces that overlap the earlier pair wins, and later pairs see what earlier
 // ones wrote. One pass over the text for all pairs, except for surfaces that
-// could occur within a placeholder (机构12, or one with a bracket in it), which
-// cost a pass each.
+// occur in one of the placeholders or across its edge (机构12 where there is a
+// [机构12]), which cost a pass each.
 void spread_surfaces(MaskedText& text, const std::vector<SurfacePlaceholder>& pairs);
 
 }  // namespace core::anonymization

@@ -178,7 +178,7 @@ void Numberer::number_person(const RecognizerResult& r) {
 }
 
 Numberer::Span Numberer::with_oyj(Span span) const {
-  const auto behind = text::slice(text_, span.end, span.end + OYJ_CONTEXT);
+  const auto behind = text::slice(text_, span.end, saturating_add(span.end, OYJ_CONTEXT));
   if (const auto oyj = RE_OYJ_SUFFIX.match(behind)) span.end += static_cast<Offset>(oyj->end());
   return span;
 }

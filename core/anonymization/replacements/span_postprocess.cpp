@@ -79,7 +79,7 @@ void append_pieces(std::vector<Replacement>& out, std::u32string_view src_text,
 // The end of an organization span without the closers of its definition clause.
 Offset end_before_closers(std::u32string_view src_text, const Replacement& r) {
   const auto left =
-      text::slice(src_text, std::max<Offset>(r.start - ALIAS_LEFT_CONTEXT, 0), r.start);
+      text::slice(src_text, saturating_subtract(r.start, ALIAS_LEFT_CONTEXT), r.start);
   if (!RE_DEFINED_ALIAS_ORG_LEFT.search(left)) return r.end;
   const auto fragment = text::slice(src_text, r.start, r.end);
   const auto m = RE_DEFINED_ALIAS_ORG_TRAILING_CLOSER.match(fragment);

@@ -64,3 +64,15 @@ done | awk -v layers="$layers" '
   }
   END { exit bad }
 '
+checked=$?
+
+# The map names every header.
+while IFS= read -r file; do
+  case $file in core/*) ;; *) continue ;; esac
+  name=${file#core/}
+  if ! grep -qF "\`${name%.hpp}\`" core/README.md; then
+    printf 'core/README.md: %s is missing\n' "$name"
+    checked=1
+  fi
+done < <(list_files '*.hpp')
+exit $checked

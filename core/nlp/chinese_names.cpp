@@ -1,0 +1,165 @@
+#include "core/nlp/chinese_names.hpp"
+
+#include <string>
+#include <unordered_set>
+
+#include "core/nlp/characters.hpp"
+#include "core/nlp/hits.hpp"
+#include "core/nlp/vocabulary.hpp"
+#include "core/text/lexicon.hpp"
+
+namespace core::text::lexicon_data {
+extern const std::string_view not_names;
+}
+
+namespace core::nlp {
+namespace {
+
+using recognition::NlpArtifacts;
+using recognition::WordClass;
+
+// Seldom the second character of a given name, often the first of what follows a name.
+constexpr std::u32string_view NEVER_IN_GIVEN_NAME =
+    U"的自与和就在于为曾应须将以等及或向对签任作负担代是到从按由已可提先女称即均不未会该此其各但并且因则若被把给让使说经至所有并需拟"
+    U"同系处号";
+
+// Surnames that are everyday words too: without a label they are none.
+constexpr std::u32string_view WEAK_SURNAMES =
+    U"应于和时向任经能有后从成相关同方全都平常单计支包权那明安高通满步强终易万元公";
+
+constexpr std::size_t LONGEST_PART = 8;
+
+std::size_t han_run_end(std::u32string_view t, std::size_t at, std::size_t longest) {
+  std::size_t end = at;
+  while (end < t.size() && end - at < longest && is_han(t[end])) ++end;
+  return end;
+}
+
+bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・' || c == 0x2027; }
+
+bool never_in_given_name(char32_t c) {
+  return NEVER_IN_GIVEN_NAME.find(c) != NEVER_IN_GIVEN_NAME.npos;
+}
+
+// 1 or 2 for a single or compound surname at `at`, 0 for none.
+std::size_t surname_length(std::u32string_view t, std::size_t at) {
+  if (at + 2 <= t.size() && is_chinese_surname(t.substr(at, 2))) return 2;
+  return at < t.size() && is_chinese_surname(t.substr(at, 1)) ? 1 : 0;
+}
+
+bool holds_word(const NlpArtifacts& a, std::size_t start, std::size_t end) {
+  for (const auto c : {WordClass::CLAUSE_WORD, WordClass::COMPANY_FORM, WordClass::BANK,
+                       WordClass::BRANCH, WordClass::PHONE_LABEL, WordClass::ADDRESS_LABEL,
+                       WordClass::ORGANIZATION_LABEL, WordClass::ID_CARD_LABEL,
+                       WordClass::QUAL_LABEL}) {
+    for (auto it = first_from(a.of(c), start); it != a.of(c).end() && it->start < end; ++it) {
+      if (!it->from_table && it->end - it->start > 1) return true;
+    }
+  }
+  return false;
+}
+
+// 穆萨·麦苏木, 阿不都热合曼·吐尔逊
+std::size_t dotted_name_end(std::u32string_view t, std::size_t at) {
+  std::size_t end = han_run_end(t, at, LONGEST_PART);
+  std::size_t last = at;
+  while (end > at && end < t.size() && is_dot(t[end])) {
+    std::size_t part = end + 1;
+    while (part < t.size() && part - end <= LONGEST_PART && is_han(t[part]) &&
+           !never_in_given_name(t[part])) {
+      ++part;
+    }
+    if (part == end + 1) break;
+    last = end = part;
+  }
+  return last;
+}
+
+// 端木　澄: one to four blanks between surname and given name.
+std::size_t spaced_name_end(std::u32string_view t, std::size_t at) {
+  const std::size_t surname = surname_length(t, at);
+  std::size_t i = at + surname;
+  while (surname > 0 && i < t.size() && i < at + surname + 2 && t[i] == U' ') ++i;
+  if (i == at + surname) return at;
+  const std::size_t end = han_run_end(t, i, 3);
+  return end > i && end - i <= 2 && (surname == 2 || end - i == 1) ? end : at;
+}
+
+// How far the given name reaches behind a surname in running text.
+std::size_t given_name_end(const NlpArtifacts& a, std::size_t at, std::size_t surname) {
+  const std::u32string_view t = a.folded;
+  std::size_t end = at + surname;
+  while (end < t.size() && end < at + surname + 2 && is_han(t[end]) &&
+         (!never_in_given_name(t[end]) || end == at + surname) &&
+         end_of_word_at(a.of(WordClass::PERSON_TITLE), end) == end &&
+         end_of_word_at(a.of(WordClass::CLAUSE_WORD), end) == end) {
+    ++end;
+  }
+  return end;
+}
+
+std::size_t plain_name_end(const NlpArtifacts& a, std::size_t at, NameContext context) {
+  const std::u32string_view t = a.folded;
+  const std::size_t run = han_run_end(t, at, LONGEST_PART) - at;
+  const std::size_t surname = surname_length(t, at);
+  const bool whole = context == NameContext::LABEL && run >= 2 && run <= (surname == 0 ? 6U : 4U);
+  if (whole && !holds_word(a, at, at + run) &&
+      (surname > 0 || !is_touched(a.of(WordClass::PUBLIC_BODY), at, at + run))) {
+    const bool title_inside =
+        run > surname + 1 && is_touched(a.of(WordClass::PERSON_TITLE), at + surname + 1, at + run);
+    if (!title_inside) return at + run;
+  }
+  if (surname == 0 || run <= surname) return at;
+  if (context == NameContext::PROSE && surname == 1 && WEAK_SURNAMES.find(t[at]) != WEAK_SURNAMES.npos) {
+    return at;
+  }
+  const std::size_t end = given_name_end(a, at, surname);
+  return end - at > surname && !never_in_given_name(t[at + surname]) ? end : at;
+}
+
+}  // namespace
+
+bool is_everyday_word(std::u32string_view word) {
+  static const auto words = [] {
+    auto list = text::lexicon_words(text::lexicon_data::not_names);
+    return std::unordered_set<std::u32string>(list.begin(), list.end());
+  }();
+  return words.contains(std::u32string(word));
+}
+
+std::size_t chinese_name_end(const NlpArtifacts& a, std::size_t at, NameContext context) {
+  const std::u32string_view t = a.folded;
+  if (at >= t.size() || !is_han(t[at])) return at;
+  if (const std::size_t end = dotted_name_end(t, at); end > at) return end;
+  if (context == NameContext::LABEL) {
+    if (const std::size_t end = spaced_name_end(t, at); end > at) return end;
+  }
+  const std::size_t end = plain_name_end(a, at, context);
+  if (end == at || holds_word(a, at, end)) return at;
+  for (std::size_t length = 2; length <= end - at; ++length) {
+    if (is_everyday_word(t.substr(at, length))) return at;
+  }
+  const bool place = end_of_word_at(a.of(WordClass::PLACE), at) >= end;
+  return place && surname_length(t, at) < 2 ? at : end;
+}
+
+std::size_t chinese_name_start(const NlpArtifacts& a, std::size_t end) {
+  const std::u32string_view t = a.folded;
+  std::size_t run = end;
+  while (run > 0 && end - run < LONGEST_PART && is_han(t[run - 1])) --run;
+  const auto fits = [&](std::size_t length, std::size_t surname) {
+    if (end - run < length) return false;
+    const std::size_t at = end - length;
+    const auto name = t.substr(at, length);
+    return surname_length(t, at) == surname && !is_everyday_word(name) &&
+           !is_everyday_word(name.substr(0, 2)) && !holds_word(a, at, end) &&
+           !is_touched(a.of(WordClass::PERSON_LABEL), at, end);
+  };
+  if (fits(4, 2)) return end - 4;
+  if (fits(3, 2)) return end - 3;
+  if (fits(3, 1)) return end - 3;
+  if (fits(2, 1)) return end - 2;
+  return end;
+}
+
+}  // namespace core::nlp

@@ -1,0 +1,171 @@
+#include "core/nlp/characters.hpp"
+#include "core/nlp/chinese_names.hpp"
+#include "core/nlp/hits.hpp"
+#include "core/nlp/name_finders.hpp"
+#include "core/text/regex.hpp"
+#include "core/text/word_set.hpp"
+
+namespace core::nlp {
+namespace {
+
+using recognition::WordClass;
+using text::Regex;
+
+constexpr double LABEL_SCORE = 0.9;
+constexpr double PROSE_SCORE = 0.6;
+
+// Between a label and a name: 法定代表人（主要负责人）：, 联系人 PIC, 联系人为. The colon
+// or the tab, if there is one, is group 1.
+const Regex RE_SEPARATOR(
+    "RE_SEPARATOR",
+    UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?[ ]{0,4}(:|\t|为|是|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?)");
+
+// Titles that stand behind persons only; 经理 or 主任 may stand behind 项目 as well.
+constexpr auto SURE_TITLES =
+    text::words({U"先生", U"女士", U"小姐", U"律师", U"博士", U"教授", U"老师", U"同志", U"法官"});
+
+// Compound surnames that are also places or everyday words.
+constexpr auto AMBIGUOUS_SURNAMES =
+    text::words({U"东方", U"西门", U"南门", U"东门", U"百里", U"第五", U"微生", U"公上", U"公门",
+                 U"公山", U"公玉", U"公坚", U"公仪", U"公户", U"东里", U"东宫", U"南荣", U"子书",
+                 U"乐正", U"濮阳", U"南宫", U"贺兰", U"公西", U"公祖", U"太叔", U"公伯", U"子桑",
+                 U"公仲", U"东郭", U"公乘", U"公良", U"即墨", U"万俟", U"钟离", U"长孙"});
+
+// The characters of transliterated names; those of product names are others.
+constexpr std::u32string_view TRANSLITERATION =
+    U"阿埃艾爱安昂奥巴白拜班邦保堡贝本比彼边别宾波伯博布查柴达大戴丹德登迪蒂丁东杜敦多俄厄恩尔法凡范菲费芬丰弗福夫佛盖甘冈高戈哥格葛根古瓜圭哈海"
+    U"汉赫亨胡华怀惠霍基吉加贾杰金居卡凯坎康科克肯库昆拉莱兰朗劳勒雷黎里利莉丽林琳列卢鲁路伦罗洛吕马玛迈麦曼芒梅门蒙孟米密明摩莫默穆木娜纳南内"
+    U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾提图土吐托瓦万威维韦温翁沃乌吾武西"
+    U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买";
+
+bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・'; }
+
+bool transliterates(std::u32string_view part) {
+  std::size_t known = 0;
+  for (const char32_t c : part) {
+    known += TRANSLITERATION.find(c) != TRANSLITERATION.npos ? 1U : 0U;
+  }
+  return !part.empty() && known * 4 >= part.size() * 3;
+}
+
+class Search {
+ public:
+  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+
+  std::vector<RecognizerResult> run() {
+    behind_labels();
+    before_titles();
+    before_identity_numbers();
+    compound_surnames();
+    dotted_names();
+    return std::move(out_);
+  }
+
+ private:
+  void add(std::size_t start, std::size_t end, double score) {
+    out_.push_back(make_hit(anonymization::entity_type::PERSON, start, end, score));
+  }
+
+  void behind_labels() {
+    for (const auto& label : a_.of(WordClass::PERSON_LABEL)) {
+      if (label.from_table) {
+        const std::size_t end = chinese_name_end(a_, label.end, NameContext::LABEL);
+        if (end > label.end && ends_cell(end)) add(label.end, end, LABEL_SCORE);
+        continue;
+      }
+      const auto m = RE_SEPARATOR.match_at(t_, label.end);
+      if (!m) continue;
+      const bool marked = m->has(1) && m->text(1) != U"," && m->text(1) != U"，";
+      const std::size_t at = m->end();
+      // A name is set off by blanks as well, but a sentence that goes on is none.
+      const bool blank = at > label.end + 1 && t_[at - 1] == U' ';
+      add_list(at, marked || blank ? NameContext::LABEL : NameContext::PROSE);
+    }
+  }
+
+  // The name and further ones behind commas: 张三、李四
+  void add_list(std::size_t at, NameContext context) {
+    while (true) {
+      const std::size_t end = chinese_name_end(a_, at, context);
+      if (end == at) return;
+      add(at, end, context == NameContext::LABEL ? LABEL_SCORE : PROSE_SCORE);
+      if (end + 1 >= t_.size() || (t_[end] != U'、' && t_[end] != U'/')) return;
+      at = end + 1;
+      context = NameContext::PROSE;
+    }
+  }
+
+  bool ends_cell(std::size_t at) const {
+    return at >= t_.size() || is_cell_end(t_[at]) || t_[at] == U'(' || t_[at] == U' ' ||
+           t_[at] == U'/' || t_[at] == U'、' || t_[at] == U'，' || t_[at] == U',';
+  }
+
+  void before_titles() {
+    for (const auto& title : a_.of(WordClass::PERSON_TITLE)) {
+      const std::size_t start = chinese_name_start(a_, title.start);
+      if (start == title.start) continue;
+      const bool sure = SURE_TITLES.contains(t_.substr(title.start, title.end - title.start));
+      if (sure || start == 0 || !is_han(t_[start - 1])) add(start, title.start, PROSE_SCORE);
+    }
+  }
+
+  // 田小妹（身份证号…）, 王大勇，居民身份证…
+  void before_identity_numbers() {
+    for (const auto c : {WordClass::ID_CARD_LABEL, WordClass::PASSPORT_LABEL}) {
+      for (const auto& label : a_.of(c)) {
+        if (label.from_table || label.start < 3) continue;
+        const char32_t mark = t_[label.start - 1];
+        if (mark != U'(' && mark != U'，' && mark != U',') continue;
+        const std::size_t start = chinese_name_start(a_, label.start - 1);
+        if (start < label.start - 1) add(start, label.start - 1, PROSE_SCORE);
+      }
+    }
+  }
+
+  void compound_surnames() {
+    for (const auto& surname : a_.of(WordClass::SURNAME)) {
+      const std::size_t end = chinese_name_end(a_, surname.start, NameContext::PROSE);
+      if (end <= surname.end) continue;
+      const bool ambiguous =
+          AMBIGUOUS_SURNAMES.contains(t_.substr(surname.start, surname.end - surname.start));
+      if (ambiguous && end < t_.size() && is_han(t_[end])) continue;
+      add(surname.start, end, PROSE_SCORE);
+    }
+  }
+
+  // 伊万·彼得罗维奇·索科洛夫 in a sentence. Not 沁屿·石梅度假村.
+  void dotted_names() {
+    std::size_t done = 0;
+    for (std::size_t i = 1; i + 1 < t_.size(); ++i) {
+      if (!is_dot(t_[i]) || i < done) continue;
+      std::size_t start = i;
+      while (start > done && i - start < 6 && sounds(t_[start - 1])) --start;
+      std::size_t end = i;
+      while (end < t_.size() && is_dot(t_[end])) {
+        std::size_t part = end + 1;
+        while (part < t_.size() && part - end <= 7 && sounds(t_[part])) ++part;
+        if (part == end + 1) break;
+        end = part;
+      }
+      if (start < i && end > i && end - start >= 4) add(start, end, PROSE_SCORE);
+      done = std::max(done, end);
+    }
+  }
+
+  bool sounds(char32_t c) const { return is_han(c) && transliterates(std::u32string_view(&c, 1)); }
+
+  const NlpArtifacts& a_;
+  std::u32string_view t_;
+  std::vector<RecognizerResult> out_;
+};
+
+}  // namespace
+
+ChinesePersonFinder::ChinesePersonFinder()
+    : EntityRecognizer("ChinesePersonFinder", {std::string(anonymization::entity_type::PERSON)}) {}
+
+std::vector<RecognizerResult> ChinesePersonFinder::analyze(const NlpArtifacts& artifacts) const {
+  return Search(artifacts).run();
+}
+
+}  // namespace core::nlp

@@ -1,0 +1,100 @@
+#include "core/nlp/latin_names.hpp"
+
+#include <algorithm>
+
+#include "core/nlp/hits.hpp"
+#include "core/nlp/latin_tokens.hpp"
+#include "core/text/word_set.hpp"
+
+namespace core::nlp {
+namespace {
+
+using recognition::NlpArtifacts;
+using recognition::WordClass;
+
+constexpr int MOST_WORDS = 5;
+
+constexpr auto PARTICLES =
+    text::words({U"van", U"der", U"den", U"de", U"la", U"von", U"zu", U"bin", U"binti", U"ibn", U"al",
+                 U"el", U"dela", U"del", U"della", U"di", U"da", U"dos", U"du", U"le", U"y", U"ter"});
+
+bool is_initial(std::u32string_view word) {
+  return word.size() == 2 && is_upper(word[0]) && word[1] == U'.';
+}
+
+// Desrosiers, Okonkwo-Hale, O'Brien, ABERNATHY. Not LLC., R2, or a word of the contract.
+bool is_name_word(std::u32string_view word) {
+  if (word.size() < 2 || !is_upper(word.front())) return false;
+  const bool letters = std::all_of(word.begin(), word.end(), [](char32_t c) {
+    return is_latin_letter(c) || c == U'-' || c == U'\'';
+  });
+  return letters && !is_contract_word(word);
+}
+
+bool belongs_elsewhere(const NlpArtifacts& a, const Token& token) {
+  for (const auto c : {WordClass::EN_LEGAL_FORM, WordClass::EN_ROLE, WordClass::EN_ORGANIZATION_HEAD,
+                       WordClass::EN_STREET_WORD}) {
+    if (is_covered(a.of(c), token.start, token.end)) return true;
+  }
+  return false;
+}
+
+// A sentence ends behind the name.
+Token without_full_stop(std::u32string_view t, Token token) {
+  if (!token.empty() && t[token.end - 1] == U'.' && !is_initial(token.in(t))) --token.end;
+  return token;
+}
+
+}  // namespace
+
+std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
+  const std::u32string_view t = a.folded;
+  std::size_t end = at;
+  std::size_t next = at;
+  int words = 0;
+  while (words < MOST_WORDS) {
+    const Token raw = token_after(t, next);
+    const Token token = without_full_stop(t, raw);
+    if (token.empty() || (words == 0 && token.start != at)) break;
+    const auto word = token.in(t);
+    if (words > 0 && PARTICLES.contains(word)) {
+      next = token.end;
+      continue;
+    }
+    if (is_initial(word)) {
+      next = token.end;
+      if (words == 0) ++words;
+      continue;
+    }
+    if (!is_name_word(word)) break;
+    if (belongs_elsewhere(a, token)) return words >= fewest && is_covered(a.of(WordClass::EN_ROLE), token.start, token.end) ? end : at;
+    ++words;
+    end = next = token.end;
+    if (raw.end != token.end) break;
+  }
+  return words >= fewest ? end : at;
+}
+
+std::size_t latin_name_start(const NlpArtifacts& a, std::size_t end) {
+  const std::u32string_view t = a.folded;
+  std::size_t start = end;
+  std::size_t at = end;
+  int words = 0;
+  while (words < MOST_WORDS) {
+    const Token token = token_before(t, at);
+    if (token.empty() || (words == 0 && token.end != end)) break;
+    const auto word = token.in(t);
+    if (is_name_word(word)) {
+      if (belongs_elsewhere(a, token)) return end;
+      start = token.start;
+      ++words;
+    } else if (words == 0 || !(is_initial(word) || PARTICLES.contains(word))) {
+      break;
+    }
+    at = token.start;
+    if (at == 0 || t[at - 1] != U' ') break;
+  }
+  return words >= 2 ? start : end;
+}
+
+}  // namespace core::nlp

@@ -1,0 +1,180 @@
+#include "core/nlp/hits.hpp"
+#include "core/nlp/latin_tokens.hpp"
+#include "core/nlp/name_finders.hpp"
+#include "core/text/regex.hpp"
+#include "core/text/word_set.hpp"
+
+namespace core::nlp {
+namespace {
+
+using recognition::WordClass;
+using text::Regex;
+
+constexpr double PLACE_SCORE = 0.7;
+constexpr double ADDRESS_SCORE = 0.85;
+
+// A part of a date or an amount, a clause, a telephone: no part of an address.
+const Regex RE_NOT_ADDRESS(
+    "RE_NOT_ADDRESS",
+    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|no|attn)\b|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9})");
+
+// 69007 Lyon, NJ 07086, EC4N 6AP, 339411
+const Regex RE_POSTAL_CODE(
+    "RE_POSTAL_CODE",
+    UR"((?<![\d-])\d{4,6}(?![\d-])|\b[A-Z]{1,2}\d{1,2}[A-Z]? \d[A-Z]{2}\b|\b[A-Z]\d[A-Z] \d[A-Z]\d\b)");
+
+// New York Convention, Hamburg Rules: the place is part of the name of a rule.
+constexpr auto NOT_BEHIND_PLACE =
+    text::words({U"Convention", U"Rules", U"Act", U"Law", U"Code", U"Ordinance", U"Protocol",
+                 U"Regulation", U"Regulations", U"Time", U"Accord", U"Agreement", U"Treaty",
+                 U"Arbitration"});
+
+struct Piece {
+  std::size_t start = 0;
+  std::size_t end = 0;
+  std::size_t head = 0;  // how far the words from the start fit into an address
+  std::size_t tail = 0;  // from where the words to the end fit
+  bool open = false;     // no address reaches beyond it to the right
+  bool fits() const { return tail == start && head == end && start < end; }
+};
+
+constexpr bool is_hard_break(char32_t c) {
+  return is_cell_end(c) || c == U';' || c == U'(' || c == U')' || c == U'"' || c == U':' ||
+         c == 0x201C || c == 0x201D || is_han(c) || c == U'，' || c == U'。' || c == U'；' ||
+         c == U'、' || c == U'|' || c == U'[' || c == U']' || c == U'_' || c == U'\u300A';
+}
+
+class Search {
+ public:
+  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+
+  std::vector<RecognizerResult> run() {
+    for (std::size_t i = 0; i < t_.size();) {
+      while (i < t_.size() && is_hard_break(t_[i])) ++i;
+      std::size_t end = i;
+      while (end < t_.size() && !is_hard_break(t_[end])) ++end;
+      if (is_touched(a_.of(WordClass::EN_PLACE), i, end) ||
+          is_touched(a_.of(WordClass::EN_STREET_WORD), i, end)) {
+        read_stretch(i, end);
+      }
+      i = end;
+    }
+    single_places();
+    return std::move(out_);
+  }
+
+ private:
+  void add(std::size_t start, std::size_t end, double score) {
+    out_.push_back(make_hit(anonymization::entity_type::LOCATION, start, end, score));
+  }
+
+  // A stretch without hard breaks: pieces between commas, joined to addresses.
+  void read_stretch(std::size_t start, std::size_t end) {
+    std::vector<Piece> chain;
+    while (start < end) {
+      std::size_t comma = std::min(t_.find(U", ", start), end);
+      Piece piece = read_piece(start, comma);
+      if (is_foreign(piece)) {
+        finish(chain);
+      } else if (chain.empty() || piece.fits()) {
+        if (piece.tail < piece.end) chain.push_back(piece);
+      } else {
+        const bool continues = piece.head > piece.start;
+        if (continues) chain.push_back({piece.start, piece.head, piece.head, piece.start});
+        finish(chain);
+        if (!continues && piece.tail < piece.end) chain.push_back(piece);
+      }
+      start = comma + 2;
+    }
+    finish(chain);
+  }
+
+  bool is_foreign(const Piece& piece) const {
+    return RE_NOT_ADDRESS.search(t_.substr(piece.start, piece.end - piece.start)).has_value() ||
+           is_touched(a_.of(WordClass::EN_LEGAL_FORM), piece.start, piece.end);
+  }
+
+  Piece read_piece(std::size_t start, std::size_t end) const {
+    while (start < end && t_[start] == U' ') ++start;
+    while (end > start && (t_[end - 1] == U' ' || t_[end - 1] == U'.' || t_[end - 1] == U',')) --end;
+    Piece piece{start, end, start, end};
+    for (std::size_t at = start; at < end;) {
+      const Token token = token_after(t_, at);
+      if (token.empty() || !fits(token)) break;
+      if (!is_connective(token.in(t_))) piece.head = std::min(token.end, end);
+      at = token.end;
+    }
+    for (std::size_t at = end; at > start;) {
+      const Token token = token_before(t_, at);
+      if (token.empty() || token.start < start || !fits(token)) break;
+      if (!is_connective(token.in(t_))) piece.tail = token.start;
+      at = token.start;
+    }
+    return piece;
+  }
+
+  bool fits(const Token& token) const {
+    const auto word = token.in(t_);
+    if (is_connective(word) && word != U"and" && word != U"for") return true;
+    if (word == U"and") return false;
+    return is_upper(word.front()) || text::is_ascii_digit(word.front()) || word.front() == U'#' ||
+           word == U"rue" || word == U"floor" || word == U"beon-gil";
+  }
+
+  void finish(std::vector<Piece>& chain) {
+    while (!chain.empty() && chain.front().tail == chain.front().end) chain.erase(chain.begin());
+    if (!chain.empty()) report(chain);
+    chain.clear();
+  }
+
+  void report(const std::vector<Piece>& chain) {
+    const std::size_t start = chain.front().tail;
+    const std::size_t end = chain.back().head > chain.back().start && chain.size() > 1
+                                ? chain.back().head
+                                : chain.back().end;
+    const auto surface = t_.substr(start, end - start);
+    const bool place = is_touched(a_.of(WordClass::EN_PLACE), start, end);
+    const bool street = is_touched(a_.of(WordClass::EN_STREET_WORD), start, end);
+    const bool digit = std::any_of(surface.begin(), surface.end(), text::is_ascii_digit);
+    const bool code = RE_POSTAL_CODE.search(surface).has_value();
+    const bool address = digit && chain.size() >= 2 && (place || code) && (street || code || chain.size() >= 3);
+    if (address) {
+      add(start, end, ADDRESS_SCORE);
+    } else if (chain.size() >= 2) {
+      joined_places(chain);
+    }
+  }
+
+  // Wilmington, Delaware
+  void joined_places(const std::vector<Piece>& chain) {
+    for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
+      const auto& places = a_.of(WordClass::EN_PLACE);
+      const bool first = is_covered(places, chain[i].tail, chain[i].end);
+      const bool second = is_covered(places, chain[i + 1].start, chain[i + 1].head);
+      if (first && second) add(chain[i].tail, chain[i + 1].head, ADDRESS_SCORE);
+    }
+  }
+
+  void single_places() {
+    for (const auto& place : a_.of(WordClass::EN_PLACE)) {
+      const Token next = token_after(t_, place.end);
+      if (!next.empty() && NOT_BEHIND_PLACE.contains(next.in(t_))) continue;
+      add(place.start, place.end, PLACE_SCORE);
+    }
+  }
+
+  const NlpArtifacts& a_;
+  std::u32string_view t_;
+  std::vector<RecognizerResult> out_;
+};
+
+}  // namespace
+
+LatinPlaceFinder::LatinPlaceFinder()
+    : EntityRecognizer("LatinPlaceFinder", {std::string(anonymization::entity_type::LOCATION)}) {}
+
+std::vector<RecognizerResult> LatinPlaceFinder::analyze(const NlpArtifacts& artifacts) const {
+  return Search(artifacts).run();
+}
+
+}  // namespace core::nlp

@@ -1,0 +1,103 @@
+#include "core/nlp/characters.hpp"
+#include "core/nlp/chinese_names.hpp"
+#include "core/nlp/hits.hpp"
+#include "core/nlp/latin_names.hpp"
+#include "core/nlp/name_finders.hpp"
+#include "core/nlp/vocabulary.hpp"
+#include "core/text/regex.hpp"
+
+namespace core::nlp {
+namespace {
+
+using text::Regex;
+namespace entity_type = anonymization::entity_type;
+
+constexpr double SCORE = 0.6;
+
+// The same person in the other script: 乐海涛 (Le Haitao), 박지명 / Park Ji-myeong
+const Regex RE_OTHER_SCRIPT(
+    "RE_OTHER_SCRIPT",
+    UR"(:? ?(?:\( ?|/ )(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'.-]*){1,3}|[\u4e00-\u9fff·]{2,12}|[\uac00-\ud7a3]{2,6})(?: ?\)|(?=$|[\n，,;；/])))");
+
+class Neighbours {
+ public:
+  Neighbours(const NlpArtifacts& a, std::vector<RecognizerResult> results)
+      : a_(a), t_(a.folded), results_(std::move(results)) {}
+
+  std::vector<RecognizerResult> run() {
+    const std::size_t known = results_.size();
+    for (std::size_t i = 0; i < known; ++i) {
+      const auto type = results_[i].entity_type;
+      if (type == entity_type::PHONE_NUMBER || type == entity_type::EMAIL_ADDRESS) {
+        add_before(static_cast<std::size_t>(results_[i].start));
+      }
+    }
+    for (std::size_t i = 0; i < results_.size(); ++i) {
+      if (results_[i].entity_type == entity_type::PERSON) add_other_script(i);
+    }
+    return std::move(results_);
+  }
+
+ private:
+  void add(std::size_t start, std::size_t end) {
+    results_.push_back(make_hit(entity_type::PERSON, start, end, SCORE));
+  }
+
+  // 陶然, 0512-8817 6042; 司空远帆⇥15857004418; 皇甫志远（父女）⇥0576-…
+  void add_before(std::size_t at) {
+    std::size_t end = at;
+    constexpr std::size_t FARTHEST = 4;
+    while (end > 0 && at - end < FARTHEST && is_mark(t_[end - 1])) --end;
+    if (end == at || end == 0) return;
+    if (t_[end - 1] == U')') end = before_remark(end);
+    if (is_han(t_[end - 1])) {
+      add_chinese(end);
+    } else if (const std::size_t start = latin_name_start(a_, end); start < end) {
+      add(start, end);
+    }
+  }
+
+  static bool is_mark(char32_t c) {
+    return c == U' ' || c == U',' || c == U'，' || c == U'(' || c == U'\t' || c == U':';
+  }
+
+  std::size_t before_remark(std::size_t end) const {
+    constexpr std::size_t LONGEST = 12;
+    for (std::size_t i = end - 1; i > 1 && end - i < LONGEST; --i) {
+      if (t_[i - 1] == U'(') return i - 1;
+    }
+    return end;
+  }
+
+  void add_chinese(std::size_t end) {
+    const std::size_t start = chinese_name_start(a_, end);
+    const bool bounded = start == 0 || !is_han(t_[start - 1]);
+    if (start < end && bounded) add(start, end);
+  }
+
+  void add_other_script(std::size_t index) {
+    const auto end = static_cast<std::size_t>(results_[index].end);
+    const auto m = RE_OTHER_SCRIPT.match_at(t_, end);
+    if (!m) return;
+    const bool latin = is_latin_letter(t_[static_cast<std::size_t>(results_[index].end - 1)]);
+    const char32_t first = m->text(1).front();
+    if (latin == is_latin_letter(first)) return;
+    if (is_han(first) && is_everyday_word(m->text(1))) return;
+    if (is_han(first) && chinese_name_end(a_, m->start(1), NameContext::LABEL) != m->end(1)) return;
+    if (is_latin_letter(first) && latin_name_end(a_, m->start(1), 2) != m->end(1)) return;
+    add(m->start(1), m->end(1));
+  }
+
+  const NlpArtifacts& a_;
+  std::u32string_view t_;
+  std::vector<RecognizerResult> results_;
+};
+
+}  // namespace
+
+std::vector<RecognizerResult> add_neighbouring_persons(const NlpArtifacts& artifacts,
+                                                       std::vector<RecognizerResult> results) {
+  return Neighbours(artifacts, std::move(results)).run();
+}
+
+}  // namespace core::nlp

@@ -1,0 +1,34 @@
+// The shorter forms by which a document goes on to call a name.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/recognition/entity_recognizer.hpp"
+
+namespace core::nlp {
+
+// A spelling to look for, in the folded form of the text.
+struct ShortForm {
+  std::u32string surface;
+  std::string entity_type;
+  bool single_word = false;  // one Latin word, which might be an everyday word
+};
+
+// The forms that follow from the name itself.
+//
+//   苏州澜迅精密机械有限公司      ->  澜迅精密, 澜迅精密机械, 澜迅公司, 苏州澜迅 ...
+//   Bramblewick Robotics, Inc.  ->  Bramblewick Robotics, Bramblewick
+//   Marguerite L. Desrosiers    ->  Desrosiers
+std::vector<ShortForm> short_forms_of(const recognition::NlpArtifacts& artifacts,
+                                      const recognition::RecognizerResult& result);
+
+// The names that stand in quotes and brackets behind an organization, or behind
+// 简称, and are short for one of the organizations before them:
+//
+//   渭川电子科技大学（以下简称“渭川电科大”）     ... Association (the "AAA")
+std::vector<ShortForm> defined_short_forms(
+    const recognition::NlpArtifacts& artifacts,
+    const std::vector<recognition::RecognizerResult>& results);
+
+}  // namespace core::nlp

@@ -1,0 +1,137 @@
+#include "core/nlp/table_labels.hpp"
+
+#include <algorithm>
+#include <vector>
+
+#include "core/nlp/characters.hpp"
+
+namespace core::nlp {
+namespace {
+
+using recognition::NlpArtifacts;
+using recognition::WordClass;
+using recognition::WordHit;
+
+constexpr std::size_t LABEL_CLASSES = static_cast<std::size_t>(WordClass::DRIVER_LICENSE_LABEL) + 1;
+// A longer cell is a sentence that begins with a label word.
+constexpr std::size_t LONGEST_HEAD = 24;
+
+struct Cell {
+  std::size_t start = 0;
+  std::size_t end = 0;
+  std::size_t label = LABEL_CLASSES;  // class of the label that the cell is; none
+  bool is_label() const { return label < LABEL_CLASSES; }
+};
+using Row = std::vector<Cell>;
+
+class TableReader {
+ public:
+  explicit TableReader(NlpArtifacts& artifacts) : artifacts_(artifacts) {}
+
+  void read() {
+    const std::u32string_view t = artifacts_.folded;
+    for (std::size_t line = 0; line < t.size();) {
+      const std::size_t stop = std::min(t.find(U'\n', line), t.size());
+      read_line(line, stop);
+      line = stop + 1;
+    }
+    for (std::size_t c = 0; c < LABEL_CLASSES; ++c) merge(artifacts_.words[c], found_[c]);
+  }
+
+ private:
+  void read_line(std::size_t start, std::size_t stop) {
+    Row row = cells(start, stop);
+    if (row.size() < 2) {
+      head_.clear();
+      return;
+    }
+    for (Cell& cell : row) cell.label = label_of(cell);
+    if (row.size() == head_.size()) {
+      label_below_head(row);
+    } else {
+      head_.clear();
+    }
+    label_behind_first(row);
+    // A row with a single label under a head is an entry such as 项目经理⇥霍启明.
+    const auto labels =
+        std::count_if(row.begin(), row.end(), [](const Cell& c) { return c.is_label(); });
+    const std::ptrdiff_t needed = head_.empty() ? 1 : 2;
+    if (labels >= needed && !has_long_number(start, stop)) head_ = std::move(row);
+  }
+
+  Row cells(std::size_t start, std::size_t stop) const {
+    const std::u32string_view t = artifacts_.folded;
+    Row row;
+    while (start <= stop) {
+      const std::size_t end = std::min(t.find(U'\t', start), stop);
+      Cell cell{start, end};
+      while (cell.start < cell.end && t[cell.start] == U' ') ++cell.start;
+      while (cell.end > cell.start && t[cell.end - 1] == U' ') --cell.end;
+      row.push_back(cell);
+      start = end + 1;
+    }
+    return row;
+  }
+
+  // The class of the label with which the cell begins.
+  std::size_t label_of(const Cell& cell) {
+    if (cell.end - cell.start > LONGEST_HEAD) return LABEL_CLASSES;
+    for (std::size_t c = 0; c < LABEL_CLASSES; ++c) {
+      const auto& list = artifacts_.words[c];
+      std::size_t& next = next_[c];
+      while (next < list.size() && list[next].start < cell.start) ++next;
+      if (next < list.size() && list[next].start == cell.start && list[next].end <= cell.end) {
+        return c;
+      }
+    }
+    return LABEL_CLASSES;
+  }
+
+  bool has_long_number(std::size_t start, std::size_t stop) const {
+    constexpr std::size_t LONG = 4;
+    std::size_t digits = 0;
+    for (std::size_t i = start; i < stop; ++i) {
+      digits = text::is_ascii_digit(artifacts_.folded[i]) ? digits + 1 : 0;
+      if (digits == LONG) return true;
+    }
+    return false;
+  }
+
+  void label_below_head(const Row& row) {
+    for (std::size_t i = 0; i < row.size(); ++i) {
+      if (head_[i].is_label() && !row[i].is_label()) add(head_[i].label, row[i].start);
+    }
+  }
+
+  void label_behind_first(const Row& row) {
+    std::size_t label = LABEL_CLASSES;
+    for (const Cell& cell : row) {
+      if (cell.is_label()) {
+        label = cell.label;
+      } else if (label < LABEL_CLASSES) {
+        add(label, cell.start);
+      }
+    }
+  }
+
+  void add(std::size_t label, std::size_t at) {
+    found_[label].push_back({at, at, true});
+  }
+
+  static void merge(std::vector<WordHit>& words, const std::vector<WordHit>& more) {
+    words.insert(words.end(), more.begin(), more.end());
+    std::stable_sort(words.begin(), words.end(),
+                     [](const auto& a, const auto& b) { return a.start < b.start; });
+  }
+
+  NlpArtifacts& artifacts_;
+  std::size_t next_[LABEL_CLASSES] = {};
+  std::vector<WordHit> found_[LABEL_CLASSES];
+  Row head_;
+};
+
+}  // namespace
+
+void add_table_labels(recognition::NlpArtifacts& artifacts) { TableReader(artifacts).read(); }
+
+}  // namespace core::nlp

@@ -1,0 +1,46 @@
+// Runs the recognizers of a registry over a text.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "core/anonymization/analyzer.hpp"
+#include "core/recognition/recognizer_registry.hpp"
+
+namespace core::recognition {
+
+// A step that sees the hits of all recognizers and may add, change or drop some.
+// Offsets of what it returns lie inside the text.
+using Refinement = std::function<std::vector<RecognizerResult>(
+    const NlpArtifacts& artifacts, std::vector<RecognizerResult> results)>;
+
+class AnalyzerEngine : public anonymization::Analyzer {
+ public:
+  // A pattern that is weak by itself stays below this without a context word.
+  static constexpr double DEFAULT_SCORE_THRESHOLD = 0.4;
+
+  AnalyzerEngine(std::unique_ptr<const NlpEngine> nlp_engine, RecognizerRegistry registry,
+                 std::vector<Refinement> refinements = {},
+                 double score_threshold = DEFAULT_SCORE_THRESHOLD);
+
+  // The hits sorted by start, without duplicates within a type. None crosses a
+  // line end, a tab or a paragraph joiner (U+E000, U+E001).
+  std::vector<RecognizerResult> analyze(std::u32string_view text,
+                                        std::string_view language) const override;
+
+  const RecognizerRegistry& registry() const { return registry_; }
+
+ private:
+  std::unique_ptr<const NlpEngine> nlp_engine_;
+  RecognizerRegistry registry_;
+  std::vector<Refinement> refinements_;
+  double score_threshold_;
+};
+
+// Drops every hit that lies within another of its type with at least its score.
+// The rest is sorted by start, the longer first.
+std::vector<RecognizerResult> remove_duplicates(std::vector<RecognizerResult> results);
+
+}  // namespace core::recognition

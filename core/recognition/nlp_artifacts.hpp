@@ -1,0 +1,103 @@
+// What is known of a text before any recognizer reads it, found in one pass and
+// shared by all of them.
+//
+// Offsets count code points.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace core::recognition {
+
+// What a word of the vocabulary says about its surroundings.
+enum class WordClass : std::uint8_t {
+  // Labels: the value stands behind them, or below them in a table.
+  PERSON_LABEL,
+  ORGANIZATION_LABEL,
+  ADDRESS_LABEL,
+  PHONE_LABEL,
+  ACCOUNT_LABEL,
+  CARD_LABEL,
+  LAST4_LABEL,
+  SWIFT_LABEL,
+  IBAN_LABEL,
+  USCC_LABEL,
+  ID_CARD_LABEL,
+  PASSPORT_LABEL,
+  PLATE_LABEL,
+  QUAL_LABEL,
+  SOCIAL_LABEL,
+  TICKER_LABEL,
+  SSN_LABEL,
+  ITIN_LABEL,
+  US_BANK_LABEL,
+  DRIVER_LICENSE_LABEL,
+  // Money
+  CURRENCY,
+  // Chinese names
+  SURNAME,
+  PERSON_TITLE,   // 先生, 律师: stands behind a name
+  CLAUSE_WORD,    // 委托, 签订: never inside a name
+  COMPANY_FORM,   // 有限公司: ends a company's name
+  PLAIN_COMPANY,  // 公司, 厂: ends a name that begins with a place
+  BRANCH,         // 分公司, 支行
+  BANK,           // 银行
+  INSTITUTION,    // 大学, 律师事务所: ends a name that may begin with anything
+  PUBLIC_BODY,    // 人民法院, 管理局: ends a name that begins with a place
+  PLACE,          // 北京, 江苏省, 德国
+  PUBLIC_NAME,    // 中国证监会, SIAC: an organization by itself
+  SHIELD,         // 大理石, 北京时间: no name inside
+  // English names
+  EN_LEGAL_FORM,
+  EN_ORGANIZATION_HEAD,  // Bank, Court, University
+  EN_TITLE,              // Mr, Dr: stands before a name
+  EN_GIVEN_NAME,
+  EN_ROLE,  // Managing Director: stands behind a name and a comma
+  EN_PLACE,
+  EN_STREET_WORD,
+  COUNT
+};
+
+struct WordHit {
+  std::size_t start = 0;
+  std::size_t end = 0;
+  bool from_table = false;  // a label that stands at the head of the column, not here
+};
+
+// A run of ASCII letters and digits with at least one digit.
+struct NumberRun {
+  std::size_t start = 0;
+  std::size_t end = 0;
+};
+
+struct NlpArtifacts {
+  std::u32string_view text;  // as it was given; outlives the artifacts
+  // The text with full-width letters, digits and signs as ASCII ones, every kind
+  // of dash as "-" and every blank as " "; position by position the same length.
+  // Chinese commas, full stops and semicolons stay.
+  std::u32string folded;
+  // By class, sorted by start; none lies within another of its class.
+  std::array<std::vector<WordHit>, static_cast<std::size_t>(WordClass::COUNT)> words;
+  std::vector<NumberRun> numbers;
+  std::vector<std::size_t> at_signs;
+
+  const std::vector<WordHit>& of(WordClass word_class) const {
+    return words[static_cast<std::size_t>(word_class)];
+  }
+  std::vector<WordHit>& of(WordClass word_class) {
+    return words[static_cast<std::size_t>(word_class)];
+  }
+};
+
+// Makes the artifacts. One engine serves many texts, also from several threads.
+class NlpEngine {
+ public:
+  virtual ~NlpEngine() = default;
+  virtual NlpArtifacts process_text(std::u32string_view text, std::string_view language) const = 0;
+};
+
+}  // namespace core::recognition

@@ -1,0 +1,114 @@
+#include <algorithm>
+
+#include "core/recognition/predefined/predefined.hpp"
+#include "core/text/regex.hpp"
+#include "core/text/unicode.hpp"
+
+namespace core::recognition {
+namespace {
+
+using text::Regex;
+namespace entity_type = anonymization::entity_type;
+
+// Behind a currency: 人民币1,280,000.00元, US$ 3.5 million, 人民币叁万元整, ￥：25,950.00, 人民币(大写)伍佰万元
+const Regex RE_BEHIND_CURRENCY(
+    "RE_BEHIND_CURRENCY",
+    UR"((?:\((?:大写|小写)\))?[ :]{0,3}(?:(?:\d{1,3}(?:,\d{3})+|\d+)(?:\.\d+)?(?!\d)(?: ?(?:万亿|百万|千万|万|亿|千|million|billion|thousand|Million|Billion|mn|bn|m|k)(?![A-Za-z]))?(?: ?[元圆])?[整正]?(?![年月日%‰])(?!\d))"
+    UR"(|[一二三四五六七八九十两零〇壹贰叁肆伍陆柒捌玖拾佰仟百千万亿萬億]{1,24}[元圆](?:[零壹贰叁肆伍陆柒捌玖]{1,2}角)?(?:零?[壹贰叁肆伍陆柒捌玖]分)?[整正]?))");
+
+// Before a currency: 3,450.00元, 500万美元, 4.2亿日元, 5,000 US dollars, 80,000 RMB. Not 3元件.
+const Regex RE_BEFORE_CURRENCY(
+    "RE_BEFORE_CURRENCY",
+    UR"((?<![\d.])(?:\d{1,3}(?:,\d{3})+|\d+)(?:\.\d+)? ?(?:万亿|百万|千万|万|亿|千|million|billion)?余? ?(?:美元|港元|欧元|日元|英镑|韩元|美金|港币|新加坡元|新币|澳元|加元|瑞士法郎|新台币|人民币|元人民币|[元圆](?![件素月旦器])|(?i:(?:us|u\.s\.|hong kong|singapore) )?(?i:dollars?|euros?|yuan|renminbi|pounds(?: sterling)?)(?![A-Za-z])|(?:USD|RMB|CNY|EUR|GBP|HKD|JPY|SGD|AUD|CHF|NOK|DKK|AED)(?![A-Za-z]))[整正]?)");
+
+// 壹佰贰拾捌万元整, 捌拾叁万壹仟元整, 壹佰万美元. Not 壹式肆份.
+const Regex RE_CAPITAL(
+    "RE_CAPITAL",
+    UR"([壹贰叁肆伍陆柒捌玖拾][零〇壹贰叁肆伍陆柒捌玖拾佰仟万亿萬億]{0,24}(?:美元|港元|港币|欧元|日元|英镑|元|圆)(?:[零壹贰叁肆伍陆柒捌玖]{1,2}角)?(?:零?[壹贰叁肆伍陆柒捌玖]分)?[整正]?)");
+
+// 三万元, 二十万元整. Not 二元, 一元化.
+const Regex RE_NUMERAL(
+    "RE_NUMERAL",
+    UR"([一二三四五六七八九十两][一二三四五六七八九十百千万亿两零〇]{1,20}(?:美元|港元|欧元|日元|元)[整正]?)");
+
+// The first figure of a range whose currency stands behind the second: 100-200元, 3万至5万元
+const Regex RE_RANGE_START(
+    "RE_RANGE_START",
+    UR"((?<![\d.])(?:\d{1,3}(?:,\d{3})+|\d+)(?:\.\d+)?(?: ?[万亿])?(?= ?(?:-|~|至|到) ?(?:\d{1,3}(?:,\d{3})+|\d+)(?:\.\d+)? ?[万亿千]?(?:美元|港元|欧元|日元|元)(?![件素月旦器])))");
+
+// twenty-four million euros, ONE HUNDRED THOUSAND US DOLLARS. Not one hundred days.
+const Regex RE_WORDS_BEFORE_CURRENCY(
+    "RE_WORDS_BEFORE_CURRENCY",
+    UR"((?i)(?<![A-Za-z-])(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety)(?:(?:,? |-)(?:and |one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)){0,20} (?:(?:us|united states|hong kong|singapore|australian) )?(?:dollars|euros?|pounds(?: sterling)?|yuan|renminbi)(?![A-Za-z]))");
+
+// US Dollars One Million Only
+const Regex RE_WORDS_BEHIND_CURRENCY(
+    "RE_WORDS_BEHIND_CURRENCY",
+    UR"((?<![A-Za-z])(?:(?:US|U\.S\.|United States|Hong Kong|Singapore|Australian) )?(?:Dollars|Euros?|Renminbi|Yuan|DOLLARS|EUROS?|RENMINBI|RMB|USD)(?i:(?:,? |-)(?:and|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|thirteen|fourteen|fifteen|sixteen|seventeen|eighteen|nineteen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)\b){1,20}(?i: only)?)");
+
+// Codes count in capitals only: "try 3 times" is no amount in lira.
+bool is_currency(std::u32string_view word) {
+  constexpr std::size_t LONGEST_CODE = 4;
+  const bool ascii = std::all_of(word.begin(), word.end(), [](char32_t c) { return c < 0x80; });
+  if (!ascii || word.size() > LONGEST_CODE) return true;
+  return word == U"Rs." || std::none_of(word.begin(), word.end(), [](char32_t c) {
+           return c >= U'a' && c <= U'z';
+         });
+}
+
+class MoneyRecognizer : public EntityRecognizer {
+ public:
+  MoneyRecognizer() : EntityRecognizer("MoneyRecognizer", {std::string(entity_type::MONEY)}) {}
+
+  std::vector<RecognizerResult> analyze(const NlpArtifacts& a) const override {
+    std::vector<RecognizerResult> out;
+    add_behind_currency(a, out);
+    add_before_currency(a, out);
+    for (const Regex* regex :
+         {&RE_CAPITAL, &RE_NUMERAL, &RE_WORDS_BEFORE_CURRENCY, &RE_WORDS_BEHIND_CURRENCY}) {
+      for (const auto& m : regex->find_all(a.folded)) add(out, m.start(), m.end());
+    }
+    return out;
+  }
+
+ private:
+  static constexpr double SCORE = 0.8;
+
+  static void add(std::vector<RecognizerResult>& out, std::size_t start, std::size_t end) {
+    out.push_back({std::string(entity_type::MONEY), static_cast<std::ptrdiff_t>(start),
+                   static_cast<std::ptrdiff_t>(end), SCORE});
+  }
+
+  static void add_behind_currency(const NlpArtifacts& a, std::vector<RecognizerResult>& out) {
+    const std::u32string_view folded = a.folded;
+    for (const auto& word : a.of(WordClass::CURRENCY)) {
+      if (!is_currency(folded.substr(word.start, word.end - word.start))) continue;
+      const auto m = RE_BEHIND_CURRENCY.match_at(folded, word.end);
+      if (m) add(out, word.start, m->end());
+    }
+  }
+
+  static void add_before_currency(const NlpArtifacts& a, std::vector<RecognizerResult>& out) {
+    std::size_t free_from = 0;
+    for (const auto& run : a.numbers) {
+      std::size_t at = run.start;
+      while (at < run.end && !text::is_ascii_digit(a.folded[at])) ++at;
+      if (at < free_from) continue;
+      if (const auto m = RE_RANGE_START.match_at(a.folded, at)) {
+        add(out, m->start(), m->end());
+        free_from = m->end();
+      } else if (const auto b = RE_BEFORE_CURRENCY.match_at(a.folded, at)) {
+        add(out, b->start(), b->end());
+        free_from = b->end();
+      }
+    }
+  }
+};
+
+}  // namespace
+
+void add_money_recognizers(RecognizerRegistry& registry) {
+  registry.add_recognizer(std::make_shared<MoneyRecognizer>());
+}
+
+}  // namespace core::recognition

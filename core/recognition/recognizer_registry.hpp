@@ -1,0 +1,31 @@
+// The recognizers of an analyzer.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/recognition/entity_recognizer.hpp"
+
+namespace core::recognition {
+
+class RecognizerRegistry {
+ public:
+  void add_recognizer(std::shared_ptr<const EntityRecognizer> recognizer);
+  // Removes all recognizers of the name.
+  void remove_recognizer(std::string_view name);
+
+  const std::vector<std::shared_ptr<const EntityRecognizer>>& recognizers() const {
+    return recognizers_;
+  }
+  // Those that read texts of the language, in the order in which they were added.
+  std::vector<const EntityRecognizer*> get_recognizers(std::string_view language) const;
+  // Sorted, each once.
+  std::vector<std::string> get_supported_entities(std::string_view language) const;
+
+ private:
+  std::vector<std::shared_ptr<const EntityRecognizer>> recognizers_;
+};
+
+}  // namespace core::recognition

@@ -174,14 +174,14 @@ const Regex RE_ZH_CONTRACT_FIELD_LABEL(
 // Not 本公司, the Company; not 华信银行股份有限公司苏州支行, which names a branch of a bank.
 constexpr auto PARTY_LABELED_COMPANY_PATTERN = joined(
     PARTY_LABEL,
-    UR"((?<name>(?!(?:本|该|贵|我|其|此|各|某|上述|下列|目标|合资|项目|关联|母|子|分|总|任何|一家)*+(?:有限责任公司|股份有限公司|有限公司|公司|集团|合伙企业|厂)(?![\u4e00-\u9fff])))"
+    UR"((?<name>(?!(?:本|该|贵|我|其|此|各|某|上述|下列|目标|合资|项目|关联|母|子|分|总|任何|一家)*+(?:有限责任公司|股份有限公司|有限公司|公司|集团|合伙企业|厂)(?:[与和及或]|[^\u4e00-\u9fff]|\z)))"
     UR"((?:(?!应当|不得|有权|按照|根据|支付|承担|是指|系指|以下|(?<!美)的|甲方|乙方)[\u4e00-\u9fffA-Za-z0-9·&-]|[（(][\u4e00-\u9fffA-Za-z]{1,16}+[）)]){2,60}?)"
     UR"(\h?(?:有限责任公司|股份有限公司|有限公司|公司|株式会社|有限会社|合伙企业|集团|厂|商行|经营部|门市部|工作室|合作社|商店|商场|酒店|宾馆)(?:[（(](?:有限合伙|普通合伙|特殊普通合伙|集团|筹)[）)])?)"
     UR"((?=[与和及或]|法定代表|统一社会|地址|住所|[^\u4e00-\u9fffA-Za-z0-9]|\z))"
     UR"(|(?!(?i:the|our|your|this|each|any|such|a)\h+(?i:company|corporation|limited)\b))"
     UR"([\p{Lu}\d][\p{L}\p{N}&.'’+/-]{0,40}+)"
     UR"((?:\h{1,2}(?:[(（][\p{L} .]{1,30}+[)）]|[\p{Lu}\d&+][\p{L}\p{N}&.'’+/-]{0,40}+|and|of|the|for|de|der|des|di|du|la|van|von|und|et|y)){0,9})"
-    UR"(,?(?:\h{1,2}|(?<=,))(?:(?i:co|company|corp|corporation|inc|incorporated|ltd|limited|llc|l\.l\.c|llp|l\.l\.p|plc|pte|pty|gmbh|sdn|bhd|sarl|s\.?r\.?l|s\.?p\.?a|b\.?v|n\.?v|k\.k|oyj?|a/s|aps|pjsc|ojsc|jsc|tbk)|AG|SE|KG|OHG|SA|S\.A|AB|AS|ASA|NV|LP|L\.P|PC|P\.C|FZE|FZCO|DMCC|SAS|S\.A\.S|PT)\b\.?)"
+    UR"(,?(?:\h{1,2}|(?<=,))(?:(?i:co|company|corp|corporation|inc|incorporated|ltd|limited|llc|l\.l\.c|llp|l\.l\.p|plc|pte|pty|gmbh|sdn|bhd|sarl|s\.?r\.?l|s\.?p\.?a|b\.?v|n\.?v|k\.k|oyj?|a/s|aps|pjsc|ojsc|jsc|tbk)|AG|SE|KG|OHG|SA|S\.A|AB|AS|ASA|NV|LP|L\.P|PC|P\.C|FZE|FZCO|DMCC|SAS|S\.A\.S)\b\.?)"
     UR"((?:,?\h{0,2}(?:&\h?)?(?:(?i:co|corp|inc|ltd|limited|llc|llp|plc|bhd|gmbh)|KG|KGaA|OHG)\b\.?){0,3})"
     UR"((?![\p{L}\p{N}]))"
     UR"())");
@@ -195,11 +195,11 @@ const Regex RE_PARTY_LABELED_COMPANY("RE_PARTY_LABELED_COMPANY",
 // Not 银行, 该医院, the Bank.
 constexpr auto PARTY_LABELED_INSTITUTION_PATTERN = joined(
     PARTY_LABEL,
-    UR"((?<name>(?!(?:本|该|贵|我|其|此|各|某|上述|下列|有关|相关|任何|一家)*+(?:银行|支行|分行|大学|学院|学校|医院|中心|研究院|研究所|局|委员会|协会|事务所|人民政府|人民法院|法院|政府|基金会|基金)(?![\u4e00-\u9fff])))"
+    UR"((?<name>(?!(?:本|该|贵|我|其|此|各|某|上述|下列|有关|相关|任何|一家)*+(?:银行|支行|分行|大学|学院|学校|医院|中心|研究院|研究所|局|委员会|协会|事务所|人民政府|人民法院|法院|政府|基金会|基金)(?:[与和及或]|[^\u4e00-\u9fff]|\z)))"
     UR"((?:(?!应当|不得|有权|按照|根据|支付|承担|是指|系指|以下|(?<!美)的|甲方|乙方)[\u4e00-\u9fffA-Za-z0-9·-]|[（(][\u4e00-\u9fff]{1,16}+[）)]){2,60}?)"
     UR"((?:银行|支行|分行|营业[部厅室]|分理处|储蓄所|信用社|联社|大学|学院|学校|中学|小学|幼儿园|医院|卫生院|诊所|研究[院所]|设计院|科学院|实验室|中心|[局厅署]|委员会|办公室|办事处|政府|法院|检察院|[协学商]会|联合会|总会|工会|基金会?|事务所|公证处|出版社|报社|电视台|博物馆|图书馆|监狱|看守所)(?:[（(](?:普通合伙|特殊普通合伙|有限合伙|筹)[）)])?)"
     UR"((?=[与及或]|和(?![平谐田县顺林硕政龙静])|法定代表|统一社会|地址|住所|[^\u4e00-\u9fffA-Za-z0-9]|\z))"
-    UR"(|(?!(?i:the|our|your|this|each|any|such|a)\h+[A-Za-z]+\b(?!\h+(?:[A-Z]|of\b))))"
+    UR"(|(?!(?i:the|our|your|this|each|any|such|a)\h+(?i:bank|branch|court|university|hospital|college|school|agency|authority|office|fund|trust|partnership|committee|association)\b(?!\h+(?:of|for)\b)))"
     UR"((?:(?:[\p{Lu}\d][\p{L}\p{N}&.'’-]{0,40}+\h{1,2}(?:(?:&|and|of|the|for|de|di)\h{1,2}){0,2}){1,8})"
     UR"((?i:university|college|school|bank|hospital|institute|academy|ministry|department|bureau|authority|commission|committee|council|association|foundation|fund|trust|society|chamber|court|cent(?:er|re)|laborator(?:y|ies)|branch|agency|office|partnership)\b(?:\h{1,2}(?:of|for)(?:\h{1,2}the)?(?:\h{1,2}[\p{Lu}][\p{L}\p{N}&.'’-]{0,40}+){1,5}){0,2})"
     UR"(|(?i:university|bank|ministry|department|bureau|institute|academy|college|school|chamber|court|office)\h{1,2}(?i:of|for)(?:\h{1,2}(?i:the))?(?:\h{1,2}[\p{Lu}][\p{L}\p{N}&.'’-]{0,40}+){1,5}(?:\h{1,2}of(?:\h{1,2}[\p{Lu}][\p{L}\p{N}&.'’-]{0,40}+){1,4})?)"

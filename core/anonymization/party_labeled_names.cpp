@@ -20,9 +20,9 @@ using text::Regex;
 
 constexpr auto NPOS = std::u32string_view::npos;
 
-// How far a label may reach back from its colon, and a name ahead of it. The
-// patterns take no longer ones.
-constexpr std::size_t LABEL_REACH = 96;
+// How far a label reaches back from its colon, with both remarks, and a name
+// ahead of it. What is longer is neither.
+constexpr std::size_t LABEL_REACH = 160;
 constexpr std::size_t NAME_REACH = 480;
 
 bool is_colon(char32_t c) { return c == U':' || c == U'：'; }

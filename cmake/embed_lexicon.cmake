@@ -1,13 +1,21 @@
 # Writes OUTPUT, a C++ file that holds the text of SOURCE under the name NAME.
-# The text is cut into raw literals well below the length that every compiler takes.
-file(READ ${SOURCE} content)
-string(LENGTH "${content}" length)
+# The text is cut at line ends into raw literals well below the length that
+# every compiler takes.
+file(READ ${SOURCE} rest)
 set(pieces "")
-set(at 0)
-while(at LESS length)
-  string(SUBSTRING "${content}" ${at} 8000 piece)
+while(NOT rest STREQUAL "")
+  string(LENGTH "${rest}" length)
+  set(cut ${length})
+  if(length GREATER 8000)
+    string(SUBSTRING "${rest}" 8000 -1 behind)
+    string(FIND "${behind}" "\n" line_end)
+    if(line_end GREATER -1)
+      math(EXPR cut "8001 + ${line_end}")
+    endif()
+  endif()
+  string(SUBSTRING "${rest}" 0 ${cut} piece)
+  string(SUBSTRING "${rest}" ${cut} -1 rest)
   string(APPEND pieces "R\"~~(${piece})~~\"\n")
-  math(EXPR at "${at} + 8000")
 endwhile()
 file(WRITE ${OUTPUT} "#include <string_view>\n\nnamespace core::text::lexicon_data {\n"
      "extern const std::string_view ${NAME};\nconst std::string_view ${NAME} =\n${pieces};\n}\n")

@@ -23,6 +23,7 @@ core/anonymization/replacements    core/text core/errors.hpp SIBLINGS core/anony
 core/anonymization/propagation     core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity core/anonymization/cleanup core/anonymization/analyzer/language core/anonymization/replacements
 core/anonymization/party_labeled_names  core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity
 core/anonymization                 core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/anonymization/rules
+core/recognition/embedded_analyzer core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition core/nlp
 core/recognition                   core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp
 core/nlp                           core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition
 core/person_clustering             core/text core/errors.hpp core/anonymization/result core/person_name

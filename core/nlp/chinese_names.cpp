@@ -25,7 +25,7 @@ constexpr std::u32string_view NEVER_IN_GIVEN_NAME =
 
 // Surnames that are everyday words too: without a label they are none.
 constexpr std::u32string_view WEAK_SURNAMES =
-    U"应于和时向任经能有后从成相关同方全都平常单计支包权那明安高通满步强终易万元公";
+    U"应于和时向任经能有后从成相关同方全都平常单计支包权那明安高通满步强终易万元公由";
 
 constexpr std::size_t LONGEST_PART = 8;
 
@@ -62,12 +62,14 @@ bool holds_word(const NlpArtifacts& a, std::size_t start, std::size_t end) {
 // 穆萨·麦苏木, 阿不都热合曼·吐尔逊
 std::size_t dotted_name_end(std::u32string_view t, std::size_t at) {
   std::size_t end = han_run_end(t, at, LONGEST_PART);
+  if (end + 1 < t.size() && t[end] == U'-') end = han_run_end(t, end + 1, LONGEST_PART);
   std::size_t last = at;
   while (end > at && end < t.size() && is_dot(t[end])) {
-    std::size_t part = end + 1;
-    while (part < t.size() && part - end <= LONGEST_PART && is_han(t[part]) &&
-           !never_in_given_name(t[part])) {
-      ++part;
+    std::size_t part = han_run_end(t, end + 1, LONGEST_PART);
+    // A whole run is a name; of a sentence that goes on the beginning is.
+    if (part - end > 5) {
+      part = end + 1;
+      while (is_han(t[part]) && !never_in_given_name(t[part]) && part - end <= 6) ++part;
     }
     if (part == end + 1) break;
     last = end = part;
@@ -102,7 +104,7 @@ std::size_t plain_name_end(const NlpArtifacts& a, std::size_t at, NameContext co
   const std::u32string_view t = a.folded;
   const std::size_t run = han_run_end(t, at, LONGEST_PART) - at;
   const std::size_t surname = surname_length(t, at);
-  const bool whole = context == NameContext::LABEL && run >= 2 && run <= (surname == 0 ? 6U : 4U);
+  const bool whole = context == NameContext::LABEL && run >= 2 && run <= 6U;
   if (whole && !holds_word(a, at, at + run) &&
       (surname > 0 || !is_touched(a.of(WordClass::PUBLIC_BODY), at, at + run))) {
     const bool title_inside =

@@ -152,7 +152,7 @@ class Search {
   std::optional<std::size_t> name_start(const Ending& ending, std::size_t left) const {
     std::size_t start = behind_clause(left, ending.start);
     const bool cut = start > left;
-    while (start < ending.start && (t_[start] == U' ' || t_[start] == U')')) ++start;
+    while (start < ending.start && is_lead(start, cut)) ++start;
     switch (ending.kind) {
       case WordClass::PUBLIC_BODY:
         return public_start(start, ending);
@@ -165,6 +165,13 @@ class Search {
         start = behind_link(start, ending.start, cut);
         return is_particular(start, ending) ? std::optional(start) : std::nullopt;
     }
+  }
+
+  // Blanks and words such as 应, 在 before the name. 为 and the like only behind a clause word.
+  bool is_lead(std::size_t at, bool cut) const {
+    constexpr std::u32string_view LEADS = U" )应须可已曾拟其该后前报即于在至";
+    constexpr std::u32string_view CUT_LEADS = U"为给到对从将被是";
+    return LEADS.find(t_[at]) != LEADS.npos || (cut && CUT_LEADS.find(t_[at]) != CUT_LEADS.npos);
   }
 
   // Behind the last word of running text in left..right.
@@ -200,17 +207,19 @@ class Search {
     if (place < end && LINKS.find(t_[place - 1]) != LINKS.npos) return place;
     constexpr std::size_t SHORTEST_REST = 2;
     const std::u32string_view links = cut ? LINKS : FIRM_LINKS;
-    for (std::size_t i = end; i > start + 2; --i) {
-      if (links.find(t_[i - 1]) != links.npos && end - i >= SHORTEST_REST) return i;
+    for (std::size_t i = end; i > start + (cut ? 1 : 2); --i) {
+      const bool name = t_[i - 1] == U'为' && t_[i - 2] == U'华';
+      if (links.find(t_[i - 1]) != links.npos && end - i >= SHORTEST_REST && !name) return i;
     }
     return start;
   }
 
   std::optional<std::size_t> public_start(std::size_t start, const Ending& ending) const {
-    const std::size_t place = std::min(first_place(start, ending.start), shaped(start, ending.start));
+    std::size_t place = first_place(start, ending.start);
+    if (place == ending.start) place = shaped(start, ending.start);
     for (std::size_t i = start; i < std::min(place, ending.start); ++i) {
       const auto rest = t_.substr(i, ending.start - i);
-      for (const std::u32string_view national : {U"国家", U"全国", U"中华", U"最高人民", U"国务院"}) {
+      for (const std::u32string_view national : {U"国家", U"全国", U"中华", U"最高人民", U"国务院", U"华南", U"华东", U"华北", U"华中", U"中亚", U"亚洲", U"大韩"}) {
         if (rest.starts_with(national) && rest.size() > national.size()) return i;
       }
     }

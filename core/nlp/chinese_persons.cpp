@@ -18,7 +18,7 @@ constexpr double PROSE_SCORE = 0.6;
 // or the tab, if there is one, is group 1.
 const Regex RE_SEPARATOR(
     "RE_SEPARATOR",
-    UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?[ ]{0,4}(:|\t|为|是|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?)");
+    UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?\)?[ ]{0,4}(:|\t|为|是|由|系|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?)");
 
 // Titles that stand behind persons only; 经理 or 主任 may stand behind 项目 as well.
 constexpr auto SURE_TITLES =
@@ -35,7 +35,7 @@ constexpr auto AMBIGUOUS_SURNAMES =
 constexpr std::u32string_view TRANSLITERATION =
     U"阿埃艾爱安昂奥巴白拜班邦保堡贝本比彼边别宾波伯博布查柴达大戴丹德登迪蒂丁东杜敦多俄厄恩尔法凡范菲费芬丰弗福夫佛盖甘冈高戈哥格葛根古瓜圭哈海"
     U"汉赫亨胡华怀惠霍基吉加贾杰金居卡凯坎康科克肯库昆拉莱兰朗劳勒雷黎里利莉丽林琳列卢鲁路伦罗洛吕马玛迈麦曼芒梅门蒙孟米密明摩莫默穆木娜纳南内"
-    U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾提图土吐托瓦万威维韦温翁沃乌吾武西"
+    U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾提图土吐托瓦万威维韦温翁沃得乌吾武西"
     U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买";
 
 bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・'; }
@@ -105,7 +105,11 @@ class Search {
       const std::size_t start = chinese_name_start(a_, title.start);
       if (start == title.start) continue;
       const bool sure = SURE_TITLES.contains(t_.substr(title.start, title.end - title.start));
-      if (sure || start == 0 || !is_han(t_[start - 1])) add(start, title.start, PROSE_SCORE);
+      const bool bounded = start == 0 || !is_han(t_[start - 1]);
+      constexpr std::u32string_view BEFORE_NAME = U"科部处室司院所局会系组队与由和向的及对经请";
+      const bool department = !bounded && BEFORE_NAME.find(t_[start - 1]) != BEFORE_NAME.npos;
+      const bool full = title.start - start >= 3;
+      if (bounded || (full && (sure || department))) add(start, title.start, PROSE_SCORE);
     }
   }
 

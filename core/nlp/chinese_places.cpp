@@ -47,6 +47,7 @@ class Search {
   std::vector<RecognizerResult> run() {
     from_places();
     from_labels();
+    by_shape();
     return std::move(out_);
   }
 
@@ -64,7 +65,10 @@ class Search {
   void from_places() {
     std::size_t done = 0;
     for (const auto& place : a_.of(WordClass::PLACE)) {
-      if (place.start < done || is_covered(a_.of(WordClass::SHIELD), place.start, place.end)) continue;
+      if (place.start < done || is_covered(a_.of(WordClass::SHIELD), place.start, place.end) ||
+          is_covered(a_.of(WordClass::CURRENCY), place.start, place.end)) {
+        continue;
+      }
       const Address address = read(place.start, place.end);
       add(place.start, address.end, address.units > 0 ? ADDRESS_SCORE : PLACE_SCORE);
       done = address.end;
@@ -83,6 +87,21 @@ class Search {
     }
   }
 
+  // A cell or a phrase that is a single word such as 鼠浪湖岛, 洛社镇. Not 目的港.
+  void by_shape() {
+    constexpr std::u32string_view KINDS = U"岛港镇县";
+    constexpr std::u32string_view GENERIC = U"装卸目的运起中转到达本各该进出口空海群半";
+    for (std::size_t i = 2; i < t_.size(); ++i) {
+      if (KINDS.find(t_[i]) == KINDS.npos || (i + 1 < t_.size() && is_han(t_[i + 1]))) continue;
+      std::size_t start = i;
+      while (start > 0 && i - start < 5 && is_han(t_[start - 1])) --start;
+      const std::size_t length = i - start;
+      if (length < 2 || length > 4 || (start > 0 && is_han(t_[start - 1]))) continue;
+      const auto name = t_.substr(start, length);
+      if (name.find_first_of(GENERIC) == name.npos) add(start, i + 1, PLACE_SCORE);
+    }
+  }
+
   // Reads the parts of an address from `start`; up to `known` it is known.
   Address read(std::size_t start, std::size_t known) const {
     Address address{known};
@@ -93,7 +112,7 @@ class Search {
         if (address.units == 0 && address.end > known) known = place;
         continue;
       }
-      const std::size_t end = unit_end(address.end, address.units == 0 && known > start);
+      const std::size_t end = unit_end(address.end, address.units == 0 && known > start && !is_division(known));
       if (end == address.end) break;
       address.has_number |= text::is_ascii_digit(t_[address.end]) || number_before(end);
       address.end = end;
@@ -101,6 +120,12 @@ class Search {
     }
     if (address.units > 0) address.end = room_end(address.end);
     return address;
+  }
+
+  // 江苏省, 吴中区: more of an address is to be expected than behind 无锡.
+  bool is_division(std::size_t end) const {
+    constexpr std::u32string_view DIVISIONS = U"省市区县州盟旗镇";
+    return DIVISIONS.find(t_[end - 1]) != DIVISIONS.npos;
   }
 
   bool number_before(std::size_t end) const {
@@ -114,17 +139,15 @@ class Search {
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
       if (STOPS.find(c) != STOPS.npos || is_clause_at(i)) break;
-      if (const std::size_t unit = unit_at(i); unit > 0 && i + unit > at + 1) {
+      if (const std::size_t unit = unit_at(i); unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos)) {
         best = i + unit;
         break;
       }
-      if (!is_han(c) && !is_room_character(c) && !inner_bracket(i)) break;
+      if (!is_han(c) && !is_room_character(c)) break;
     }
     if (best == at || !first) return best;
     return goes_on_well(at, best) ? best : at;
   }
-
-  bool inner_bracket(std::size_t) const { return false; }
 
   bool is_clause_at(std::size_t i) const {
     return end_of_word_at(a_.of(WordClass::CLAUSE_WORD), i) > i + 1;

@@ -100,10 +100,18 @@ class Mentions {
     for (const Found& f : found) {
       const ShortForm& form = forms_[f.form];
       if (f.start < covered || (form.single_word && everyday[f.form])) continue;
+      if (form.at_edge && !begins_phrase(f.start)) continue;
       if (taken_.contains(static_cast<std::ptrdiff_t>(f.start), static_cast<std::ptrdiff_t>(f.end))) continue;
       results_.push_back(make_hit(form.entity_type, f.start, f.end, SCORE));
       covered = f.end;
     }
+  }
+
+  // Behind a mark or a word such as 由; a brand of two characters may stand in
+  // any word by accident.
+  bool begins_phrase(std::size_t at) const {
+    constexpr std::u32string_view LINKS = U"由与和向或及对指";
+    return at == 0 || !is_han(t_[at - 1]) || LINKS.find(t_[at - 1]) != LINKS.npos;
   }
 
   // Not inside a longer word in Latin letters.

@@ -42,6 +42,8 @@ bool belongs_elsewhere(const NlpArtifacts& a, const Token& token) {
 // A sentence ends behind the name.
 Token without_full_stop(std::u32string_view t, Token token) {
   if (!token.empty() && t[token.end - 1] == U'.' && !is_initial(token.in(t))) --token.end;
+  // Desrosiers's
+  if (token.end > token.start + 2 && token.in(t).ends_with(U"'s")) token.end -= 2;
   return token;
 }
 

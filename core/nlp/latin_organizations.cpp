@@ -23,13 +23,25 @@ const Regex RE_BRANCH(
 // Behind a court, a university, a ministry: " of Singapore", " of the State of Delaware"
 const Regex RE_OF(
     "RE_OF",
-    UR"((?: (?:of|for) (?:the )?\p{Lu}[\p{L}'&-]*(?:(?: | and | & | of | of the )\p{Lu}[\p{L}'&-]*){0,5})(?!\p{L}))");
+    UR"((?: (?:of|for|di|de|del) (?:the )?\p{Lu}[\p{L}'&-]*(?:(?: | and | & | of | of the )\p{Lu}[\p{L}'&-]*){0,5})(?!\p{L}))");
+
+// Behind a German court or bank: Landgericht Hamburg
+const Regex RE_BEHIND("RE_BEHIND", UR"( \p{Lu}[\p{L}-]{2,30}(?!\p{L}))");
+
+constexpr auto GERMAN_HEADS = text::words({U"landgericht", U"amtsgericht", U"oberlandesgericht",
+                                           U"kantonalbank", U"sparebank"});
+
+// Heads that "of" and any name behind them make particular: University of Vardøya.
+constexpr auto OF_HEADS = text::words(
+    {U"university", U"court", U"courts", U"institute", U"college", U"ministry", U"bank",
+     U"landgericht", U"amtsgericht", U"oberlandesgericht", U"kantonalbank", U"arbitrale"});
+
+bool is_german(std::u32string_view word) { return GERMAN_HEADS.contains(word); }
 
 // Heads that alone make a name of one capitalized word before them: Dubai Courts.
 constexpr auto STRONG_HEADS = text::words(
     {U"bank", U"university", U"college", U"institute", U"hospital", U"court", U"courts",
-     U"commission", U"centre", U"center", U"association", U"authority", U"ministry", U"agency",
-     U"bureau", U"council", U"chamber", U"foundation", U"exchange", U"society", U"sparebank",
+     U"commission", U"centre", U"center", U"association", U"authority", U"ministry", U"council", U"chamber", U"foundation", U"exchange", U"society", U"sparebank",
      U"landgericht", U"amtsgericht", U"kantonalbank", U"camera arbitrale", U"federation",
      U"department"});
 
@@ -61,9 +73,9 @@ class Search {
 
   void take_company(const WordHit& form) {
     std::size_t left = form.start;
-    if (left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
-    const Name name = walk_left(left);
     const bool doubtful = DOUBTFUL_FORMS.contains(t_.substr(form.start, form.end - form.start));
+    if (!doubtful && left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
+    const Name name = walk_left(left);
     if (name.particular < 1 || (doubtful && !stands_free(form, name))) return;
     std::size_t end = form.end;
     if (const auto m = RE_BRANCH.match_at(t_, end)) end = m->end();
@@ -74,18 +86,24 @@ class Search {
     const Token next = token_after(t_, form.end);
     const bool word_behind = !next.empty() && is_latin_letter(t_[next.start]);
     const bool word = form.end - form.start > 2;
-    return word ? name.words >= 2 : !word_behind;
+    const bool capital_behind = word_behind && is_upper(t_[next.start]) && is_lower(t_[form.end - 1]);
+    return word ? name.words >= 2 && !capital_behind : !word_behind;
   }
 
   void take_head(const WordHit& head) {
     std::u32string word(t_.substr(head.start, head.end - head.start));
     for (char32_t& c : word) c = lower(c);
-    const bool strong = STRONG_HEADS.contains(word);
+    const std::u32string_view kind = std::u32string_view(word).substr(word.rfind(U' ') + 1);
+    const bool strong = STRONG_HEADS.contains(kind);
+    const bool court = kind.starts_with(U"court");
     const Name name = walk_left(head.start);
-    const auto of = RE_OF.match_at(t_, head.end);
-    const std::size_t end = of && strong ? of->end() : head.end;
-    const bool named = strong ? name.particular >= 1 : name.particular >= 2 && name.words >= 3;
-    const bool named_behind = strong && of && is_place_or_long(*of);
+    const auto of = is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
+    const std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
+    const bool ranked = court && (name.words > 0 || kind.size() < word.size());
+    const bool named = ranked || (strong ? name.particular >= 1 : name.particular >= 2 && name.words >= 3);
+    const bool named_behind =
+        of && (strong ? OF_HEADS.contains(kind) || is_place_or_long(*of)
+                      : name.particular >= 1 && is_touched(a_.of(WordClass::EN_PLACE), of->start(), of->end()));
     if (!named && !named_behind) return;
     std::size_t full_end = end;
     if (const auto m = RE_BRANCH.match_at(t_, end)) full_end = m->end();
@@ -110,7 +128,7 @@ class Search {
       if (token.empty() || token.end + 1 < at) break;
       const auto word = token.in(t_);
       if (is_capitalized(word)) {
-        if (ends_sentence(word)) break;
+        if (ends_sentence(word) || is_plain_number(word)) break;
         name.start = token.start;
         ++name.words;
         if (!is_contract_word(word)) ++name.particular;
@@ -138,6 +156,10 @@ class Search {
   static bool is_capitalized(std::u32string_view word) {
     return is_upper(word.front()) || text::is_ascii_digit(word.front()) ||
            (word.size() > 2 && (word[1] == U'\'') && is_upper(word[2]));
+  }
+
+  static bool is_plain_number(std::u32string_view word) {
+    return std::none_of(word.begin(), word.end(), is_latin_letter);
   }
 
   // "Parties." but not "St." or "J."

@@ -16,7 +16,7 @@ constexpr double ADDRESS_SCORE = 0.85;
 // A part of a date or an amount, a clause, a telephone: no part of an address.
 const Regex RE_NOT_ADDRESS(
     "RE_NOT_ADDRESS",
-    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|no|attn)\b|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9})");
+    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|attn)\b|branch$|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9})");
 
 // 69007 Lyon, NJ 07086, EC4N 6AP, 339411
 const Regex RE_POSTAL_CODE(
@@ -122,9 +122,17 @@ class Search {
   }
 
   void finish(std::vector<Piece>& chain) {
-    while (!chain.empty() && chain.front().tail == chain.front().end) chain.erase(chain.begin());
+    while (!chain.empty() && !begins_address(chain.front())) chain.erase(chain.begin());
     if (!chain.empty()) report(chain);
     chain.clear();
+  }
+
+  // Not the name of the person who lives there.
+  bool begins_address(const Piece& piece) const {
+    const auto words = t_.substr(piece.tail, piece.end - piece.tail);
+    return std::any_of(words.begin(), words.end(), text::is_ascii_digit) ||
+           is_touched(a_.of(WordClass::EN_PLACE), piece.tail, piece.end) ||
+           is_touched(a_.of(WordClass::EN_STREET_WORD), piece.tail, piece.end);
   }
 
   void report(const std::vector<Piece>& chain) {
@@ -150,13 +158,15 @@ class Search {
     for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
       const auto& places = a_.of(WordClass::EN_PLACE);
       const bool first = is_covered(places, chain[i].tail, chain[i].end);
-      const bool second = is_covered(places, chain[i + 1].start, chain[i + 1].head);
-      if (first && second) add(chain[i].tail, chain[i + 1].head, ADDRESS_SCORE);
+      const bool second = is_covered(a_.of(WordClass::EN_REGION), chain[i + 1].start, chain[i + 1].head);
+      const bool region = is_covered(a_.of(WordClass::EN_REGION), chain[i].tail, chain[i].end);
+      if (first && second && !region) add(chain[i].tail, chain[i + 1].head, ADDRESS_SCORE);
     }
   }
 
   void single_places() {
     for (const auto& place : a_.of(WordClass::EN_PLACE)) {
+      if (place.end < t_.size() && t_[place.end] == U'$') continue;
       const Token next = token_after(t_, place.end);
       if (!next.empty() && NOT_BEHIND_PLACE.contains(next.in(t_))) continue;
       add(place.start, place.end, PLACE_SCORE);

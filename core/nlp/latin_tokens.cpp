@@ -10,7 +10,7 @@ namespace {
 constexpr auto CONNECTIVES =
     text::words({U"of", U"and", U"de", U"del", U"della", U"di", U"du", U"des", U"la", U"le", U"van",
                  U"der", U"den", U"von", U"und", U"et", U"y", U"e", U"for", U"the", U"am", U"da",
-                 U"dos", U"do", U"&", U"og", U"i"});
+                 U"dos", U"do", U"dei", U"degli", U"&", U"og", U"i"});
 
 constexpr auto CONTRACT_WORDS = text::words(
     {U"the",       U"this",       U"that",      U"these",     U"by",        U"between",   U"and",

@@ -19,6 +19,12 @@ const Regex RE_OTHER_SCRIPT(
     "RE_OTHER_SCRIPT",
     UR"(:? ?(?:\( ?|/ )(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'.-]*){1,3}|[\u4e00-\u9fff·]{2,12}|[\uac00-\ud7a3]{2,6})(?: ?\)|(?=$|[\n，,;；/])))");
 
+// A Chinese name and a romanized one in brackets, or the other way round
+const Regex RE_PAIR(
+    "RE_PAIR",
+    UR"((?<![\u4e00-\u9fff])([\u4e00-\u9fff]{2,4}) ?\((\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2})\)"
+    UR"(|(?<![\p{L}'-] )(?<![\p{L}'-])(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2}) ?\(([\u4e00-\u9fff]{2,4})\))");
+
 class Neighbours {
  public:
   Neighbours(const NlpArtifacts& a, std::vector<RecognizerResult> results)
@@ -26,10 +32,13 @@ class Neighbours {
 
   std::vector<RecognizerResult> run() {
     const std::size_t known = results_.size();
+    add_pairs();
     for (std::size_t i = 0; i < known; ++i) {
       const auto type = results_[i].entity_type;
       if (type == entity_type::PHONE_NUMBER || type == entity_type::EMAIL_ADDRESS) {
         add_before(static_cast<std::size_t>(results_[i].start));
+      } else if (type == entity_type::ORGANIZATION) {
+        add_signatory(static_cast<std::size_t>(results_[i].end));
       }
     }
     for (std::size_t i = 0; i < results_.size(); ++i) {
@@ -54,6 +63,38 @@ class Neighbours {
       add_chinese(end);
     } else if (const std::size_t start = latin_name_start(a_, end); start < end) {
       add(start, end);
+    }
+  }
+
+  // 武汉瑾樘生物制药股份有限公司：管清漪, a line of signatures
+  void add_signatory(std::size_t at) {
+    if (at + 2 >= t_.size() || t_[at] != U':') return;
+    ++at;
+    while (at < t_.size() && t_[at] == U' ') ++at;
+    if (at < t_.size() && is_han(t_[at])) {
+      const std::size_t end = chinese_name_end(a_, at, NameContext::LABEL);
+      const bool bounded = end >= t_.size() || !is_han(t_[end]);
+      if (end > at && bounded && has_surname(at)) add(at, end);
+    } else if (const std::size_t end = latin_name_end(a_, at, 2); end > at) {
+      add(at, end);
+    }
+  }
+
+  bool has_surname(std::size_t at) const {
+    return is_chinese_surname(t_.substr(at, 1)) || is_chinese_surname(t_.substr(at, 2));
+  }
+
+  // 应雪瑶 (Ying Xueyao), Cen Lixia (岑丽霞): two forms of one name beside each other
+  void add_pairs() {
+    for (const auto& m : RE_PAIR.find_all(t_)) {
+      const std::size_t han = m.has(1) ? 1 : 4;
+      const std::size_t latin = m.has(1) ? 2 : 3;
+      const std::size_t start = m.start(han);
+      if (!has_surname(start) || is_everyday_word(m.text(han))) continue;
+      if (chinese_name_end(a_, start, NameContext::LABEL) != m.end(han)) continue;
+      if (latin_name_end(a_, m.start(latin), 2) != m.end(latin)) continue;
+      add(start, m.end(han));
+      add(m.start(latin), m.end(latin));
     }
   }
 

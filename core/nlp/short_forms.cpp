@@ -15,7 +15,7 @@ using text::Regex;
 namespace entity_type = anonymization::entity_type;
 
 // “穆林食品”, "AAA", behind a bracket or 简称
-const Regex RE_QUOTED("RE_QUOTED", UR"(["“]([^"“”\n\t]{2,30})["”])");
+const Regex RE_QUOTED("RE_QUOTED", UR"(["“「]([^"“”「」\n\t]{2,30})["”」])");
 
 // 以下简称华信科技) without quotes
 const Regex RE_UNQUOTED("RE_UNQUOTED", UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
@@ -45,6 +45,17 @@ std::u32string lowered(std::u32string_view word) {
   return out;
 }
 
+// How many characters stand before the first word for a trade: 2 of 驭川供应链, 3 of
+// 木棉里品牌. 0 if there is no such word, or no brand of two to four characters.
+std::size_t brand_length(const NlpArtifacts& a, std::size_t start, std::size_t length) {
+  const auto& trades = a.of(WordClass::TRADE_WORD);
+  const auto it = first_from(trades, start + 2);
+  if (it == trades.end() || it->start >= start + length) return 0;
+  const std::size_t brand = it->start - start;
+  const bool touched = is_touched(a.of(WordClass::CLAUSE_WORD), start, it->start);
+  return brand <= 4 && !touched ? brand : 0;
+}
+
 void add_chinese_company(const NlpArtifacts& a, std::size_t start, std::size_t end,
                          std::vector<ShortForm>& out) {
   const std::u32string_view t = a.folded;
@@ -66,6 +77,9 @@ void add_chinese_company(const NlpArtifacts& a, std::size_t start, std::size_t e
   const auto add = [&](std::u32string form) {
     if (form.size() >= 3) out.push_back({std::move(form), std::string(entity_type::ORGANIZATION), false});
   };
+  if (const std::size_t brand = brand_length(a, core, name.size()); brand > 0) {
+    out.push_back({std::u32string(name.substr(0, brand)), std::string(entity_type::ORGANIZATION), false, brand < 3});
+  }
   constexpr std::size_t SHORTEST = 4;
   for (std::size_t n = SHORTEST; n <= name.size(); ++n) add(std::u32string(name.substr(0, n)));
   for (std::size_t n = 2; n <= std::min<std::size_t>(name.size(), 4); ++n) {
@@ -172,6 +186,7 @@ bool abbreviates(std::u32string_view alias, std::u32string_view name) {
 bool is_acronym(std::u32string_view alias, std::u32string_view name) {
   std::u32string initials;
   for (std::size_t i = 0; i < name.size(); ++i) {
+    if (name[i] == U'&') initials.push_back(name[i]);
     if (is_upper(name[i]) && (i == 0 || !is_latin_letter(name[i - 1]))) initials.push_back(name[i]);
   }
   return alias.size() >= 2 && initials.starts_with(alias);
@@ -215,9 +230,16 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
     for (std::size_t n = 0; n < NEAREST && it != organizations.begin(); ++n) {
       --it;
       const auto name = surface_of(a, **it);
-      const bool fits = is_latin_letter(alias.front())
-                            ? is_acronym(alias, name) || name.find(alias) != name.npos
-                            : abbreviates(alias, name);
+      // 塔玛拉克公司 for Tamarack Bulk Carriers Inc.: said directly behind the name
+      constexpr std::ptrdiff_t NEAR = 12;
+      const auto gap = text::slice(a.folded, (*it)->end, static_cast<std::ptrdiff_t>(m.start()));
+      const bool directly = n == 0 && static_cast<std::ptrdiff_t>(gap.size()) <= NEAR &&
+                            gap.find_first_of(U"。\n\t") == gap.npos &&
+                            (gap.find(U'(') != gap.npos || gap.find(U'称') != gap.npos);
+      const bool latin = is_latin_letter(alias.front());
+      const bool short_for = latin ? is_acronym(alias, name) || name.find(alias) != name.npos
+                                   : abbreviates(alias, name);
+      const bool fits = directly || short_for;
       if (!fits) continue;
       out.push_back({std::u32string(alias), std::string(entity_type::ORGANIZATION), false});
       return;

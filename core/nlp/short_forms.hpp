@@ -13,6 +13,7 @@ struct ShortForm {
   std::u32string surface;
   std::string entity_type;
   bool single_word = false;  // one Latin word, which might be an everyday word
+  bool at_edge = false;      // counts only where no ideograph stands directly before
 };
 
 // The forms that follow from the name itself.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/nlp/characters.hpp"
+#include "core/nlp/hits.hpp"
 
 namespace core::nlp {
 namespace {
@@ -51,12 +52,24 @@ class TableReader {
     } else {
       head_.clear();
     }
-    label_behind_first(row);
+    if (!is_head(row, stop + 1)) label_behind_first(row);
     // A row with a single label under a head is an entry such as 项目经理⇥霍启明.
     const auto labels =
         std::count_if(row.begin(), row.end(), [](const Cell& c) { return c.is_label(); });
     const std::ptrdiff_t needed = head_.empty() ? 1 : 2;
     if (labels >= needed && !has_long_number(start, stop)) head_ = std::move(row);
+  }
+
+  // Whether the row below has as many cells and does not begin with a label.
+  bool is_head(const Row& row, std::size_t below) const {
+    const std::u32string_view t = artifacts_.folded;
+    if (below >= t.size() || row.size() < 3) return false;
+    const Row next = cells(below, std::min(t.find(U'\n', below), t.size()));
+    if (next.size() != row.size()) return false;
+    for (std::size_t c = 0; c < LABEL_CLASSES; ++c) {
+      if (end_of_word_at(artifacts_.words[c], next.front().start) > next.front().start) return false;
+    }
+    return true;
   }
 
   Row cells(std::size_t start, std::size_t stop) const {
@@ -80,11 +93,18 @@ class TableReader {
       const auto& list = artifacts_.words[c];
       std::size_t& next = next_[c];
       while (next < list.size() && list[next].start < cell.start) ++next;
-      if (next < list.size() && list[next].start == cell.start && list[next].end <= cell.end) {
+      if (next < list.size() && list[next].start == cell.start && list[next].end <= cell.end &&
+          !is_han_at(list[next].end)) {
         return c;
       }
     }
     return LABEL_CLASSES;
+  }
+
+  // 姓名、手机号 and 联系人的 are no heads; 联系人 PIC and 姓名(中文) are.
+  bool is_han_at(std::size_t at) const {
+    return at < artifacts_.folded.size() &&
+           (is_han(artifacts_.folded[at]) || artifacts_.folded[at] == U'、');
   }
 
   bool has_long_number(std::size_t start, std::size_t stop) const {

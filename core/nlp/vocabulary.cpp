@@ -26,6 +26,7 @@ extern const std::string_view places_zh;
 extern const std::string_view public_names;
 extern const std::string_view shield_words;
 extern const std::string_view street_words_en;
+extern const std::string_view trade_words;
 }  // namespace core::text::lexicon_data
 
 namespace core::nlp {
@@ -97,6 +98,7 @@ Case case_of(WordClass c) {
     case WordClass::EN_GIVEN_NAME:
       return Case::CAPITAL;
     case WordClass::EN_PLACE:
+    case WordClass::EN_REGION:
     case WordClass::PUBLIC_NAME:
       return Case::EXACT;
     default:
@@ -159,10 +161,14 @@ Vocabulary::Vocabulary() {
   add_classed_list(data::organization_suffixes);
   add_list(data::person_titles, WordClass::PERSON_TITLE);
   add_classed_list(data::person_words_en);
-  add_list(data::places_en, WordClass::EN_PLACE);
+  for (const auto& row : text::lexicon_rows(data::places_en)) {
+    add(WordClass::EN_PLACE, row.at(0));
+    if (row.size() > 1) add(WordClass::EN_REGION, row.at(0));
+  }
   add_list(data::places_zh, WordClass::PLACE);
   add_list(data::public_names, WordClass::PUBLIC_NAME);
   add_list(data::shield_words, WordClass::SHIELD);
+  add_list(data::trade_words, WordClass::TRADE_WORD);
   add_list(data::street_words_en, WordClass::EN_STREET_WORD);
   for (auto& name : text::lexicon_words(data::chinese_surnames)) {
     if (name.size() > 1) add(WordClass::SURNAME, name);
@@ -211,13 +217,16 @@ bool Vocabulary::fits(std::u32string_view folded, const text::MultiPattern::Hit&
   const auto surface = folded.substr(hit.start, hit.end - hit.start);
   const bool glued_before = hit.start > 0 && is_latin_letter(surface.front()) &&
                             is_latin_letter(folded[hit.start - 1]);
-  const bool glued_behind = hit.end < folded.size() && is_latin_letter(surface.back()) &&
-                            is_latin_letter(folded[hit.end]);
+  const bool glued_behind =
+      hit.end < folded.size() && is_latin_letter(surface.back()) &&
+      (is_latin_letter(folded[hit.end]) ||
+       (use.word_class == WordClass::EN_LEGAL_FORM && text::is_ascii_digit(folded[hit.end])));
   if (glued_before || glued_behind) return false;
   switch (case_of(use.word_class)) {
     case Case::ANY:
       return true;
     case Case::CAPITAL:
+      if (surface == U"plc") return true;
       return is_upper(surface.front()) && (surface.size() > 2 || is_upper(surface.back()) ||
                                            surface == U"Oy" || surface == U"Mr" ||
                                            surface == U"Ms" || surface == U"Dr");

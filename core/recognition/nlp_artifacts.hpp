@@ -50,6 +50,7 @@ enum class WordClass : std::uint8_t {
   PUBLIC_BODY,    // 人民法院, 管理局: ends a name that begins with a place
   PLACE,          // 北京, 江苏省, 德国
   PUBLIC_NAME,    // 中国证监会, SIAC: an organization by itself
+  TRADE_WORD,     // 科技, 物流: stands behind the brand in the name of a company
   SHIELD,         // 大理石, 北京时间: no name inside
   // English names
   EN_LEGAL_FORM,
@@ -58,6 +59,7 @@ enum class WordClass : std::uint8_t {
   EN_GIVEN_NAME,
   EN_ROLE,  // Managing Director: stands behind a name and a comma
   EN_PLACE,
+  EN_REGION,  // a place that is a state or a country
   EN_STREET_WORD,
   COUNT
 };

@@ -28,7 +28,7 @@ const Regex RE_IPV4(
 // 2001:db8:4f0:2::15. Not the time 12:30:45.
 const Regex RE_IPV6(
     "RE_IPV6",
-    UR"((?<![\w:])(?=[0-9A-Fa-f:]{0,40}::|(?:[0-9A-Fa-f]{1,4}:){7})(?:[0-9A-Fa-f]{1,4}::?){2,7}[0-9A-Fa-f]{1,4}(?![\w:]))");
+    UR"((?<![A-Za-z0-9:])(?=[0-9A-Fa-f:]{0,40}::|(?:[0-9A-Fa-f]{1,4}:){7})(?:[0-9A-Fa-f]{1,4}::?){2,7}[0-9A-Fa-f]{1,4}(?![A-Za-z0-9:]))");
 
 // 13951208846, 137 5718 0426, +86 186-5712-0934
 const Regex RE_CN_MOBILE(
@@ -47,7 +47,7 @@ const Regex RE_CN_SERVICE_LINE("RE_CN_SERVICE_LINE",
 // +49 40 5550 1847, +1 (604) 555-0174, +971-50-555-0142, (+852) 2793 6481
 const Regex RE_INTERNATIONAL(
     "RE_INTERNATIONAL",
-    UR"(\(?\+\d{1,3}\)?(?:[ .-]{0,2}\(?\d{1,5}\)?){2,6}(?!\d)(?: ?(?:转|ext\.?|x) ?\d{1,5})?)");
+    UR"(\(?\+\d{1,3}\)?(?:[ .-]{0,2}\(?\d{1,5}\)?){2,6}(?<=\d)(?!\d)(?: ?(?:转|ext\.?|x) ?\d{1,5})?)");
 
 // (852) 9555 0146, (03) 5550 7714
 const Regex RE_BRACKETED_CODE("RE_BRACKETED_CODE",
@@ -61,17 +61,17 @@ const Regex RE_US_PHONE(
 // 电话：2793 6481, Tel: 6555 0148, Fax 0113 496 0457
 const Regex RE_LABELLED_PHONE(
     "RE_LABELLED_PHONE",
-    UR"((?i)[ \t]{0,4}(?:号码|no\.?|number)?(?:\([^()\n]{1,12}\))?[ \t]{0,2}[:.]?[ \t]{0,4}([+(]{0,2}\d[\d ()-]{5,22}\d(?: ?(?:转|ext\.?) ?\d{1,5})?)(?![\dA-Za-z/.]))");
+    UR"((?i)[ \t]{0,4}\.?(?:号码|no\.?|number)?(?:\((?![\d+])[^()\n]{1,12}\))?[ \t]{0,2}[:.]?[ \t]{0,4}([+(]{0,2}\d[\d ()-]{5,22}\d(?: ?(?:转|ext\.?) ?\d{1,5})?)(?![\dA-Za-z]|\.\d))");
 
 // 微信：zgwq_0822, QQ群 782046619, Telegram @rdcsantillan
 const Regex RE_LABELLED_SOCIAL(
     "RE_LABELLED_SOCIAL",
-    UR"((?i)[ \t]{0,3}(?:号|账号|id)?[ \t]{0,2}:?[ \t]{0,3}(@?[A-Za-z][A-Za-z0-9_-]{4,30}|\d{5,13})(?![A-Za-z0-9.@]))");
+    UR"((?i)[ \t]{0,3}(?:号|账号|id)?[ \t]{0,2}:?[ \t]{0,3}(@?[A-Za-z][A-Za-z0-9_-]{4,30}|\d{5,13})(?![A-Za-z0-9@]|\.[A-Za-z0-9]))");
 
 // @qinyu_hainan, @北境长歌手游. Not the @ of a mail address.
 const Regex RE_HANDLE(
     "RE_HANDLE",
-    UR"((?<![A-Za-z0-9.])@(?:[A-Za-z_][A-Za-z0-9_]{2,30}|[\u4e00-\u9fff]{2,12})(?![A-Za-z0-9.]))");
+    UR"((?<![A-Za-z0-9.])@(?:[A-Za-z_][A-Za-z0-9_]{2,30}|[\u4e00-\u9fff]{2,12})(?![A-Za-z0-9]|\.[A-Za-z0-9]))");
 
 // A clause has no such high number, an address of the network nearly always.
 std::optional<bool> validate_ip(std::u32string_view surface) {

@@ -13,7 +13,7 @@ namespace entity_type = anonymization::entity_type;
 // Behind a currency: 人民币1,280,000.00元, US$ 3.5 million, 人民币叁万元整, ￥：25,950.00, 人民币(大写)伍佰万元
 const Regex RE_BEHIND_CURRENCY(
     "RE_BEHIND_CURRENCY",
-    UR"((?:\((?:大写|小写)\))?[ :]{0,3}(?:(?:\d{1,3}(?:,\d{3})+|\d+)(?:\.\d+)?(?!\d)(?: ?(?:万亿|百万|千万|万|亿|千|million|billion|thousand|Million|Billion|mn|bn|m|k)(?![A-Za-z]))?(?: ?[元圆])?[整正]?(?![年月日%‰])(?!\d))"
+    UR"((\((?:大写|小写)\))?[ :]{0,3}((?:\d{1,3}(?:,\d{3})+|\d+)(?:\.\d+)?(?!\d)(?: ?(?:万亿|百万|千万|万|亿|千|million|billion|thousand|Million|Billion|mn|bn|m|k)(?![A-Za-z]))?(?: ?[元圆])?[整正]?(?![年月日%‰])(?!\d))"
     UR"(|[一二三四五六七八九十两零〇壹贰叁肆伍陆柒捌玖拾佰仟百千万亿萬億]{1,24}[元圆](?:[零壹贰叁肆伍陆柒捌玖]{1,2}角)?(?:零?[壹贰叁肆伍陆柒捌玖]分)?[整正]?))");
 
 // Before a currency: 3,450.00元, 500万美元, 4.2亿日元, 5,000 US dollars, 80,000 RMB. Not 3元件.
@@ -39,7 +39,7 @@ const Regex RE_RANGE_START(
 // twenty-four million euros, ONE HUNDRED THOUSAND US DOLLARS. Not one hundred days.
 const Regex RE_WORDS_BEFORE_CURRENCY(
     "RE_WORDS_BEFORE_CURRENCY",
-    UR"((?i)(?<![A-Za-z-])(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety)(?:(?:,? |-)(?:and |one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)){0,20} (?:(?:us|united states|hong kong|singapore|australian) )?(?:dollars|euros?|pounds(?: sterling)?|yuan|renminbi)(?![A-Za-z]))");
+    UR"((?i)(?<![A-Za-z-])(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety)(?:(?:,? |-)(?:and )?(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)){0,20} (?:(?:us|united states|hong kong|singapore|australian) )?(?:dollars|euros?|pounds(?: sterling)?|yuan|renminbi)(?![A-Za-z]))");
 
 // US Dollars One Million Only
 const Regex RE_WORDS_BEHIND_CURRENCY(
@@ -84,7 +84,8 @@ class MoneyRecognizer : public EntityRecognizer {
     for (const auto& word : a.of(WordClass::CURRENCY)) {
       if (!is_currency(folded.substr(word.start, word.end - word.start))) continue;
       const auto m = RE_BEHIND_CURRENCY.match_at(folded, word.end);
-      if (m) add(out, word.start, m->end());
+      // 人民币（大写）：壹佰元整: the amount alone, without the label before it
+      if (m) add(out, m->has(1) ? m->start(2) : word.start, m->end());
     }
   }
 

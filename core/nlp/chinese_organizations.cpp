@@ -116,7 +116,7 @@ class Search {
   // Where the run of characters that may belong to a name begins.
   std::size_t walk_left(std::size_t from, std::size_t floor) const {
     std::size_t i = from;
-    bool blank_used = false;
+    int blanks = 0;
     while (i > floor && from - i < LONGEST_NAME) {
       const char32_t c = t_[i - 1];
       if (is_han(c) || text::is_ascii_alpha(c) || c == U'·') {
@@ -125,9 +125,9 @@ class Search {
         const auto open = opening_bracket(i - 1, floor);
         if (!open) break;
         i = *open;
-      } else if (c == U' ' && !blank_used && i >= floor + 2 && is_han(t_[i - 2]) &&
+      } else if (c == U' ' && blanks < 2 && i >= floor + 2 && is_han(t_[i - 2]) &&
                  (i == from || t_[i] == U'(')) {
-        blank_used = true;
+        ++blanks;
         --i;
       } else {
         break;
@@ -153,6 +153,8 @@ class Search {
     std::size_t start = behind_clause(left, ending.start);
     const bool cut = start > left;
     while (start < ending.start && is_lead(start, cut)) ++start;
+    // 甲方(盖章)西安…
+    if (cut && t_[start] == U'(') start = std::min(t_.substr(0, ending.start).find(U')', start), ending.start - 1) + 1;
     switch (ending.kind) {
       case WordClass::PUBLIC_BODY:
         return public_start(start, ending);
@@ -171,6 +173,7 @@ class Search {
   bool is_lead(std::size_t at, bool cut) const {
     constexpr std::u32string_view LEADS = U" )应须可已曾拟其该后前报即于在至";
     constexpr std::u32string_view CUT_LEADS = U"为给到对从将被是";
+    if (end_of_word_at(a_.of(WordClass::PLACE), at) > at) return false;
     return LEADS.find(t_[at]) != LEADS.npos || (cut && CUT_LEADS.find(t_[at]) != CUT_LEADS.npos);
   }
 

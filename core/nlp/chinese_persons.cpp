@@ -2,6 +2,7 @@
 #include "core/nlp/chinese_names.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/vocabulary.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/word_set.hpp"
 
@@ -20,6 +21,11 @@ const Regex RE_SEPARATOR(
     "RE_SEPARATOR",
     UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?\)?[ ]{0,4}(:|\t|为|是|由|系|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?)");
 
+constexpr auto MARKS = text::words({U":", U"\t", U"为", U"是"});
+
+// Between the label of a party and its name: 保证人二：, 出租方(甲方)：
+const Regex RE_PARTY("RE_PARTY", UR"([一二三四五\d]?(?:\([^()\n]{1,10}\))?[ ]{0,2}:[ ]{0,8})");
+
 // Titles that stand behind persons only; 经理 or 主任 may stand behind 项目 as well.
 constexpr auto SURE_TITLES =
     text::words({U"先生", U"女士", U"小姐", U"律师", U"博士", U"教授", U"老师", U"同志", U"法官"});
@@ -35,7 +41,7 @@ constexpr auto AMBIGUOUS_SURNAMES =
 constexpr std::u32string_view TRANSLITERATION =
     U"阿埃艾爱安昂奥巴白拜班邦保堡贝本比彼边别宾波伯博布查柴达大戴丹德登迪蒂丁东杜敦多俄厄恩尔法凡范菲费芬丰弗福夫佛盖甘冈高戈哥格葛根古瓜圭哈海"
     U"汉赫亨胡华怀惠霍基吉加贾杰金居卡凯坎康科克肯库昆拉莱兰朗劳勒雷黎里利莉丽林琳列卢鲁路伦罗洛吕马玛迈麦曼芒梅门蒙孟米密明摩莫默穆木娜纳南内"
-    U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾提图土吐托瓦万威维韦温翁沃得乌吾武西"
+    U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾图土吐托瓦万威维韦温翁沃得乌吾武西"
     U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买";
 
 bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・'; }
@@ -54,6 +60,7 @@ class Search {
 
   std::vector<RecognizerResult> run() {
     behind_labels();
+    parties();
     before_titles();
     before_identity_numbers();
     compound_surnames();
@@ -70,16 +77,27 @@ class Search {
     for (const auto& label : a_.of(WordClass::PERSON_LABEL)) {
       if (label.from_table) {
         const std::size_t end = chinese_name_end(a_, label.end, NameContext::LABEL);
-        if (end > label.end && ends_cell(end)) add(label.end, end, LABEL_SCORE);
+        const bool named = has_surname(label.end) || transliterates(t_.substr(label.end, end - label.end));
+        if (end > label.end && ends_cell(end) && named) add(label.end, end, LABEL_SCORE);
         continue;
       }
       const auto m = RE_SEPARATOR.match_at(t_, label.end);
       if (!m) continue;
-      const bool marked = m->has(1) && m->text(1) != U"," && m->text(1) != U"，";
+      const bool marked = m->has(1) && MARKS.contains(m->text(1));
       const std::size_t at = m->end();
       // A name is set off by blanks as well, but a sentence that goes on is none.
-      const bool blank = at > label.end + 1 && t_[at - 1] == U' ';
+      const bool blank = at > label.end + 1 && t_[at - 1] == U' ' && at < t_.size() && has_surname(at);
       add_list(at, marked || blank ? NameContext::LABEL : NameContext::PROSE);
+    }
+  }
+
+  // 保证人二：田小妹, 承租人：张三. The party is a person when all of it is a name.
+  void parties() {
+    for (const auto& label : a_.of(WordClass::ORGANIZATION_LABEL)) {
+      const auto m = RE_PARTY.match_at(t_, label.end);
+      if (!m || m->end() >= t_.size() || label.from_table || !has_surname(m->end())) continue;
+      const std::size_t end = chinese_name_end(a_, m->end(), NameContext::LABEL);
+      if (end > m->end() && end - m->end() <= 4 && ends_cell(end)) add(m->end(), end, LABEL_SCORE);
     }
   }
 
@@ -93,6 +111,10 @@ class Search {
       at = end + 1;
       context = NameContext::PROSE;
     }
+  }
+
+  bool has_surname(std::size_t at) const {
+    return is_chinese_surname(t_.substr(at, 1)) || is_chinese_surname(t_.substr(at, 2));
   }
 
   bool ends_cell(std::size_t at) const {

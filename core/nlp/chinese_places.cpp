@@ -36,7 +36,7 @@ constexpr std::u32string_view STREETS = U"路街道巷弄";
 
 // Characters of sentences; no name of a street or a building holds them.
 constexpr std::u32string_view STOPS =
-    U"的与由在于为将应须及或并且该其是有被向对按就自至到从已未不无可经给让使此各每因若则即但而也都还";
+    U"的与由在于为将应须及或并且该其是有被向对按就自至到从已未不无可给让使此各每因若则即但而也还内";
 
 bool is_room_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'-' || c == U'#'; }
 
@@ -92,7 +92,7 @@ class Search {
     constexpr std::u32string_view KINDS = U"岛港镇县";
     constexpr std::u32string_view GENERIC = U"装卸目的运起中转到达本各该进出口空海群半";
     for (std::size_t i = 2; i < t_.size(); ++i) {
-      if (KINDS.find(t_[i]) == KINDS.npos || (i + 1 < t_.size() && is_han(t_[i + 1]))) continue;
+      if (KINDS.find(t_[i]) == KINDS.npos || is_word_behind(i + 1)) continue;
       std::size_t start = i;
       while (start > 0 && i - start < 5 && is_han(t_[start - 1])) --start;
       const std::size_t length = i - start;
@@ -100,6 +100,11 @@ class Search {
       const auto name = t_.substr(start, length);
       if (name.find_first_of(GENERIC) == name.npos) add(start, i + 1, PLACE_SCORE);
     }
+  }
+
+  bool is_word_behind(std::size_t at) const {
+    constexpr std::u32string_view PARTICLES = U"的等及和与";
+    return at < t_.size() && is_han(t_[at]) && PARTICLES.find(t_[at]) == PARTICLES.npos;
   }
 
   // Reads the parts of an address from `start`; up to `known` it is known.
@@ -125,6 +130,8 @@ class Search {
   // 江苏省, 吴中区: more of an address is to be expected than behind 无锡.
   bool is_division(std::size_t end) const {
     constexpr std::u32string_view DIVISIONS = U"省市区县州盟旗镇";
+    // 台州 and 广州 go on like any city; 自治州 is a division.
+    if (t_[end - 1] == U'州') return end >= 2 && t_[end - 2] == U'治';
     return DIVISIONS.find(t_[end - 1]) != DIVISIONS.npos;
   }
 

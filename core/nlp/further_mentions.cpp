@@ -33,7 +33,8 @@ class Mentions {
   std::vector<RecognizerResult> run() {
     for (const auto& r : results_) {
       taken_.add(r.start, r.end);
-      if (r.entity_type == entity_type::EMAIL_ADDRESS || r.entity_type == entity_type::URL) {
+      if (r.entity_type == entity_type::EMAIL_ADDRESS || r.entity_type == entity_type::URL ||
+          r.entity_type == entity_type::SOCIAL_ACCOUNT) {
         network_.add(r.start, r.end);
       }
     }
@@ -102,9 +103,23 @@ class Mentions {
       if (f.start < covered || (form.single_word && everyday[f.form])) continue;
       if (form.at_edge && !begins_phrase(f.start)) continue;
       if (taken_.contains(static_cast<std::ptrdiff_t>(f.start), static_cast<std::ptrdiff_t>(f.end))) continue;
-      results_.push_back(make_hit(form.entity_type, f.start, f.end, SCORE));
-      covered = f.end;
+      const std::size_t end =
+          form.entity_type == entity_type::ORGANIZATION ? branch_end(f.end) : f.end;
+      results_.push_back(make_hit(form.entity_type, f.start, end, SCORE));
+      covered = end;
     }
+  }
+
+  // 驭川 + 遵义分公司: the branch belongs to the name.
+  std::size_t branch_end(std::size_t at) const {
+    constexpr std::size_t LONGEST_PLACE = 6;
+    const auto& branches = a_.of(recognition::WordClass::BRANCH);
+    const auto it = first_from(branches, at);
+    if (it == branches.end() || it->start - at > LONGEST_PLACE) return at;
+    for (std::size_t i = at; i < it->start; ++i) {
+      if (!is_han(t_[i])) return at;
+    }
+    return is_touched(a_.of(recognition::WordClass::CLAUSE_WORD), at, it->start) ? at : it->end;
   }
 
   // Behind a mark or a word such as 由; a brand of two characters may stand in

@@ -42,7 +42,7 @@ bool is_german(std::u32string_view word) { return GERMAN_HEADS.contains(word); }
 constexpr auto STRONG_HEADS = text::words(
     {U"bank", U"university", U"college", U"institute", U"hospital", U"court", U"courts",
      U"commission", U"centre", U"center", U"association", U"authority", U"ministry", U"council", U"chamber", U"foundation", U"exchange", U"society", U"sparebank",
-     U"landgericht", U"amtsgericht", U"kantonalbank", U"camera arbitrale", U"federation",
+     U"landgericht", U"amtsgericht", U"kantonalbank", U"arbitrale", U"federation",
      U"department"});
 
 // Forms of two letters that are also words in a heading: PAYABLE AS FOLLOWS.
@@ -95,11 +95,14 @@ class Search {
     for (char32_t& c : word) c = lower(c);
     const std::u32string_view kind = std::u32string_view(word).substr(word.rfind(U' ') + 1);
     const bool strong = STRONG_HEADS.contains(kind);
+    const bool compound = kind.size() < word.size();
     const bool court = kind.starts_with(U"court");
-    const Name name = walk_left(head.start);
+    Name name = walk_left(head.start);
+    if (compound) ++name.words, ++name.particular;
     const auto of = is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
-    const std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
-    const bool ranked = court && (name.words > 0 || kind.size() < word.size());
+    std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
+    if (court) end = std::min(end, std::max(head.end, t_.substr(0, end).find(U" and ", head.end)));
+    const bool ranked = court && (name.words > 0 || compound);
     const bool named = ranked || (strong ? name.particular >= 1 : name.particular >= 2 && name.words >= 3);
     const bool named_behind =
         of && (strong ? OF_HEADS.contains(kind) || is_place_or_long(*of)
@@ -107,7 +110,7 @@ class Search {
     if (!named && !named_behind) return;
     std::size_t full_end = end;
     if (const auto m = RE_BRANCH.match_at(t_, end)) full_end = m->end();
-    add(name.words > 0 ? name.start : head.start, full_end);
+    add(std::min(name.start, head.start), full_end);
   }
 
   bool is_place_or_long(const text::Match& of) const {
@@ -191,7 +194,7 @@ class Search {
     return is_connective(word) ||
            (is_contract_word(word) && word != U"General" && word != U"First" && word != U"High" &&
             word != U"Supreme" && word != U"Superior" && word != U"Federal" && word != U"Commercial" &&
-            word != U"District" && word != U"State");
+            word != U"District" && word != U"State" && word != U"Technical");
   }
 
   const NlpArtifacts& a_;

@@ -63,6 +63,12 @@ class Search {
       const auto word = t_.substr(label.start, label.end - label.start);
       if (!label.from_table && !m->has(1) && !RE_OPEN_LABEL.full_match(word)) continue;
       add(m->end(), latin_name_end(a_, m->end(), 2), LABEL_SCORE);
+      // Authorised signatory: van Oostrum
+      const Token first = token_after(t_, m->end());
+      if (m->has(1) && first.start == m->end() && first.end < t_.size() && is_connective(first.in(t_))) {
+        const std::size_t end = latin_name_end(a_, first.end + 1, 1);
+        if (end > first.end + 1) add(m->end(), end, LABEL_SCORE);
+      }
     }
   }
 

@@ -27,7 +27,7 @@ const Regex RE_POSTAL_CODE(
 constexpr auto NOT_BEHIND_PLACE =
     text::words({U"Convention", U"Rules", U"Act", U"Law", U"Code", U"Ordinance", U"Protocol",
                  U"Regulation", U"Regulations", U"Time", U"Accord", U"Agreement", U"Treaty",
-                 U"Arbitration"});
+                 U"Arbitration", U"GDPR", U"General"});
 
 struct Piece {
   std::size_t start = 0;
@@ -72,17 +72,18 @@ class Search {
   void read_stretch(std::size_t start, std::size_t end) {
     std::vector<Piece> chain;
     while (start < end) {
-      std::size_t comma = std::min(t_.find(U", ", start), end);
+      const std::size_t comma = start + std::min(t_.substr(start, end - start).find(U", "), end - start);
       Piece piece = read_piece(start, comma);
       if (is_foreign(piece)) {
         finish(chain);
       } else if (chain.empty() || piece.fits()) {
         if (piece.tail < piece.end) chain.push_back(piece);
       } else {
-        const bool continues = piece.head > piece.start;
+        // The address ends in the piece, and the next one may begin there: "of Building 5".
+        const bool continues = piece.head > piece.start && piece.tail == piece.end;
         if (continues) chain.push_back({piece.start, piece.head, piece.head, piece.start});
         finish(chain);
-        if (!continues && piece.tail < piece.end) chain.push_back(piece);
+        if (piece.tail < piece.end) chain.push_back(piece);
       }
       start = comma + 2;
     }

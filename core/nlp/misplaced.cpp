@@ -30,7 +30,9 @@ std::vector<RecognizerResult> drop_misplaced(const NlpArtifacts& artifacts,
   SpanCover codes;
   for (const auto& r : results) {
     if (is_address(r)) addresses.add(r.start, r.end);
-    if (r.entity_type == entity_type::VEHICLE_PLATE) codes.add(r.start, r.end);
+    if (r.entity_type == entity_type::VEHICLE_PLATE || r.entity_type == entity_type::MONEY) {
+      codes.add(r.start, r.end);
+    }
   }
   addresses.finish();
   codes.finish();

@@ -23,7 +23,7 @@ const Regex RE_OTHER_SCRIPT(
 const Regex RE_PAIR(
     "RE_PAIR",
     UR"((?<![\u4e00-\u9fff])([\u4e00-\u9fff]{2,4}) ?\((\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2})\)"
-    UR"(|(?<![\p{L}'-] )(?<![\p{L}'-])(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2}) ?\(([\u4e00-\u9fff]{2,4})\))");
+    UR"(|(?<!\p{L} )(?<![\p{L}'-])(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2}) ?\(([\u4e00-\u9fff]{2,4})\))");
 
 class Neighbours {
  public:
@@ -90,7 +90,8 @@ class Neighbours {
       const std::size_t han = m.has(1) ? 1 : 4;
       const std::size_t latin = m.has(1) ? 2 : 3;
       const std::size_t start = m.start(han);
-      if (!has_surname(start) || is_everyday_word(m.text(han))) continue;
+      const auto& places = a_.of(recognition::WordClass::PLACE);
+      if (is_everyday_word(m.text(han)) || is_touched(places, start, m.end(han))) continue;
       if (chinese_name_end(a_, start, NameContext::LABEL) != m.end(han)) continue;
       if (latin_name_end(a_, m.start(latin), 2) != m.end(latin)) continue;
       add(start, m.end(han));

@@ -81,11 +81,18 @@ void add_chinese_company(const NlpArtifacts& a, std::size_t start, std::size_t e
     out.push_back({std::u32string(name.substr(0, brand)), std::string(entity_type::ORGANIZATION), false, brand < 3});
   }
   constexpr std::size_t SHORTEST = 4;
-  for (std::size_t n = SHORTEST; n <= name.size(); ++n) add(std::u32string(name.substr(0, n)));
+  for (std::size_t n = SHORTEST; n <= name.size(); ++n) {
+    add(std::u32string(name.substr(0, n)));
+    add(std::u32string(name.substr(0, n)) + U"集团");
+  }
   for (std::size_t n = 2; n <= std::min<std::size_t>(name.size(), 4); ++n) {
     add(std::u32string(name.substr(0, n)) + U"公司");
     std::u32string_view place = t.substr(start, core - start);
     if (place.size() > 2) place.remove_suffix(place.ends_with(U"市") || place.ends_with(U"省") ? 1 : 0);
+    for (auto it = first_from(a.of(WordClass::TRADE_WORD), core + 2);
+         n <= 3 && it != a.of(WordClass::TRADE_WORD).end() && it->end <= stop; ++it) {
+      add(std::u32string(name.substr(0, n)) + std::u32string(t.substr(it->start, it->end - it->start)));
+    }
     if (!place.empty() && place.size() <= 4) add(std::u32string(place) + std::u32string(name.substr(0, n)));
   }
 }
@@ -123,6 +130,9 @@ void add_latin_company(const NlpArtifacts& a, std::size_t start, std::size_t end
   // Shenzhen Qianhai Mulin Advisory Co., Ltd. -> Mulin Advisory; Bramblewick Precision Components -> Bramblewick Precision
   const std::size_t second = name.find(U' ', name.find(U' ') + 1);
   if (second != name.npos && !place) out.push_back({std::u32string(name.substr(0, second)), type, false});
+  // Shenzhen Qianhai Mulin Advisory -> Mulin Advisory
+  const std::size_t last_two = name.rfind(U' ', name.rfind(U' ') - 1);
+  if (words >= 3 && last_two != name.npos) out.push_back({std::u32string(name.substr(last_two + 1)), type, false});
   if (place) {
     for (std::size_t blank = name.find(U' '); blank != name.npos; blank = name.find(U' ', blank + 1)) {
       const auto rest = name.substr(blank + 1);
@@ -231,11 +241,11 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
       --it;
       const auto name = surface_of(a, **it);
       // 塔玛拉克公司 for Tamarack Bulk Carriers Inc.: said directly behind the name
-      constexpr std::ptrdiff_t NEAR = 12;
+      constexpr std::ptrdiff_t NEAR = 30;
       const auto gap = text::slice(a.folded, (*it)->end, static_cast<std::ptrdiff_t>(m.start()));
       const bool directly = n == 0 && static_cast<std::ptrdiff_t>(gap.size()) <= NEAR &&
                             gap.find_first_of(U"。\n\t") == gap.npos &&
-                            (gap.find(U'(') != gap.npos || gap.find(U'称') != gap.npos);
+                            ((gap.size() <= 2 && gap.find(U'(') != gap.npos) || gap.find(U'称') != gap.npos);
       const bool latin = is_latin_letter(alias.front());
       const bool short_for = latin ? is_acronym(alias, name) || name.find(alias) != name.npos
                                    : abbreviates(alias, name);

@@ -76,7 +76,7 @@ class TableReader {
     const std::u32string_view t = artifacts_.folded;
     Row row;
     while (start <= stop) {
-      const std::size_t end = std::min(t.find(U'\t', start), stop);
+      const std::size_t end = start + std::min(t.substr(start, stop - start).find(U'\t'), stop - start);
       Cell cell{start, end};
       while (cell.start < cell.end && t[cell.start] == U' ') ++cell.start;
       while (cell.end > cell.start && t[cell.end - 1] == U' ') --cell.end;

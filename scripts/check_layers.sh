@@ -15,7 +15,9 @@ core/text                          core/errors.hpp
 core/errors.hpp
 core/anonymization/result
 core/anonymization/analyzer.hpp    core/anonymization/result
-core/anonymization/analyzer        core/text core/errors.hpp core/anonymization/constants
+core/app_paths
+core/anonymization/analyzer/language  core/text core/errors.hpp core/anonymization/constants
+core/anonymization/analyzer        core/text core/errors.hpp core/app_paths core/recognition core/nlp
 core/anonymization/identity        core/text core/errors.hpp SIBLINGS core/anonymization/rules core/person_clustering
 core/anonymization/cleanup         core/text core/errors.hpp SIBLINGS core/anonymization/rules
 core/anonymization/rules           core/text core/errors.hpp SIBLINGS

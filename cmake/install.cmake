@@ -9,7 +9,8 @@ install(TARGETS veildoc_core EXPORT veildocTargets)
 install(TARGETS veildoc)
 
 install(FILES core/anonymization_core.hpp core/errors.hpp DESTINATION ${headers_dir}/core)
-install(FILES core/anonymization/analyzer.hpp core/anonymization/result.hpp
+install(FILES core/anonymization/analyzer.hpp core/anonymization/masked_text.hpp
+              core/anonymization/result.hpp
         DESTINATION ${headers_dir}/core/anonymization)
 install(FILES core/recognition/embedded_analyzer.hpp DESTINATION ${headers_dir}/core/recognition)
 

@@ -20,7 +20,7 @@ using recognition::WordClass;
 
 // Seldom the second character of a given name, often the first of what follows a name.
 constexpr std::u32string_view NEVER_IN_GIVEN_NAME =
-    U"的自与和就在于为曾应须将以等及或向对签任作负担代是到从按由已可提先女称即均不未会该此其各但并且因则若被把给让使说经至所有并需拟"
+    U"的自与和就在于为曾应须将以等及或向对签任作负担代是到从按由已可提先女称即均不未会该此其各但并且因则被把给让使说经至所有并需拟"
     U"同系处号";
 
 // Surnames that are everyday words too: without a label they are none.
@@ -48,10 +48,10 @@ std::size_t surname_length(std::u32string_view t, std::size_t at) {
 }
 
 bool holds_word(const NlpArtifacts& a, std::size_t start, std::size_t end) {
-  for (const auto c : {WordClass::CLAUSE_WORD, WordClass::COMPANY_FORM, WordClass::BANK,
-                       WordClass::BRANCH, WordClass::PHONE_LABEL, WordClass::ADDRESS_LABEL,
-                       WordClass::ORGANIZATION_LABEL, WordClass::ID_CARD_LABEL,
-                       WordClass::QUAL_LABEL}) {
+  for (const auto c :
+       {WordClass::CLAUSE_WORD, WordClass::COMPANY_FORM, WordClass::BANK, WordClass::BRANCH,
+        WordClass::PHONE_LABEL, WordClass::ADDRESS_LABEL, WordClass::ORGANIZATION_LABEL,
+        WordClass::ID_CARD_LABEL, WordClass::QUAL_LABEL}) {
     for (auto it = first_from(a.of(c), start); it != a.of(c).end() && it->start < end; ++it) {
       if (!it->from_table && it->end - it->start > 1) return true;
     }
@@ -64,7 +64,8 @@ std::size_t dotted_name_end(std::u32string_view t, std::size_t at) {
   std::size_t end = han_run_end(t, at, LONGEST_PART);
   if (end + 1 < t.size() && t[end] == U'-') end = han_run_end(t, end + 1, LONGEST_PART);
   std::size_t last = at;
-  while (end > at && end < t.size() && is_dot(t[end])) {
+  constexpr std::size_t LONGEST_NAME = 40;
+  while (end > at && end - at < LONGEST_NAME && end < t.size() && is_dot(t[end])) {
     std::size_t part = han_run_end(t, end + 1, LONGEST_PART);
     // A whole run is a name; of a sentence that goes on the beginning is.
     if (part - end > 5) {
@@ -112,9 +113,14 @@ std::size_t plain_name_end(const NlpArtifacts& a, std::size_t at, NameContext co
     if (!title_inside) return at + run;
   }
   if (surname == 0 || run <= surname) return at;
-  if (context == NameContext::PROSE && surname == 1 && WEAK_SURNAMES.find(t[at]) != WEAK_SURNAMES.npos) {
-    return at;
+  // The run is as long as a name; what follows it is no part of a sentence.
+  const bool weak = surname == 1 && WEAK_SURNAMES.find(t[at]) != WEAK_SURNAMES.npos;
+  const bool neat = run == surname + 1 || run == surname + 2;
+  if (neat && !weak && !never_in_given_name(t[at + run - 1]) &&
+      !is_touched(a.of(WordClass::PERSON_TITLE), at + surname, at + run)) {
+    return at + run;
   }
+  if (context == NameContext::PROSE && weak) return at;
   const std::size_t end = given_name_end(a, at, surname);
   return end - at > surname && !never_in_given_name(t[at + surname]) ? end : at;
 }
@@ -153,7 +159,11 @@ std::size_t chinese_name_start(const NlpArtifacts& a, std::size_t end) {
     if (end - run < length) return false;
     const std::size_t at = end - length;
     const auto name = t.substr(at, length);
-    return surname_length(t, at) == surname && !is_everyday_word(name) &&
+    // 由张三, not the surname 由
+    const bool weak = surname == 1 && length == 3 &&
+                      WEAK_SURNAMES.find(t[at]) != WEAK_SURNAMES.npos &&
+                      surname_length(t, at + 1) > 0;
+    return !weak && surname_length(t, at) == surname && !is_everyday_word(name) &&
            !is_everyday_word(name.substr(0, 2)) && !holds_word(a, at, end) &&
            !is_touched(a.of(WordClass::PERSON_LABEL), at, end);
   };

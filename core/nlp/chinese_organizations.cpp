@@ -19,23 +19,26 @@ constexpr std::size_t LONGEST_BRACKET = 12;
 constexpr std::size_t LONGEST_BRANCH_PLACE = 14;
 
 // Characters that may be part of a name (华为, 和平) but usually link it to the sentence.
-constexpr std::u32string_view LINKS = U"为至给到在于对从将被是和及经以自按如同请凭就让后前应须可已曾拟其该此系";
+constexpr std::u32string_view LINKS =
+    U"为至给到在于对从将被是和及经以自按如同请凭就让后前应须可已曾拟其该此系";
 // Those that also end a phrase which no clause word announces.
 constexpr std::u32string_view FIRM_LINKS = U"为至给到在于对从将被是";
 
 // What stands before the kind of organization when no particular one is meant.
 constexpr auto GENERIC_NAMES = text::words(
-    {U"合资",     U"目标",     U"项目",   U"全资",   U"控股", U"关联", U"任何",     U"其他",
-     U"某",       U"该",       U"本",     U"贵",     U"子",   U"母",   U"分",       U"总",
-     U"合作",     U"外资",     U"上市",   U"开户",   U"收款", U"付款", U"往来",     U"贷款",
-     U"商业",     U"政策性",   U"保函",   U"指定",   U"任一", U"中央", U"国有商业", U"相关",
-     U"境内",     U"境外",     U"托管",   U"监管",   U"保证", U"开证", U"议付",     U"通知",
-     U"交易",     U"知名",     U"一家",   U"城市商业", U"农村商业", U"资金监管", U"共管", U"存管",
-     U"三级",     U"三甲",     U"定点",   U"附属",   U"高等", U"重点", U"综合",     U"公立",
-     U"私立",     U"民营",     U"公办",   U"二级甲等", U"三级甲等", U"专业", U"第三方", U"独立",
-     U"股份制商业", U"项目所在地", U"物业服务", U"保险", U"物流", U"快递", U"转账", U"我国",
-     U"注册", U"设计", U"依法", U"普通", U"有限", U"经办", U"代理", U"担保", U"付款人", U"乙方开户",
-     U"甲方开户", U"卖方", U"买方", U"人民", U"各", U"双方", U"评估", U"审计", U"造价咨询"});
+    {U"合资", U"目标",       U"项目",       U"全资",     U"控股",     U"关联",     U"任何",
+     U"其他", U"某",         U"该",         U"本",       U"贵",       U"子",       U"母",
+     U"分",   U"总",         U"合作",       U"外资",     U"上市",     U"开户",     U"收款",
+     U"付款", U"往来",       U"贷款",       U"商业",     U"政策性",   U"保函",     U"指定",
+     U"任一", U"中央",       U"国有商业",   U"相关",     U"境内",     U"境外",     U"托管",
+     U"监管", U"保证",       U"开证",       U"议付",     U"通知",     U"交易",     U"知名",
+     U"一家", U"城市商业",   U"农村商业",   U"资金监管", U"共管",     U"存管",     U"三级",
+     U"三甲", U"定点",       U"附属",       U"高等",     U"重点",     U"综合",     U"公立",
+     U"私立", U"民营",       U"公办",       U"二级甲等", U"三级甲等", U"专业",     U"第三方",
+     U"独立", U"股份制商业", U"项目所在地", U"物业服务", U"保险",     U"物流",     U"快递",
+     U"转账", U"我国",       U"注册",       U"设计",     U"依法",     U"普通",     U"有限",
+     U"经办", U"代理",       U"担保",       U"付款人",   U"乙方开户", U"甲方开户", U"卖方",
+     U"买方", U"人民",       U"各",         U"双方",     U"评估",     U"审计",     U"造价咨询"});
 
 struct Ending {
   std::size_t start;
@@ -59,8 +62,7 @@ class Search {
       out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, s.start, s.end, SCORE));
     }
     for (const auto& hit : a_.of(WordClass::PUBLIC_NAME)) {
-      out.push_back(
-          make_hit(anonymization::entity_type::ORGANIZATION, hit.start, hit.end, SCORE));
+      out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, hit.start, hit.end, SCORE));
     }
     return out;
   }
@@ -100,6 +102,7 @@ class Search {
   bool extend_last(const Ending& ending) {
     if (found_.empty() || ending.kind == WordClass::PLAIN_COMPANY) return false;
     Span& last = found_.back();
+    if (ending.end - last.start > 2 * LONGEST_NAME) return false;
     if (ending.start < last.end || ending.start - last.end > LONGEST_BRANCH_PLACE) return false;
     const bool adjacent = ending.start == last.end;
     const bool blank = ending.start == last.end + 1 && t_[last.end] == U' ';
@@ -154,7 +157,8 @@ class Search {
     const bool cut = start > left;
     while (start < ending.start && is_lead(start, cut)) ++start;
     // 甲方(盖章)西安…
-    if (cut && t_[start] == U'(') start = std::min(t_.substr(0, ending.start).find(U')', start), ending.start - 1) + 1;
+    if (cut && t_[start] == U'(')
+      start = std::min(t_.substr(0, ending.start).find(U')', start), ending.start - 1) + 1;
     switch (ending.kind) {
       case WordClass::PUBLIC_BODY:
         return public_start(start, ending);
@@ -222,7 +226,9 @@ class Search {
     if (place == ending.start) place = shaped(start, ending.start);
     for (std::size_t i = start; i < std::min(place, ending.start); ++i) {
       const auto rest = t_.substr(i, ending.start - i);
-      for (const std::u32string_view national : {U"国家", U"全国", U"中华", U"最高人民", U"国务院", U"华南", U"华东", U"华北", U"华中", U"中亚", U"亚洲", U"大韩"}) {
+      for (const std::u32string_view national :
+           {U"国家", U"全国", U"中华", U"最高人民", U"国务院", U"华南", U"华东", U"华北", U"华中",
+            U"中亚", U"亚洲", U"大韩"}) {
         if (rest.starts_with(national) && rest.size() > national.size()) return i;
       }
     }

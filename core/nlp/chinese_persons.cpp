@@ -19,9 +19,7 @@ constexpr double PROSE_SCORE = 0.6;
 // or the tab, if there is one, is group 1.
 const Regex RE_SEPARATOR(
     "RE_SEPARATOR",
-    UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?\)?[ ]{0,4}(:|\t|为|是|由|系|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?)");
-
-constexpr auto MARKS = text::words({U":", U"\t", U"为", U"是"});
+    UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?\)?[ ]{0,4}(?:为|是)?(:|(?<=为)|(?<=是)|由|系|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?)");
 
 // Between the label of a party and its name: 保证人二：, 出租方(甲方)：
 const Regex RE_PARTY("RE_PARTY", UR"([一二三四五\d]?(?:\([^()\n]{1,10}\))?[ ]{0,2}:[ ]{0,8})");
@@ -77,16 +75,18 @@ class Search {
     for (const auto& label : a_.of(WordClass::PERSON_LABEL)) {
       if (label.from_table) {
         const std::size_t end = chinese_name_end(a_, label.end, NameContext::LABEL);
-        const bool named = has_surname(label.end) || transliterates(t_.substr(label.end, end - label.end));
+        const bool named =
+            has_surname(label.end) || transliterates(t_.substr(label.end, end - label.end));
         if (end > label.end && ends_cell(end) && named) add(label.end, end, LABEL_SCORE);
         continue;
       }
       const auto m = RE_SEPARATOR.match_at(t_, label.end);
       if (!m) continue;
-      const bool marked = m->has(1) && MARKS.contains(m->text(1));
+      const bool marked = m->has(1) && (m->text(1).empty() || m->text(1) == U":");
       const std::size_t at = m->end();
       // A name is set off by blanks as well, but a sentence that goes on is none.
-      const bool blank = at > label.end + 1 && t_[at - 1] == U' ' && at < t_.size() && has_surname(at);
+      const bool blank =
+          at > label.end + 1 && t_[at - 1] == U' ' && at < t_.size() && has_surname(at);
       add_list(at, marked || blank ? NameContext::LABEL : NameContext::PROSE);
     }
   }
@@ -167,7 +167,8 @@ class Search {
       std::size_t start = i;
       while (start > done && i - start < 6 && sounds(t_[start - 1])) --start;
       std::size_t end = i;
-      while (end < t_.size() && is_dot(t_[end])) {
+      constexpr std::size_t LONGEST_NAME = 40;
+      while (end < t_.size() && end - start < LONGEST_NAME && is_dot(t_[end])) {
         std::size_t part = end + 1;
         while (part < t_.size() && part - end <= 7 && sounds(t_[part])) ++part;
         if (part == end + 1) break;

@@ -13,22 +13,25 @@ constexpr double PLACE_SCORE = 0.7;
 constexpr double ADDRESS_SCORE = 0.85;
 
 // Between a label and an address
-const Regex RE_SEPARATOR("RE_SEPARATOR",
-                         UR"((?:[ ]?(?:\([^()\n]{1,12}\)|[A-Za-z. ]{2,24}(?=:)))?[ ]{0,3}(?:为|是|:|在)?[ ]{0,8})");
+const Regex RE_SEPARATOR(
+    "RE_SEPARATOR",
+    UR"((?:[ ]?(?:\([^()\n]{1,12}\)|[A-Za-z. ]{2,24}(?=:)))?[ ]{0,3}(?:为|是|:|在)?[ ]{0,8})");
 
 // What ends a part of an address. Longer words first.
 constexpr std::u32string_view UNITS[] = {
     U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区", U"产业园",
-    U"工业园",   U"科技园", U"创业园", U"度假区", U"示范区", U"合作区", U"保税区", U"经济区",
-    U"新区",     U"园区",   U"街道",   U"社区",   U"地区",   U"大街",   U"大道",   U"公路",
-    U"大厦",     U"广场",   U"中心",   U"公寓",   U"花园",   U"小区",   U"单元",   U"厂房",
-    U"底商",     U"商城",   U"国际城", U"号楼",   U"会议室", U"实验楼", U"办公楼", U"仓库",
-    U"丁目",     U"番地",   U"码头",   U"小镇",   U"东段",   U"西段",   U"南段",   U"北段", U"中段", U"一段", U"二段", U"三段", U"四段", U"五段",
-    U"省",       U"市",     U"区",     U"县",     U"旗",     U"盟",     U"州",     U"镇",
-    U"乡",       U"村",     U"路",     U"街",     U"道",     U"巷",     U"弄",     U"胡同",
-    U"号",       U"幢",     U"栋",     U"座",     U"楼",     U"层",     U"室",     U"组",
-    U"院",       U"园",     U"苑",     U"庄",     U"里",     U"港",     U"岛",     U"屯",
-    U"段",       U"期",     U"城",     U"汇",     U"塔",     U"馆",     U"厦", U"河北岸", U"岸", U"町", U"厅"};
+    U"工业园",     U"科技园", U"创业园", U"度假区", U"示范区", U"合作区",   U"保税区",   U"经济区",
+    U"新区",       U"园区",   U"街道",   U"社区",   U"地区",   U"大街",     U"大道",     U"公路",
+    U"大厦",       U"广场",   U"中心",   U"公寓",   U"花园",   U"小区",     U"单元",     U"厂房",
+    U"底商",       U"商城",   U"国际城", U"号楼",   U"会议室", U"实验楼",   U"办公楼",   U"仓库",
+    U"丁目",       U"番地",   U"码头",   U"小镇",   U"东段",   U"西段",     U"南段",     U"北段",
+    U"中段",       U"一段",   U"二段",   U"三段",   U"四段",   U"五段",     U"省",       U"市",
+    U"区",         U"县",     U"旗",     U"盟",     U"州",     U"镇",       U"乡",       U"村",
+    U"路",         U"街",     U"道",     U"巷",     U"弄",     U"胡同",     U"号",       U"幢",
+    U"栋",         U"座",     U"楼",     U"层",     U"室",     U"组",       U"院",       U"园",
+    U"苑",         U"庄",     U"里",     U"港",     U"岛",     U"屯",       U"段",       U"期",
+    U"城",         U"汇",     U"塔",     U"馆",     U"厦",     U"河北岸",   U"岸",       U"町",
+    U"厅"};
 
 // Units that a place may be followed by without being an address: 无锡路 is one, 无锡的路 is not.
 constexpr std::u32string_view ADMINISTRATIVE = U"省市区县旗盟州镇乡村港岛";
@@ -117,7 +120,8 @@ class Search {
         if (address.units == 0 && address.end > known) known = place;
         continue;
       }
-      const std::size_t end = unit_end(address.end, address.units == 0 && known > start && !is_division(known));
+      const std::size_t end =
+          unit_end(address.end, address.units == 0 && known > start && !is_division(known));
       if (end == address.end) break;
       address.has_number |= text::is_ascii_digit(t_[address.end]) || number_before(end);
       address.end = end;
@@ -146,7 +150,8 @@ class Search {
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
       if (STOPS.find(c) != STOPS.npos || is_clause_at(i)) break;
-      if (const std::size_t unit = unit_at(i); unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos)) {
+      if (const std::size_t unit = unit_at(i);
+          unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos)) {
         best = i + unit;
         break;
       }

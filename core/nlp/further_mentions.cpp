@@ -102,7 +102,8 @@ class Mentions {
       const ShortForm& form = forms_[f.form];
       if (f.start < covered || (form.single_word && everyday[f.form])) continue;
       if (form.at_edge && !begins_phrase(f.start)) continue;
-      if (taken_.contains(static_cast<std::ptrdiff_t>(f.start), static_cast<std::ptrdiff_t>(f.end))) continue;
+      if (taken_.contains(static_cast<std::ptrdiff_t>(f.start), static_cast<std::ptrdiff_t>(f.end)))
+        continue;
       const std::size_t end =
           form.entity_type == entity_type::ORGANIZATION ? branch_end(f.end) : f.end;
       results_.push_back(make_hit(form.entity_type, f.start, end, SCORE));

@@ -14,9 +14,9 @@ using recognition::WordClass;
 
 constexpr int MOST_WORDS = 5;
 
-constexpr auto PARTICLES =
-    text::words({U"van", U"der", U"den", U"de", U"la", U"von", U"zu", U"bin", U"binti", U"ibn", U"al",
-                 U"el", U"dela", U"del", U"della", U"di", U"da", U"dos", U"du", U"le", U"y", U"ter"});
+constexpr auto PARTICLES = text::words(
+    {U"van", U"der",  U"den", U"de",    U"la", U"von", U"zu",  U"bin", U"binti", U"ibn", U"al",
+     U"el",  U"dela", U"del", U"della", U"di", U"da",  U"dos", U"du",  U"le",    U"y",   U"ter"});
 
 bool is_initial(std::u32string_view word) {
   return word.size() == 2 && is_upper(word[0]) && word[1] == U'.';
@@ -32,8 +32,8 @@ bool is_name_word(std::u32string_view word) {
 }
 
 bool belongs_elsewhere(const NlpArtifacts& a, const Token& token) {
-  for (const auto c : {WordClass::EN_LEGAL_FORM, WordClass::EN_ROLE, WordClass::EN_ORGANIZATION_HEAD,
-                       WordClass::EN_STREET_WORD}) {
+  for (const auto c : {WordClass::EN_LEGAL_FORM, WordClass::EN_ROLE,
+                       WordClass::EN_ORGANIZATION_HEAD, WordClass::EN_STREET_WORD}) {
     if (is_covered(a.of(c), token.start, token.end)) return true;
   }
   return false;
@@ -69,7 +69,9 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
       continue;
     }
     if (!is_name_word(word)) break;
-    if (belongs_elsewhere(a, token)) return words >= fewest && is_covered(a.of(WordClass::EN_ROLE), token.start, token.end) ? end : at;
+    if (belongs_elsewhere(a, token))
+      return words >= fewest && is_covered(a.of(WordClass::EN_ROLE), token.start, token.end) ? end
+                                                                                             : at;
     ++words;
     end = next = token.end;
     if (raw.end != token.end) break;

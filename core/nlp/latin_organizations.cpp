@@ -28,22 +28,23 @@ const Regex RE_OF(
 // Behind a German court or bank: Landgericht Hamburg
 const Regex RE_BEHIND("RE_BEHIND", UR"( \p{Lu}[\p{L}-]{2,30}(?!\p{L}))");
 
-constexpr auto GERMAN_HEADS = text::words({U"landgericht", U"amtsgericht", U"oberlandesgericht",
-                                           U"kantonalbank", U"sparebank"});
+constexpr auto GERMAN_HEADS = text::words(
+    {U"landgericht", U"amtsgericht", U"oberlandesgericht", U"kantonalbank", U"sparebank"});
 
 // Heads that "of" and any name behind them make particular: University of Vardøya.
-constexpr auto OF_HEADS = text::words(
-    {U"university", U"court", U"courts", U"institute", U"college", U"ministry", U"bank",
-     U"landgericht", U"amtsgericht", U"oberlandesgericht", U"kantonalbank", U"arbitrale"});
+constexpr auto OF_HEADS = text::words({U"university", U"court", U"courts", U"institute", U"college",
+                                       U"ministry", U"bank", U"landgericht", U"amtsgericht",
+                                       U"oberlandesgericht", U"kantonalbank", U"arbitrale"});
 
 bool is_german(std::u32string_view word) { return GERMAN_HEADS.contains(word); }
 
 // Heads that alone make a name of one capitalized word before them: Dubai Courts.
-constexpr auto STRONG_HEADS = text::words(
-    {U"bank", U"university", U"college", U"institute", U"hospital", U"court", U"courts",
-     U"commission", U"centre", U"center", U"association", U"authority", U"ministry", U"council", U"chamber", U"foundation", U"exchange", U"society", U"sparebank",
-     U"landgericht", U"amtsgericht", U"kantonalbank", U"arbitrale", U"federation",
-     U"department"});
+constexpr auto STRONG_HEADS =
+    text::words({U"bank",        U"university",   U"college",    U"institute",  U"hospital",
+                 U"court",       U"courts",       U"commission", U"centre",     U"center",
+                 U"association", U"authority",    U"ministry",   U"council",    U"chamber",
+                 U"foundation",  U"exchange",     U"society",    U"sparebank",  U"landgericht",
+                 U"amtsgericht", U"kantonalbank", U"arbitrale",  U"federation", U"department"});
 
 // Forms of two letters that are also words in a heading: PAYABLE AS FOLLOWS.
 constexpr auto DOUBTFUL_FORMS =
@@ -63,8 +64,8 @@ class Search {
  private:
   struct Name {
     std::size_t start;
-    int words = 0;        // capitalized
-    int particular = 0;   // and not of the contract's own vocabulary
+    int words = 0;       // capitalized
+    int particular = 0;  // and not of the contract's own vocabulary
   };
 
   void add(std::size_t start, std::size_t end) {
@@ -86,7 +87,8 @@ class Search {
     const Token next = token_after(t_, form.end);
     const bool word_behind = !next.empty() && is_latin_letter(t_[next.start]);
     const bool word = form.end - form.start > 2;
-    const bool capital_behind = word_behind && is_upper(t_[next.start]) && is_lower(t_[form.end - 1]);
+    const bool capital_behind =
+        word_behind && is_upper(t_[next.start]) && is_lower(t_[form.end - 1]);
     return word ? name.words >= 2 && !capital_behind : !word_behind;
   }
 
@@ -99,14 +101,17 @@ class Search {
     const bool court = kind.starts_with(U"court");
     Name name = walk_left(head.start);
     if (compound) ++name.words, ++name.particular;
-    const auto of = is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
+    const auto of =
+        is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
     std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
     if (court) end = std::min(end, std::max(head.end, t_.substr(0, end).find(U" and ", head.end)));
     const bool ranked = court && (name.words > 0 || compound);
-    const bool named = ranked || (strong ? name.particular >= 1 : name.particular >= 2 && name.words >= 3);
+    const bool named =
+        ranked || (strong ? name.particular >= 1 : name.particular >= 2 && name.words >= 3);
     const bool named_behind =
         of && (strong ? OF_HEADS.contains(kind) || is_place_or_long(*of)
-                      : name.particular >= 1 && is_touched(a_.of(WordClass::EN_PLACE), of->start(), of->end()));
+                      : name.particular >= 1 &&
+                            is_touched(a_.of(WordClass::EN_PLACE), of->start(), of->end()));
     if (!named && !named_behind) return;
     std::size_t full_end = end;
     if (const auto m = RE_BRANCH.match_at(t_, end)) full_end = m->end();
@@ -122,6 +127,7 @@ class Search {
   Name walk_left(std::size_t end) const {
     Name name{end};
     std::size_t at = end;
+    bool connected = false;  // the word to the right is "and" or the like
     for (int i = 0; i < LONGEST_NAME; ++i) {
       if (const auto open = bracket_before(at)) {
         at = *open;
@@ -132,12 +138,15 @@ class Search {
       const auto word = token.in(t_);
       if (is_capitalized(word)) {
         if (ends_sentence(word) || is_plain_number(word)) break;
+        // Harrow Logistics Limited and Tallgrass Systems, Inc. are two.
+        if (connected && is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end)) break;
         name.start = token.start;
         ++name.words;
         if (!is_contract_word(word)) ++name.particular;
       } else if (!is_connective(word)) {
         break;
       }
+      connected = is_connective(word);
       at = token.start;
       if (at == 0 || t_[at - 1] != U' ') break;
     }
@@ -150,7 +159,8 @@ class Search {
     if (at > 0 && t_[at - 1] == U' ') --at;
     if (at == 0 || t_[at - 1] != U')') return std::nullopt;
     for (std::size_t i = at - 1; i > 0 && at - i < LONGEST; --i) {
-      if (t_[i - 1] == U'(') return i >= 2 && t_[i - 2] == U' ' ? std::optional(i - 1) : std::nullopt;
+      if (t_[i - 1] == U'(')
+        return i >= 2 && t_[i - 2] == U' ' ? std::optional(i - 1) : std::nullopt;
       if (!is_latin_letter(t_[i - 1]) && t_[i - 1] != U' ') return std::nullopt;
     }
     return std::nullopt;
@@ -193,8 +203,9 @@ class Search {
   static bool leads_in(std::u32string_view word) {
     return is_connective(word) ||
            (is_contract_word(word) && word != U"General" && word != U"First" && word != U"High" &&
-            word != U"Supreme" && word != U"Superior" && word != U"Federal" && word != U"Commercial" &&
-            word != U"District" && word != U"State" && word != U"Technical");
+            word != U"Supreme" && word != U"Superior" && word != U"Federal" &&
+            word != U"Commercial" && word != U"District" && word != U"State" &&
+            word != U"Technical");
   }
 
   const NlpArtifacts& a_;

@@ -15,8 +15,9 @@ constexpr double PROSE_SCORE = 0.6;
 
 // Between a label and a name; group 1 is a mark that makes the word a label:
 // "Name: ", "Attention (Legal): ", "联系人 Contact："
-const Regex RE_SEPARATOR("RE_SEPARATOR",
-                         UR"((?:[ ]?(?:\([^()\n]{1,24}\)|[A-Za-z/ ]{1,20}(?=:)|[\u4e00-\u9fff]{1,6}(?=:)))?[ ]{0,4}(:|\t)?[ ]{0,8}(?:_{1,40}[ ]{1,4})?(?:(?:Mr|Ms|Mrs|Dr|Prof|Mme|Miss)\.? )?)");
+const Regex RE_SEPARATOR(
+    "RE_SEPARATOR",
+    UR"((?:[ ]?(?:\([^()\n]{1,24}\)|[A-Za-z/ ]{1,20}(?=:)|[\u4e00-\u9fff]{1,6}(?=:)))?[ ]{0,4}(:)?[ ]{0,8}(?:_{1,40}[ ]{1,4})?(?:(?:Mr|Ms|Mrs|Dr|Prof|Mme|Miss)\.? )?)");
 
 // Labels that need no mark: "attention Jürgen Petersen", "with a copy to Wei-Ling Szeto"
 const Regex RE_OPEN_LABEL(
@@ -50,7 +51,8 @@ class Search {
       std::size_t start = at;
       // Ms van Oostrum: a particle may come first.
       const Token first = token_after(t_, at);
-      if (!first.empty() && is_connective(first.in(t_)) && first.end < t_.size()) start = first.end + 1;
+      if (!first.empty() && is_connective(first.in(t_)) && first.end < t_.size())
+        start = first.end + 1;
       const std::size_t end = latin_name_end(a_, start, 1);
       if (end > start) add(at, end, LABEL_SCORE);
     }
@@ -61,11 +63,15 @@ class Search {
       const auto m = RE_SEPARATOR.match_at(t_, label.end);
       if (!m) continue;
       const auto word = t_.substr(label.start, label.end - label.start);
-      if (!label.from_table && !m->has(1) && !RE_OPEN_LABEL.full_match(word)) continue;
+      // 订单经理 Annegret Vollmer: a blank sets the two scripts off well enough
+      const bool chinese = !word.empty() && is_han(word.front()) && m->end() > label.end;
+      const bool marked = label.from_table || m->has(1) || chinese;
+      if (!marked && !RE_OPEN_LABEL.full_match(word)) continue;
       add(m->end(), latin_name_end(a_, m->end(), 2), LABEL_SCORE);
       // Authorised signatory: van Oostrum
       const Token first = token_after(t_, m->end());
-      if (m->has(1) && first.start == m->end() && first.end < t_.size() && is_connective(first.in(t_))) {
+      if (m->has(1) && first.start == m->end() && first.end < t_.size() &&
+          is_connective(first.in(t_))) {
         const std::size_t end = latin_name_end(a_, first.end + 1, 1);
         if (end > first.end + 1) add(m->end(), end, LABEL_SCORE);
       }
@@ -89,7 +95,8 @@ class Search {
     for (const auto& given : a_.of(WordClass::EN_GIVEN_NAME)) {
       const Token before = token_before(t_, given.start);
       const bool inside_name = !before.empty() && before.end + 1 == given.start &&
-                               is_upper(t_[before.start]) && !is_contract_word(before.in(t_)) && !is_covered(a_.of(WordClass::EN_TITLE), before.start, before.end);
+                               is_upper(t_[before.start]) && !is_contract_word(before.in(t_)) &&
+                               !is_covered(a_.of(WordClass::EN_TITLE), before.start, before.end);
       if (inside_name) continue;
       add(given.start, latin_name_end(a_, given.start, 2), PROSE_SCORE);
     }

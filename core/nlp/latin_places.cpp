@@ -72,32 +72,41 @@ class Search {
   void read_stretch(std::size_t start, std::size_t end) {
     std::vector<Piece> chain;
     while (start < end) {
-      const std::size_t comma = start + std::min(t_.substr(start, end - start).find(U", "), end - start);
+      const std::size_t comma =
+          start + std::min(t_.substr(start, end - start).find(U", "), end - start);
       Piece piece = read_piece(start, comma);
-      if (is_foreign(piece)) {
+      const bool follows = !chain.empty();
+      if (is_foreign(follows ? piece.start : piece.tail, follows ? piece.head : piece.end)) {
         finish(chain);
       } else if (chain.empty() || piece.fits()) {
         if (piece.tail < piece.end) chain.push_back(piece);
       } else {
         // The address ends in the piece, and the next one may begin there: "of Building 5".
-        const bool continues = piece.head > piece.start && piece.tail == piece.end;
+        const bool continues = piece.head > piece.start && !opens_with_connective(piece);
         if (continues) chain.push_back({piece.start, piece.head, piece.head, piece.start});
         finish(chain);
-        if (piece.tail < piece.end) chain.push_back(piece);
+        if (piece.tail < piece.end && (!continues || piece.tail > piece.head))
+          chain.push_back(piece);
       }
       start = comma + 2;
     }
     finish(chain);
   }
 
-  bool is_foreign(const Piece& piece) const {
-    return RE_NOT_ADDRESS.search(t_.substr(piece.start, piece.end - piece.start)).has_value() ||
-           is_touched(a_.of(WordClass::EN_LEGAL_FORM), piece.start, piece.end);
+  bool opens_with_connective(const Piece& piece) const {
+    return is_connective(token_after(t_, piece.start).in(t_));
+  }
+
+  // Whether what would become part of an address is something else.
+  bool is_foreign(std::size_t start, std::size_t end) const {
+    return start < end && (RE_NOT_ADDRESS.search(t_.substr(start, end - start)).has_value() ||
+                           is_touched(a_.of(WordClass::EN_LEGAL_FORM), start, end));
   }
 
   Piece read_piece(std::size_t start, std::size_t end) const {
     while (start < end && t_[start] == U' ') ++start;
-    while (end > start && (t_[end - 1] == U' ' || t_[end - 1] == U'.' || t_[end - 1] == U',')) --end;
+    while (end > start && (t_[end - 1] == U' ' || t_[end - 1] == U'.' || t_[end - 1] == U','))
+      --end;
     Piece piece{start, end, start, end};
     for (std::size_t at = start; at < end;) {
       const Token token = token_after(t_, at);
@@ -146,7 +155,8 @@ class Search {
     const bool street = is_touched(a_.of(WordClass::EN_STREET_WORD), start, end);
     const bool digit = std::any_of(surface.begin(), surface.end(), text::is_ascii_digit);
     const bool code = RE_POSTAL_CODE.search(surface).has_value();
-    const bool address = digit && chain.size() >= 2 && (place || code) && (street || code || chain.size() >= 3);
+    const bool address =
+        digit && chain.size() >= 2 && (place || code) && (street || code || chain.size() >= 3);
     if (address) {
       add(start, end, ADDRESS_SCORE);
     } else if (chain.size() >= 2) {
@@ -159,7 +169,8 @@ class Search {
     for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
       const auto& places = a_.of(WordClass::EN_PLACE);
       const bool first = is_covered(places, chain[i].tail, chain[i].end);
-      const bool second = is_covered(a_.of(WordClass::EN_REGION), chain[i + 1].start, chain[i + 1].head);
+      const bool second =
+          is_covered(a_.of(WordClass::EN_REGION), chain[i + 1].start, chain[i + 1].head);
       const bool region = is_covered(a_.of(WordClass::EN_REGION), chain[i].tail, chain[i].end);
       if (first && second && !region) add(chain[i].tail, chain[i + 1].head, ADDRESS_SCORE);
     }

@@ -22,7 +22,7 @@ const Regex RE_OTHER_SCRIPT(
 // A Chinese name and a romanized one in brackets, or the other way round
 const Regex RE_PAIR(
     "RE_PAIR",
-    UR"((?<![\u4e00-\u9fff])([\u4e00-\u9fff]{2,4}) ?\((\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2})\)"
+    UR"((?<![\u4e00-\u9fff])([\u4e00-\u9fff]{2,4}) ?\((\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2})\))"
     UR"(|(?<!\p{L} )(?<![\p{L}'-])(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2}) ?\(([\u4e00-\u9fff]{2,4})\))");
 
 class Neighbours {

@@ -18,22 +18,27 @@ namespace entity_type = anonymization::entity_type;
 const Regex RE_QUOTED("RE_QUOTED", UR"(["“「]([^"“”「」\n\t]{2,30})["”」])");
 
 // 以下简称华信科技) without quotes
-const Regex RE_UNQUOTED("RE_UNQUOTED", UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
+const Regex RE_UNQUOTED("RE_UNQUOTED",
+                        UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
 
 // First words that name no company by themselves.
-constexpr auto COMMON_FIRST_WORDS = text::words(
-    {U"united", U"global", U"american", U"european", U"asian", U"international", U"national",
-     U"north",  U"south",  U"east",     U"west",     U"china", U"pacific",       U"atlantic",
-     U"first",  U"new",    U"great",    U"royal",    U"central", U"general",     U"world",
-     U"technical", U"grupo", U"banca",  U"rappresentanze", U"court", U"high",    U"superior",
-     U"northern", U"southern", U"western", U"eastern", U"advanced", U"digital",  U"the",
-     U"hong",   U"ministry", U"department", U"companies", U"camera", U"commercial", U"gulf", U"london",
-     U"bank",   U"university", U"asia", U"africa", U"america", U"europe", U"home", U"star", U"sun",
-     U"information", U"cyberspace", U"accounting", U"middle", U"shanghai", U"beijing"});
+constexpr auto COMMON_FIRST_WORDS =
+    text::words({U"united",        U"global",    U"american",    U"european",   U"asian",
+                 U"international", U"national",  U"north",       U"south",      U"east",
+                 U"west",          U"china",     U"pacific",     U"atlantic",   U"first",
+                 U"new",           U"great",     U"royal",       U"central",    U"general",
+                 U"world",         U"technical", U"grupo",       U"banca",      U"rappresentanze",
+                 U"court",         U"high",      U"superior",    U"northern",   U"southern",
+                 U"western",       U"eastern",   U"advanced",    U"digital",    U"the",
+                 U"hong",          U"ministry",  U"department",  U"companies",  U"camera",
+                 U"commercial",    U"gulf",      U"london",      U"bank",       U"university",
+                 U"asia",          U"africa",    U"america",     U"europe",     U"home",
+                 U"star",          U"sun",       U"information", U"cyberspace", U"accounting",
+                 U"middle",        U"shanghai",  U"beijing"});
 
-constexpr auto GENERIC_ALIASES = text::words({U"公司", U"集团", U"银行", U"大学", U"医院", U"法院",
-                                              U"学院", U"中心", U"目标公司", U"合资公司", U"项目公司",
-                                              U"仲裁委", U"有限公司", U"合作社", U"律所", U"项目"});
+constexpr auto GENERIC_ALIASES = text::words(
+    {U"公司", U"集团", U"银行", U"大学", U"医院", U"法院", U"学院", U"中心", U"目标公司",
+     U"合资公司", U"项目公司", U"仲裁委", U"有限公司", U"合作社", U"律所", U"项目"});
 
 std::u32string_view surface_of(const NlpArtifacts& a, const RecognizerResult& r) {
   return text::slice(a.folded, r.start, r.end);
@@ -75,10 +80,12 @@ void add_chinese_company(const NlpArtifacts& a, std::size_t start, std::size_t e
   auto name = t.substr(core, stop - core);
   name = name.substr(0, std::min(name.find(U'('), name.find(U' ')));
   const auto add = [&](std::u32string form) {
-    if (form.size() >= 3) out.push_back({std::move(form), std::string(entity_type::ORGANIZATION), false});
+    if (form.size() >= 3)
+      out.push_back({std::move(form), std::string(entity_type::ORGANIZATION), false});
   };
   if (const std::size_t brand = brand_length(a, core, name.size()); brand > 0) {
-    out.push_back({std::u32string(name.substr(0, brand)), std::string(entity_type::ORGANIZATION), false, brand < 3});
+    out.push_back({std::u32string(name.substr(0, brand)), std::string(entity_type::ORGANIZATION),
+                   false, brand < 3});
   }
   constexpr std::size_t SHORTEST = 4;
   for (std::size_t n = SHORTEST; n <= name.size(); ++n) {
@@ -88,12 +95,15 @@ void add_chinese_company(const NlpArtifacts& a, std::size_t start, std::size_t e
   for (std::size_t n = 2; n <= std::min<std::size_t>(name.size(), 4); ++n) {
     add(std::u32string(name.substr(0, n)) + U"公司");
     std::u32string_view place = t.substr(start, core - start);
-    if (place.size() > 2) place.remove_suffix(place.ends_with(U"市") || place.ends_with(U"省") ? 1 : 0);
+    if (place.size() > 2)
+      place.remove_suffix(place.ends_with(U"市") || place.ends_with(U"省") ? 1 : 0);
     for (auto it = first_from(a.of(WordClass::TRADE_WORD), core + 2);
          n <= 3 && it != a.of(WordClass::TRADE_WORD).end() && it->end <= stop; ++it) {
-      add(std::u32string(name.substr(0, n)) + std::u32string(t.substr(it->start, it->end - it->start)));
+      add(std::u32string(name.substr(0, n)) +
+          std::u32string(t.substr(it->start, it->end - it->start)));
     }
-    if (!place.empty() && place.size() <= 4) add(std::u32string(place) + std::u32string(name.substr(0, n)));
+    if (!place.empty() && place.size() <= 4)
+      add(std::u32string(place) + std::u32string(name.substr(0, n)));
   }
 }
 
@@ -113,15 +123,18 @@ void add_latin_company(const NlpArtifacts& a, std::size_t start, std::size_t end
   const Token first = token_after(t, start);
   const bool place = end_of_word_at(a.of(WordClass::EN_PLACE), first.start) == first.end;
   std::size_t words = 0;
-  for (std::size_t blank = name.find(U' '); blank != name.npos; blank = name.find(U' ', blank + 1)) {
+  for (std::size_t blank = name.find(U' '); blank != name.npos;
+       blank = name.find(U' ', blank + 1)) {
     if (++words > 1 || place) continue;
     const auto word = name.substr(0, blank);
-    if (word.size() >= 5 && !COMMON_FIRST_WORDS.contains(lowered(word)) && !is_contract_word(word)) {
+    if (word.size() >= 5 && !COMMON_FIRST_WORDS.contains(lowered(word)) &&
+        !is_contract_word(word)) {
       out.push_back({std::u32string(word), type, true});
     }
   }
   if (words == 0) {
-    if (name.size() >= 5 && !is_contract_word(name) && !COMMON_FIRST_WORDS.contains(lowered(name))) {
+    if (name.size() >= 5 && !is_contract_word(name) &&
+        !COMMON_FIRST_WORDS.contains(lowered(name))) {
       out.push_back({std::u32string(name), type, true});
     }
     return;
@@ -129,17 +142,22 @@ void add_latin_company(const NlpArtifacts& a, std::size_t start, std::size_t end
   out.push_back({std::u32string(name), type, false});
   // Shenzhen Qianhai Mulin Advisory Co., Ltd. -> Mulin Advisory; Bramblewick Precision Components -> Bramblewick Precision
   const std::size_t second = name.find(U' ', name.find(U' ') + 1);
-  if (second != name.npos && !place) out.push_back({std::u32string(name.substr(0, second)), type, false});
+  if (second != name.npos && !place)
+    out.push_back({std::u32string(name.substr(0, second)), type, false});
   // Shenzhen Qianhai Mulin Advisory -> Mulin Advisory
   const std::size_t last_two = name.rfind(U' ', name.rfind(U' ') - 1);
-  if (words >= 3 && last_two != name.npos) out.push_back({std::u32string(name.substr(last_two + 1)), type, false});
+  if (words >= 3 && last_two != name.npos)
+    out.push_back({std::u32string(name.substr(last_two + 1)), type, false});
   if (place) {
-    for (std::size_t blank = name.find(U' '); blank != name.npos; blank = name.find(U' ', blank + 1)) {
+    for (std::size_t blank = name.find(U' '); blank != name.npos;
+         blank = name.find(U' ', blank + 1)) {
       const auto rest = name.substr(blank + 1);
       const auto word = rest.substr(0, rest.find(U' '));
       const auto two = rest.substr(0, rest.find(U' ', word.size() + 1));
-      if (two.size() > word.size() && is_upper(word.front())) out.push_back({std::u32string(two), type, false});
-      const bool known = end_of_word_at(a.of(WordClass::EN_PLACE), start + blank + 1) > start + blank + 1;
+      if (two.size() > word.size() && is_upper(word.front()))
+        out.push_back({std::u32string(two), type, false});
+      const bool known =
+          end_of_word_at(a.of(WordClass::EN_PLACE), start + blank + 1) > start + blank + 1;
       if (!known && word.size() >= 5 && !COMMON_FIRST_WORDS.contains(lowered(word))) {
         out.push_back({std::u32string(word), type, true});
       }
@@ -175,7 +193,8 @@ void add_districts(std::u32string_view address, std::vector<ShortForm>& out) {
     if (LEVELS.find(address[i]) == LEVELS.npos) continue;
     const std::size_t length = i + 1 - start;
     if (KEPT.find(address[i]) != KEPT.npos && length >= 3 && length <= 5) {
-      out.push_back({std::u32string(address.substr(start, length)), std::string(entity_type::LOCATION), false});
+      out.push_back({std::u32string(address.substr(start, length)),
+                     std::string(entity_type::LOCATION), false});
     }
     start = i + 1;
   }
@@ -243,9 +262,10 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
       // 塔玛拉克公司 for Tamarack Bulk Carriers Inc.: said directly behind the name
       constexpr std::ptrdiff_t NEAR = 30;
       const auto gap = text::slice(a.folded, (*it)->end, static_cast<std::ptrdiff_t>(m.start()));
-      const bool directly = n == 0 && static_cast<std::ptrdiff_t>(gap.size()) <= NEAR &&
-                            gap.find_first_of(U"。\n\t") == gap.npos &&
-                            ((gap.size() <= 2 && gap.find(U'(') != gap.npos) || gap.find(U'称') != gap.npos);
+      const bool directly =
+          n == 0 && static_cast<std::ptrdiff_t>(gap.size()) <= NEAR &&
+          gap.find_first_of(U"。\n\t") == gap.npos &&
+          ((gap.size() <= 2 && gap.find(U'(') != gap.npos) || gap.find(U'称') != gap.npos);
       const bool latin = is_latin_letter(alias.front());
       const bool short_for = latin ? is_acronym(alias, name) || name.find(alias) != name.npos
                                    : abbreviates(alias, name);

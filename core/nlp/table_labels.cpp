@@ -9,11 +9,10 @@
 namespace core::nlp {
 namespace {
 
+using recognition::LABEL_CLASSES;
 using recognition::NlpArtifacts;
-using recognition::WordClass;
 using recognition::WordHit;
 
-constexpr std::size_t LABEL_CLASSES = static_cast<std::size_t>(WordClass::DRIVER_LICENSE_LABEL) + 1;
 // A longer cell is a sentence that begins with a label word.
 constexpr std::size_t LONGEST_HEAD = 24;
 
@@ -67,7 +66,8 @@ class TableReader {
     const Row next = cells(below, std::min(t.find(U'\n', below), t.size()));
     if (next.size() != row.size()) return false;
     for (std::size_t c = 0; c < LABEL_CLASSES; ++c) {
-      if (end_of_word_at(artifacts_.words[c], next.front().start) > next.front().start) return false;
+      if (end_of_word_at(artifacts_.words[c], next.front().start) > next.front().start)
+        return false;
     }
     return true;
   }
@@ -76,7 +76,8 @@ class TableReader {
     const std::u32string_view t = artifacts_.folded;
     Row row;
     while (start <= stop) {
-      const std::size_t end = start + std::min(t.substr(start, stop - start).find(U'\t'), stop - start);
+      const std::size_t end =
+          start + std::min(t.substr(start, stop - start).find(U'\t'), stop - start);
       Cell cell{start, end};
       while (cell.start < cell.end && t[cell.start] == U' ') ++cell.start;
       while (cell.end > cell.start && t[cell.end - 1] == U' ') --cell.end;
@@ -134,9 +135,7 @@ class TableReader {
     }
   }
 
-  void add(std::size_t label, std::size_t at) {
-    found_[label].push_back({at, at, true});
-  }
+  void add(std::size_t label, std::size_t at) { found_[label].push_back({at, at, true}); }
 
   static void merge(std::vector<WordHit>& words, const std::vector<WordHit>& more) {
     words.insert(words.end(), more.begin(), more.end());

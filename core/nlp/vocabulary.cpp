@@ -6,11 +6,11 @@
 #include <unordered_set>
 #include <vector>
 
+#include "core/nlp/characters.hpp"
 #include "core/nlp/table_labels.hpp"
 #include "core/text/lexicon.hpp"
 #include "core/text/multi_pattern.hpp"
 #include "core/text/unicode.hpp"
-#include "core/nlp/characters.hpp"
 
 namespace core::text::lexicon_data {
 extern const std::string_view chinese_surnames;
@@ -32,6 +32,7 @@ extern const std::string_view trade_words;
 namespace core::nlp {
 namespace {
 
+using recognition::LABEL_CLASSES;
 using recognition::NlpArtifacts;
 using recognition::WordClass;
 namespace data = text::lexicon_data;
@@ -123,9 +124,12 @@ class Vocabulary {
         },
         lower);
     for (auto& list : out.words) drop_contained(list);
+    drop_labels_in_labels(out);
   }
 
-  bool is_surname(std::u32string_view name) const { return surnames_.contains(std::u32string(name)); }
+  bool is_surname(std::u32string_view name) const {
+    return surnames_.contains(std::u32string(name));
+  }
 
  private:
   struct Use {
@@ -140,6 +144,7 @@ class Vocabulary {
   void add_spaced_labels();
   static bool fits(std::u32string_view folded, const text::MultiPattern::Hit& hit, const Use& use);
   static void drop_contained(std::vector<recognition::WordHit>& list);
+  static void drop_labels_in_labels(NlpArtifacts& artifacts);
 
   std::vector<std::u32string> keys_;
   std::vector<std::vector<Use>> uses_;
@@ -215,8 +220,8 @@ void Vocabulary::add_spaced_labels() {
 bool Vocabulary::fits(std::u32string_view folded, const text::MultiPattern::Hit& hit,
                       const Use& use) {
   const auto surface = folded.substr(hit.start, hit.end - hit.start);
-  const bool glued_before = hit.start > 0 && is_latin_letter(surface.front()) &&
-                            is_latin_letter(folded[hit.start - 1]);
+  const bool glued_before =
+      hit.start > 0 && is_latin_letter(surface.front()) && is_latin_letter(folded[hit.start - 1]);
   const bool glued_behind =
       hit.end < folded.size() && is_latin_letter(surface.back()) &&
       (is_latin_letter(folded[hit.end]) ||
@@ -227,13 +232,13 @@ bool Vocabulary::fits(std::u32string_view folded, const text::MultiPattern::Hit&
       return true;
     case Case::CAPITAL:
       if (surface == U"plc") return true;
-      return is_upper(surface.front()) && (surface.size() > 2 || is_upper(surface.back()) ||
-                                           surface == U"Oy" || surface == U"Mr" ||
-                                           surface == U"Ms" || surface == U"Dr");
+      return is_upper(surface.front()) &&
+             (surface.size() > 2 || is_upper(surface.back()) || surface == U"Oy" ||
+              surface == U"Mr" || surface == U"Ms" || surface == U"Dr");
     case Case::EXACT:
       constexpr std::size_t ABBREVIATION = 4;
-      return surface == use.spelling ||
-             (surface.size() > ABBREVIATION && std::none_of(surface.begin(), surface.end(), is_lower));
+      return surface == use.spelling || (surface.size() > ABBREVIATION &&
+                                         std::none_of(surface.begin(), surface.end(), is_lower));
   }
   return false;
 }
@@ -248,6 +253,23 @@ void Vocabulary::drop_contained(std::vector<recognition::WordHit>& list) {
     covered = hit.end;
     return false;
   });
+}
+
+// 身份证号 labels an identity number; the 证号 in it no certificate.
+void Vocabulary::drop_labels_in_labels(NlpArtifacts& artifacts) {
+  std::vector<recognition::WordHit> all;
+  for (std::size_t c = 0; c < LABEL_CLASSES; ++c) {
+    all.insert(all.end(), artifacts.words[c].begin(), artifacts.words[c].end());
+  }
+  drop_contained(all);
+  const auto is_part = [&](const recognition::WordHit& hit) {
+    auto it = std::upper_bound(all.begin(), all.end(), hit.start,
+                               [](std::size_t at, const auto& h) { return at < h.start; });
+    if (it == all.begin()) return false;
+    --it;
+    return it->end >= hit.end && it->end - it->start > hit.end - hit.start;
+  };
+  for (std::size_t c = 0; c < LABEL_CLASSES; ++c) std::erase_if(artifacts.words[c], is_part);
 }
 
 void find_numbers(NlpArtifacts& out) {

@@ -64,6 +64,10 @@ enum class WordClass : std::uint8_t {
   COUNT
 };
 
+// The labels are the first classes.
+inline constexpr std::size_t LABEL_CLASSES =
+    static_cast<std::size_t>(WordClass::DRIVER_LICENSE_LABEL) + 1;
+
 struct WordHit {
   std::size_t start = 0;
   std::size_t end = 0;

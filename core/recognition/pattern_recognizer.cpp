@@ -126,7 +126,8 @@ std::vector<RecognizerResult> PatternRecognizer::analyze(const NlpArtifacts& art
     }
     for_each_place(artifacts, pattern.anchor, [&](std::size_t at) {
       if (at < collector.free_from) return;
-      if (const auto match = pattern.regex->match_at(artifacts.folded, at)) collector.take(*match);
+      const auto window = std::u32string_view(artifacts.folded).substr(0, at + WINDOW);
+      if (const auto match = pattern.regex->match_at(window, at)) collector.take(*match);
     });
   }
   return results;

@@ -64,6 +64,9 @@ class PatternRecognizer : public EntityRecognizer {
  public:
   static constexpr std::size_t CONTEXT_WINDOW = 24;  // code points
   static constexpr double CONTEXT_BONUS = 0.35;
+  // What an anchored pattern sees of the text, from its place on. No number is
+  // longer, and the engine looks ahead for characters that a pattern requires.
+  static constexpr std::size_t WINDOW = 256;  // code points
 
   explicit PatternRecognizer(PatternRecognizerConfig config);
   std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;

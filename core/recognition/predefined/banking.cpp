@@ -15,23 +15,24 @@ const Regex RE_LABELLED_ACCOUNT(
     UR"((?i)[ \t]{0,4}(?:号码|号|nos?\.?|number)?(?:\([^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|:|,|#)?[ \t(]{0,4}(\d(?:[ -]?\d){6,33})(?![\dA-Z年月日%]|[.,]\d))");
 
 // 6299 2788 8660 2803 586, 640218830900127745. Not a telephone number in groups.
-const Regex RE_ACCOUNT("RE_ACCOUNT",
-                       UR"((?<![\d.,-])(?<!\d )(?<![A-Z]{4} )(?<![A-Z]{2}\d{2} )(?:\d{4}(?: \d{4}){2,4}(?: \d{1,4})?|\d{15,21})(?![\dA-Za-z]| \d|[.,]\d))");
+const Regex RE_ACCOUNT(
+    "RE_ACCOUNT",
+    UR"((?<![\d.,-])(?<!\d )(?<![A-Z]{4} )(?<![A-Z]{2}\d{2} )(?:\d{4}(?: \d{4}){2,4}(?: \d{1,4})?|\d{15,21})(?![\dA-Za-z]| \d|[.,]\d))");
 
 // 5273 8486 2385 1350, 4913-0503-0139-6696
-const Regex RE_CARD("RE_CARD",
-                    UR"((?<![\d.,-])(?<!\d )[2-6]\d{3}(?:[ -]?\d{4}){2}[ -]?\d{1,7}(?![\dA-Za-z]| \d))");
+const Regex RE_CARD(
+    "RE_CARD", UR"((?<![\d.,-])(?<!\d )[2-6]\d{3}(?:[ -]?\d{4}){2}[ -]?\d{1,7}(?![\dA-Za-z]| \d))");
 const Regex RE_LABELLED_CARD(
     "RE_LABELLED_CARD",
     UR"((?i)[ \t]{0,3}(?:\(?卡号|号码|号|nos?\.?|number)?[ \t]{0,2}(?:为|是|:)?[ \t(]{0,3}(\d{4}(?:[ -]?\d{3,6}){2}[ -]?\d{0,7})(?![\dA-Z]))");
 
 // 尾号1234, 尾号为9052, ending in 1234
-const Regex RE_LAST4("RE_LAST4", UR"([ \t]{0,2}(?:为|是|in|:)?[ \t:"“]{0,3}(\d{4})(?![\dA-Za-z年]))");
+const Regex RE_LAST4("RE_LAST4",
+                     UR"([ \t]{0,2}(?:为|是|in|:)?[ \t:"“]{0,3}(\d{4})(?![\dA-Za-z年]))");
 
 // DE92 3044 9481 5716 7349 66, NL65NDRV5568567041
-const Regex RE_IBAN(
-    "RE_IBAN",
-    UR"([A-Z]{2}\d{2}(?: ?[A-Z0-9]{4}){2,7}(?: ?[A-Z0-9]{1,4})?(?![A-Za-z0-9]))");
+const Regex RE_IBAN("RE_IBAN",
+                    UR"([A-Z]{2}\d{2}(?: ?[A-Z0-9]{4}){2,7}(?: ?[A-Z0-9]{1,4})?(?![A-Za-z0-9]))");
 const Regex RE_LABELLED_IBAN(
     "RE_LABELLED_IBAN",
     UR"([ \t]{0,2}:?[ \t]{0,4}([A-Z]{2}\d{2}(?: ?[A-Z0-9]{2,4}){3,8})(?![A-Za-z0-9]))");
@@ -58,8 +59,8 @@ std::optional<bool> validate_routing(std::u32string_view s) {
 std::optional<bool> validate_account(std::u32string_view s) {
   constexpr std::size_t CARD_DIGITS = 16;
   const std::size_t blanks = text::remove_space(s).size();
-  const bool card = blanks == CARD_DIGITS && (s.front() == U'4' || s.front() == U'5') &&
-                    is_luhn_valid(s);
+  const bool card =
+      blanks == CARD_DIGITS && (s.front() == U'4' || s.front() == U'5') && is_luhn_valid(s);
   return card ? std::optional(false) : std::nullopt;
 }
 

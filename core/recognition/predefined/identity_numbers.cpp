@@ -49,7 +49,7 @@ const Regex RE_LABELLED_PLATE(
 // org. no. 918 552 758, CHE-114.286.903, GB 412 8830 62. Not 许可证由2024年起…
 const Regex RE_LABELLED_QUAL_CODE(
     "RE_LABELLED_QUAL_CODE",
-    UR"((?i)\.?[ \t]{0,3}(?:号码|编号|号|nos?\.?|number|#)?(?:\((?![^()\n]{0,8}\d[^()\n]{3})[^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|[:/])?[ \t(]{0,4}((?:[A-Z]{1,4} )?[^\s\d由的在和与应于须将不为后前及自至到或对,，。；;:、“”"<>《》#]{0,14}\d(?:[\dA-Z]|[-./,](?=[\dA-Z])| (?=\d{2})|[〔〕\[\]()]|[证字第备号文](?=[\d〔(\[-])){3,40}号?(?:-\d{1,2})?)(?<![(\[〔)〕])(?!年|月|日|\d|〕|\(以下))");
+    UR"((?i)\.?[ \t]{0,3}(?:号码|编号|号|nos?\.?|number|#)?(?:\((?![^()\n]{0,8}\d[^()\n]{3})[^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|[:/])?[ \t]{0,4}(?:\((?![^()\n]{1,4}\)))?((?:[A-Z]{1,4} )?[^\s\d由的在和与应于须将不为后前及自至到或对,，。；;:、“”"<>《》#]{0,14}\d(?:[\dA-Z]|[-./,](?=[\dA-Z])| (?=\d{2})|[〔〕\[\]()]|[证字第备号文](?=[\d〔(\[-])){3,40}号?(?:-\d{1,2})?)(?<![(\[〔)〕])(?!年|月|日|\d|〕|\(以下))");
 
 // ZL202114933491.0
 const Regex RE_PATENT("RE_PATENT", UR"((?:ZL|CN) ?\d{4}[1-389]\d{7}\.[\dX](?![0-9A-Za-z]))");
@@ -60,17 +60,16 @@ const Regex RE_FOREIGN_PATENT(
     UR"((?<![A-Za-z])(?:EP ?\d{7}|US ?\d{1,2},\d{3},\d{3}|(?:WO|PCT/[A-Z]{2}) ?(?:19|20)\d{2}/\d{6})(?: ?[AB]\d)?(?![\dA-Za-z]))");
 
 // (number OC418820; no. IS 784120
-const Regex RE_LETTERED_NUMBER("RE_LETTERED_NUMBER",
-                               UR"((?<![A-Za-z])(?:[Nn]umber|[Nn]o\.) ([A-Z]{2,4} ?\d{5,10})(?![\dA-Za-z]))");
+const Regex RE_LETTERED_NUMBER(
+    "RE_LETTERED_NUMBER",
+    UR"((?<![A-Za-z])(?:[Nn]umber|[Nn]o\.) ([A-Z]{2,4} ?\d{5,10})(?![\dA-Za-z]))");
 
 // 川(2018)成都市不动产权第0317726号
 const Regex RE_PROPERTY_TITLE(
-    "RE_PROPERTY_TITLE",
-    UR"([\u4e00-\u9fff]\((?:19|20)\d{2}\)[\u4e00-\u9fff]{2,14}第\d{5,9}号)");
+    "RE_PROPERTY_TITLE", UR"([\u4e00-\u9fff]\((?:19|20)\d{2}\)[\u4e00-\u9fff]{2,14}第\d{5,9}号)");
 
 // 京ICP备2020047183号-2, 京ICP证030173号
-const Regex RE_ICP("RE_ICP",
-                   UR"([\u4e00-\u9fff][A-Z]?\d?-?ICP[备证]\d{6,10}号?(?:-\d{1,3})?)");
+const Regex RE_ICP("RE_ICP", UR"([\u4e00-\u9fff][A-Z]?\d?-?ICP[备证]\d{6,10}号?(?:-\d{1,3})?)");
 
 // 川网文〔2023〕1187-046号, 国药准字H20210001. Not 国发〔2023〕 of a title in 《》.
 const Regex RE_BRACKETED_YEAR_NUMBER(

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "core/recognition/pattern_recognizer.hpp"
 #include "core/recognition/predefined/predefined.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
@@ -51,9 +52,8 @@ bool is_currency(std::u32string_view word) {
   constexpr std::size_t LONGEST_CODE = 4;
   const bool ascii = std::all_of(word.begin(), word.end(), [](char32_t c) { return c < 0x80; });
   if (!ascii || word.size() > LONGEST_CODE) return true;
-  return word == U"Rs." || std::none_of(word.begin(), word.end(), [](char32_t c) {
-           return c >= U'a' && c <= U'z';
-         });
+  return word == U"Rs." ||
+         std::none_of(word.begin(), word.end(), [](char32_t c) { return c >= U'a' && c <= U'z'; });
 }
 
 class MoneyRecognizer : public EntityRecognizer {
@@ -74,6 +74,10 @@ class MoneyRecognizer : public EntityRecognizer {
  private:
   static constexpr double SCORE = 0.8;
 
+  static std::u32string_view window(std::u32string_view text, std::size_t at) {
+    return text.substr(0, at + PatternRecognizer::WINDOW);
+  }
+
   static void add(std::vector<RecognizerResult>& out, std::size_t start, std::size_t end) {
     out.push_back({std::string(entity_type::MONEY), static_cast<std::ptrdiff_t>(start),
                    static_cast<std::ptrdiff_t>(end), SCORE});
@@ -83,7 +87,7 @@ class MoneyRecognizer : public EntityRecognizer {
     const std::u32string_view folded = a.folded;
     for (const auto& word : a.of(WordClass::CURRENCY)) {
       if (!is_currency(folded.substr(word.start, word.end - word.start))) continue;
-      const auto m = RE_BEHIND_CURRENCY.match_at(folded, word.end);
+      const auto m = RE_BEHIND_CURRENCY.match_at(window(folded, word.end), word.end);
       // 人民币（大写）：壹佰元整: the amount alone, without the label before it
       if (m) add(out, m->has(1) ? m->start(2) : word.start, m->end());
     }
@@ -95,10 +99,11 @@ class MoneyRecognizer : public EntityRecognizer {
       std::size_t at = run.start;
       while (at < run.end && !text::is_ascii_digit(a.folded[at])) ++at;
       if (at < free_from) continue;
-      if (const auto m = RE_RANGE_START.match_at(a.folded, at)) {
+      const auto seen = window(a.folded, at);
+      if (const auto m = RE_RANGE_START.match_at(seen, at)) {
         add(out, m->start(), m->end());
         free_from = m->end();
-      } else if (const auto b = RE_BEFORE_CURRENCY.match_at(a.folded, at)) {
+      } else if (const auto b = RE_BEFORE_CURRENCY.match_at(seen, at)) {
         add(out, b->start(), b->end());
         free_from = b->end();
       }

@@ -24,11 +24,10 @@ const Regex RE_QUANTITY(
 }  // namespace
 
 void add_quantity_recognizers(RecognizerRegistry& registry) {
-  registry.add_recognizer(std::make_shared<PatternRecognizer>(
-      PatternRecognizerConfig{"PercentRecognizer",
-                              std::string(entity_type::PERCENT),
-                              {{"sign or word", &RE_PERCENT, 0.7, AT_INNER_DIGIT},
-                               {"Chinese", &RE_CN_PERCENT, 0.7, {}}}}));
+  registry.add_recognizer(std::make_shared<PatternRecognizer>(PatternRecognizerConfig{
+      "PercentRecognizer",
+      std::string(entity_type::PERCENT),
+      {{"sign or word", &RE_PERCENT, 0.7, AT_INNER_DIGIT}, {"Chinese", &RE_CN_PERCENT, 0.7, {}}}}));
   registry.add_recognizer(std::make_shared<PatternRecognizer>(
       PatternRecognizerConfig{"QuantityRecognizer",
                               std::string(entity_type::QUANTITY),

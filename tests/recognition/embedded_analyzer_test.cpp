@@ -1,0 +1,85 @@
+#include "core/recognition/embedded_analyzer.hpp"
+
+#include <chrono>
+
+#include <gtest/gtest.h>
+
+#include "tests/support/notation.hpp"
+
+namespace core::recognition {
+namespace {
+
+// Beginnings of shapes and names, over and over: the places where a rule might
+// go over the same text again and again.
+constexpr const char32_t* UNITS[] = {U"1 ",
+                                     U"1,",
+                                     U"1.",
+                                     U"A ",
+                                     U"Aa, ",
+                                     U"(",
+                                     U"（",
+                                     U"@",
+                                     U"a@",
+                                     U"有限公司",
+                                     U"甲有限公司（“乙”）",
+                                     U"中国",
+                                     U"路1号",
+                                     U"壹元",
+                                     U"¥1",
+                                     U"阿·",
+                                     U"欧阳",
+                                     U"联系人：",
+                                     U"“甲乙”",
+                                     U"of ",
+                                     U"1:",
+                                     U"《》",
+                                     U"Ltd and ",
+                                     U"1 Main Street, London, ",
+                                     U"a\t",
+                                     U"Mr. A B "};
+
+TEST(EmbeddedAnalyzer, HitsLieInsideOneCellOfTheText) {
+  const auto analyzer = make_embedded_analyzer();
+  for (const char32_t* unit : UNITS) {
+    std::u32string text;
+    while (text.size() < 3000)
+      text += unit + std::u32string(text.size() % 7 == 0 ? U"\uE000\n" : U"");
+    SCOPED_TRACE(test::u8(unit));
+    for (const auto& hit : analyzer->analyze(text, "zh")) {
+      ASSERT_LE(0, hit.start);
+      ASSERT_LT(hit.start, hit.end);
+      ASSERT_LE(hit.end, static_cast<std::ptrdiff_t>(text.size()));
+      const auto surface = text.substr(static_cast<std::size_t>(hit.start),
+                                       static_cast<std::size_t>(hit.end - hit.start));
+      EXPECT_EQ(surface.find_first_of(U"\n\t\uE000\uE001"), surface.npos);
+    }
+  }
+}
+
+TEST(EmbeddedAnalyzer, CostGrowsWithTheTextOnly) {
+  const auto analyzer = make_embedded_analyzer();
+  const auto seconds = [&](const char32_t* unit, std::size_t size) {
+    std::u32string text;
+    while (text.size() < size) text += unit;
+    const auto begin = std::chrono::steady_clock::now();
+    analyzer->analyze(text, "zh");
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+  };
+  for (const char32_t* unit : UNITS) {
+    SCOPED_TRACE(test::u8(unit));
+    // Eight times the text: quadratic cost would be 64-fold.
+    constexpr double NOISE = 0.02;
+    EXPECT_LT(seconds(unit, 80'000), 24 * seconds(unit, 10'000) + NOISE);
+  }
+}
+
+TEST(EmbeddedAnalyzer, OptionsAndLanguages) {
+  const auto plain = make_embedded_analyzer();
+  EXPECT_TRUE(plain->analyze(U"税率13%，共240套", "zh").empty());
+  EXPECT_TRUE(plain->analyze(U"", "en").empty());
+  const auto text = test::u32("甲方：苏州澜迅精密机械有限公司, contact Mr. Tobias Okonkwo-Hale");
+  EXPECT_EQ(plain->analyze(text, "zh"), plain->analyze(text, "en"));
+}
+
+}  // namespace
+}  // namespace core::recognition

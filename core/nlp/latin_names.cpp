@@ -59,21 +59,20 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
     const Token token = without_full_stop(t, raw);
     if (token.empty() || (words == 0 && token.start != at)) break;
     const auto word = token.in(t);
-    if (words > 0 && PARTICLES.contains(word)) {
-      next = token.end;
+    const bool links = is_initial(word) || (words > 0 && PARTICLES.contains(word));
+    if (!links && !is_name_word(word)) break;
+    next = token.end;
+    if (links) {
+      words = std::max(words, 1);
       continue;
     }
-    if (is_initial(word)) {
-      next = token.end;
-      if (words == 0) ++words;
-      continue;
+    if (belongs_elsewhere(a, token)) {
+      // A role may follow a name; the name of a firm holds no person.
+      const bool role = is_covered(a.of(WordClass::EN_ROLE), token.start, token.end);
+      return role && words >= fewest ? end : at;
     }
-    if (!is_name_word(word)) break;
-    if (belongs_elsewhere(a, token))
-      return words >= fewest && is_covered(a.of(WordClass::EN_ROLE), token.start, token.end) ? end
-                                                                                             : at;
     ++words;
-    end = next = token.end;
+    end = token.end;
     if (raw.end != token.end) break;
   }
   return words >= fewest ? end : at;

@@ -136,21 +136,28 @@ class Search {
       const Token token = token_before(t_, at);
       if (token.empty() || token.end + 1 < at) break;
       const auto word = token.in(t_);
+      const bool connective = is_connective(word);
       if (is_capitalized(word)) {
-        if (ends_sentence(word) || is_plain_number(word)) break;
-        // Harrow Logistics Limited and Tallgrass Systems, Inc. are two.
-        if (connected && is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end)) break;
+        if (ends_name(token, connected)) break;
         name.start = token.start;
         ++name.words;
-        if (!is_contract_word(word)) ++name.particular;
-      } else if (!is_connective(word)) {
+        name.particular += is_contract_word(word) ? 0 : 1;
+      } else if (!connective) {
         break;
       }
-      connected = is_connective(word);
+      connected = connective;
       at = token.start;
       if (at == 0 || t_[at - 1] != U' ') break;
     }
     return trimmed(name, end);
+  }
+
+  // Whether what stands before a name ends with this word.
+  bool ends_name(const Token& token, bool connected) const {
+    const auto word = token.in(t_);
+    if (ends_sentence(word) || is_plain_number(word)) return true;
+    // Harrow Logistics Limited and Tallgrass Systems, Inc. are two.
+    return connected && is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end);
   }
 
   // "(Hong Kong)" before `at`: where it opens.

@@ -12,6 +12,7 @@ using text::Regex;
 
 constexpr double PLACE_SCORE = 0.7;
 constexpr double ADDRESS_SCORE = 0.85;
+constexpr std::size_t LONGEST_ADDRESS = 12;  // parts between commas
 
 // A part of a date or an amount, a clause, a telephone: no part of an address.
 const Regex RE_NOT_ADDRESS(
@@ -74,23 +75,27 @@ class Search {
     while (start < end) {
       const std::size_t comma =
           start + std::min(t_.substr(start, end - start).find(U", "), end - start);
-      Piece piece = read_piece(start, comma);
-      const bool follows = !chain.empty();
-      if (is_foreign(follows ? piece.start : piece.tail, follows ? piece.head : piece.end)) {
-        finish(chain);
-      } else if (chain.empty() || piece.fits()) {
-        if (piece.tail < piece.end) chain.push_back(piece);
-      } else {
-        // The address ends in the piece, and the next one may begin there: "of Building 5".
-        const bool continues = piece.head > piece.start && !opens_with_connective(piece);
-        if (continues) chain.push_back({piece.start, piece.head, piece.head, piece.start});
-        finish(chain);
-        if (piece.tail < piece.end && (!continues || piece.tail > piece.head))
-          chain.push_back(piece);
-      }
+      add_piece(read_piece(start, comma), chain);
+      if (chain.size() == LONGEST_ADDRESS) finish(chain);
       start = comma + 2;
     }
     finish(chain);
+  }
+
+  void add_piece(const Piece& piece, std::vector<Piece>& chain) {
+    const bool follows = !chain.empty();
+    if (is_foreign(follows ? piece.start : piece.tail, follows ? piece.head : piece.end)) {
+      finish(chain);
+      return;
+    }
+    // The address may end within the piece, and the next one begin: "of Building 5".
+    bool used = false;
+    if (follows && !piece.fits()) {
+      used = piece.head > piece.start && !opens_with_connective(piece);
+      if (used) chain.push_back({piece.start, piece.head, piece.head, piece.start});
+      finish(chain);
+    }
+    if (piece.tail < piece.end && (!used || piece.tail > piece.head)) chain.push_back(piece);
   }
 
   bool opens_with_connective(const Piece& piece) const {
@@ -132,7 +137,8 @@ class Search {
   }
 
   void finish(std::vector<Piece>& chain) {
-    while (!chain.empty() && !begins_address(chain.front())) chain.erase(chain.begin());
+    chain.erase(chain.begin(), std::find_if(chain.begin(), chain.end(),
+                                            [this](const Piece& p) { return begins_address(p); }));
     if (!chain.empty()) report(chain);
     chain.clear();
   }

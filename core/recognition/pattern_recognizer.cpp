@@ -26,6 +26,14 @@ std::size_t dialled_from(std::u32string_view text, std::size_t at) {
   return at;
 }
 
+template <class Visit>
+void for_each_digit_run(std::u32string_view folded, const NumberRun& run, Visit visit) {
+  for (std::size_t i = run.start; i < run.end; ++i) {
+    const bool begins = i == run.start || !text::is_ascii_digit(folded[i - 1]);
+    if (begins && text::is_ascii_digit(folded[i])) visit(i);
+  }
+}
+
 // Calls visit(position) where a pattern with this anchor is tried.
 template <class Visit>
 void for_each_place(const NlpArtifacts& a, const Anchor& anchor, Visit visit) {
@@ -39,12 +47,7 @@ void for_each_place(const NlpArtifacts& a, const Anchor& anchor, Visit visit) {
       for (const auto& run : a.numbers) visit(dialled_from(a.folded, run.start));
       break;
     case Anchor::Kind::INNER_DIGIT:
-      for (const auto& run : a.numbers) {
-        for (std::size_t i = run.start; i < run.end; ++i) {
-          const bool digit = text::is_ascii_digit(a.folded[i]);
-          if (digit && (i == run.start || !text::is_ascii_digit(a.folded[i - 1]))) visit(i);
-        }
-      }
+      for (const auto& run : a.numbers) for_each_digit_run(a.folded, run, visit);
       break;
     case Anchor::Kind::AT_SIGN:
       for (const std::size_t at : a.at_signs) visit(local_part_start(a.folded, at));

@@ -68,8 +68,8 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
     }
     if (belongs_elsewhere(a, token)) {
       // A role may follow a name; the name of a firm holds no person.
-      const bool role = is_covered(a.of(WordClass::EN_ROLE), token.start, token.end);
-      return role && words >= fewest ? end : at;
+      if (!is_covered(a.of(WordClass::EN_ROLE), token.start, token.end)) words = 0;
+      break;
     }
     ++words;
     end = token.end;

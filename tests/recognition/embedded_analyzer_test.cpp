@@ -61,14 +61,19 @@ TEST(EmbeddedAnalyzer, CostGrowsWithTheTextOnly) {
   const auto seconds = [&](const char32_t* unit, std::size_t size) {
     std::u32string text;
     while (text.size() < size) text += unit;
-    const auto begin = std::chrono::steady_clock::now();
-    analyzer->analyze(text, "zh");
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+    double best = 1e9;
+    for (int i = 0; i < 3; ++i) {
+      const auto begin = std::chrono::steady_clock::now();
+      analyzer->analyze(text, "zh");
+      const auto end = std::chrono::steady_clock::now();
+      best = std::min(best, std::chrono::duration<double>(end - begin).count());
+    }
+    return best;
   };
   for (const char32_t* unit : UNITS) {
     SCOPED_TRACE(test::u8(unit));
     // Eight times the text: quadratic cost would be 64-fold.
-    constexpr double NOISE = 0.02;
+    constexpr double NOISE = 0.05;
     EXPECT_LT(seconds(unit, 80'000), 24 * seconds(unit, 10'000) + NOISE);
   }
 }

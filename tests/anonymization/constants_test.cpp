@@ -1,6 +1,5 @@
 #include "core/anonymization/constants.hpp"
 
-#include <chrono>
 #include <map>
 #include <set>
 #include <sstream>
@@ -101,7 +100,8 @@ TEST(ResearchCenterNarrative, TellsTalkOfCentresFromNames) {
   EXPECT_FALSE(is(U"")) << "an empty surface";
 }
 
-// A pattern that goes back over what it has read would not come to an end here.
+// A pattern that goes back over what it has read would not come to an end here,
+// and ctest would stop it.
 TEST(LabelPatterns, EndOnLongText) {
   constexpr std::size_t SIZE = 1'000'000;
   for (const char* piece : {"方", "人（", "甲方：", "甲方 Party A ", "公司", "名称 / A", "To: A ",
@@ -109,12 +109,10 @@ TEST(LabelPatterns, EndOnLongText) {
     SCOPED_TRACE(piece);
     std::u32string text;
     while (text.size() < SIZE) text += test::u32(piece);
-    const auto begin = std::chrono::steady_clock::now();
     core::anonymization::RE_ZH_CONTRACT_FIELD_LABEL.find_all(text);
     core::anonymization::RE_PARTY_LABELED_COMPANY.find_all(text);
     core::anonymization::RE_PARTY_LABELED_INSTITUTION.find_all(text);
     core::anonymization::_is_cn_generic_research_center_narrative(text);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
   }
 }
 

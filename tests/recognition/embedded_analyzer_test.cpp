@@ -57,7 +57,7 @@ TEST(EmbeddedAnalyzer, HitsLieInsideOneCellOfTheText) {
 
 // Quadratic work would not come to an end here, and ctest would stop it.
 TEST(EmbeddedAnalyzer, EndsOnLongRepetitiveTexts) {
-  constexpr std::size_t SIZE = 500'000;
+  constexpr std::size_t SIZE = 150'000;
   const auto analyzer = make_embedded_analyzer();
   for (const char32_t* unit : UNITS) {
     SCOPED_TRACE(test::u8(unit));

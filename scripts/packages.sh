@@ -2,7 +2,7 @@
 # missing. Sourced by ./run and ./test.
 
 # To build and run the command.
-BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpcre2-dev libicu-dev libphonenumber-dev
+BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpcre2-dev libicu-dev
   nlohmann-json3-dev libcli11-dev"
 # To build and run the tests.
 TEST_PACKAGES="libgtest-dev"

@@ -3,7 +3,7 @@
 
 #include "bench/documents.hpp"
 #include "core/anonymization_core.hpp"
-#include "core/recognition/embedded_analyzer.hpp"
+#include "core/anonymization/analyzer/embedded_analyzer.hpp"
 
 namespace {
 
@@ -64,7 +64,7 @@ BENCHMARK(core_by_paragraphs)
 void whole_by_text(benchmark::State& state) {
   const auto document =
       bench::make_contract({.characters = static_cast<std::size_t>(state.range(0))});
-  const auto analyzer = core::recognition::make_embedded_analyzer();
+  const auto analyzer = core::anonymization::make_embedded_analyzer();
   run(state, document, *analyzer);
 }
 BENCHMARK(whole_by_text)

@@ -9,14 +9,14 @@
 #include "cli/files.hpp"
 #include "cli/options.hpp"
 #include "core/errors.hpp"
-#include "core/recognition/embedded_analyzer.hpp"
+#include "core/anonymization/analyzer/embedded_analyzer.hpp"
 
 namespace cli {
 namespace {
 
 std::unique_ptr<core::anonymization::Analyzer> embedded_analyzer(std::string_view profile) {
-  return core::recognition::make_embedded_analyzer(
-      core::recognition::EmbeddedOptions{.percentages_and_quantities = profile == "strict"});
+  return core::anonymization::make_embedded_analyzer(
+      core::anonymization::EmbeddedOptions{.percentages_and_quantities = profile == "strict"});
 }
 
 int fail(std::ostream& err, ExitCode code, std::string_view message) {

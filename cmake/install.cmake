@@ -12,7 +12,8 @@ install(FILES core/anonymization_core.hpp core/errors.hpp DESTINATION ${headers_
 install(FILES core/anonymization/analyzer.hpp core/anonymization/masked_text.hpp
               core/anonymization/result.hpp
         DESTINATION ${headers_dir}/core/anonymization)
-install(FILES core/recognition/embedded_analyzer.hpp DESTINATION ${headers_dir}/core/recognition)
+install(FILES core/anonymization/analyzer/embedded_analyzer.hpp
+        DESTINATION ${headers_dir}/core/anonymization/analyzer)
 
 install(EXPORT veildocTargets NAMESPACE veildoc:: DESTINATION ${package_dir})
 configure_package_config_file(cmake/veildocConfig.cmake.in veildocConfig.cmake

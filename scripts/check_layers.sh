@@ -17,7 +17,8 @@ core/anonymization/result
 core/anonymization/analyzer.hpp    core/anonymization/result
 core/app_paths
 core/anonymization/analyzer/language  core/text core/errors.hpp core/anonymization/constants
-core/anonymization/analyzer        core/text core/errors.hpp core/app_paths core/recognition core/nlp
+core/anonymization/analyzer        core/text core/errors.hpp core/app_paths core/anonymization/analyzer.hpp core/anonymization/recognizers core/recognition core/nlp
+core/anonymization/recognizers     core/text core/errors.hpp SIBLINGS core/recognition
 core/anonymization/identity        core/text core/errors.hpp SIBLINGS core/anonymization/rules core/person_clustering
 core/anonymization/cleanup         core/text core/errors.hpp SIBLINGS core/anonymization/rules
 core/anonymization/rules           core/text core/errors.hpp SIBLINGS
@@ -25,12 +26,12 @@ core/anonymization/replacements    core/text core/errors.hpp SIBLINGS core/anony
 core/anonymization/propagation     core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity core/anonymization/cleanup core/anonymization/analyzer/language core/anonymization/replacements
 core/anonymization/party_labeled_names  core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity
 core/anonymization                 core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/anonymization/rules
-core/recognition/embedded_analyzer core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition core/nlp
 core/recognition                   core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp
 core/nlp                           core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition
+core/parties                       core/text core/errors.hpp core/anonymization core/person_clustering core/person_name
 core/person_clustering             core/text core/errors.hpp core/anonymization/result core/person_name
 core/person_name                   core/text core/errors.hpp
-core                               core/text core/errors.hpp core/anonymization core/person_clustering core/person_name
+core                               core/text core/errors.hpp core/anonymization core/parties core/person_clustering core/person_name
 '
 
 list_files '*.cpp' '*.hpp' | while IFS= read -r file; do

@@ -63,6 +63,8 @@ class CountryTable {
     return find_key(key.erase(0, ARTICLE.size()));
   }
 
+  const std::vector<std::u32string>& spellings() const { return spellings_; }
+
  private:
   const std::u32string* find_key(const std::u32string& key) const {
     const auto found = canonical_.find(key);
@@ -74,7 +76,7 @@ class CountryTable {
     auto key = name_key(name);
     if (key.empty()) return;
     longest_ = std::max(longest_, key.size());
-    canonical_.try_emplace(std::move(key), canonical);
+    if (canonical_.try_emplace(std::move(key), canonical).second) spellings_.emplace_back(name);
   }
 
   void add_region(const char* region) {
@@ -101,6 +103,7 @@ class CountryTable {
   }
 
   std::unordered_map<std::u32string, std::u32string> canonical_;
+  std::vector<std::u32string> spellings_;
   std::size_t longest_ = 0;  // of all keys
 };
 
@@ -115,6 +118,8 @@ std::u32string _canonical_geo_country_identity_fragment(std::u32string_view span
   const auto* canonical = country_table().find(span);
   return canonical == nullptr ? std::u32string() : *canonical;
 }
+
+const std::vector<std::u32string>& known_country_names() { return country_table().spellings(); }
 
 bool _geo_country_mask_as_address_enabled() { return _mask_country_in_geo_background_enabled(); }
 

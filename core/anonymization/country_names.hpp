@@ -10,6 +10,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace core::anonymization {
 
@@ -17,6 +18,10 @@ namespace core::anonymization {
 // _normalize_location_surface and case folding, with or without "the" in front;
 // empty if it names none.
 std::u32string _canonical_geo_country_identity_fragment(std::u32string_view span);
+
+// Every name as it is spelled in the sources, none twice but for letter case,
+// white space and punctuation.
+const std::vector<std::u32string>& known_country_names();
 
 // Whether a bare country reported as an organization is masked as an address.
 // Reads the switch in rules/org_context at each call.

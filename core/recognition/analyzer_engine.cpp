@@ -4,6 +4,8 @@
 #include <map>
 #include <tuple>
 
+#include "core/recognition/predefined/selection.hpp"
+#include "core/recognition/spacy_recognizer.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::recognition {
@@ -46,9 +48,24 @@ std::vector<RecognizerResult> remove_duplicates(std::vector<RecognizerResult> re
 }
 
 AnalyzerEngine::AnalyzerEngine(std::unique_ptr<const NlpEngine> nlp_engine,
+                               std::vector<std::string> supported_languages,
+                               std::vector<Refinement> refinements, double score_threshold)
+    : nlp_engine_(std::move(nlp_engine)),
+      supported_languages_(std::move(supported_languages)),
+      refinements_(std::move(refinements)),
+      score_threshold_(score_threshold) {
+  load_predefined_recognizers(registry_);
+  for (const auto& language : supported_languages_) {
+    registry_.add_recognizer(
+        std::make_shared<SpacyRecognizer>(language, nlp_engine_->get_supported_entities(language)));
+  }
+}
+
+AnalyzerEngine::AnalyzerEngine(std::unique_ptr<const NlpEngine> nlp_engine,
                                RecognizerRegistry registry, std::vector<Refinement> refinements,
                                double score_threshold)
     : nlp_engine_(std::move(nlp_engine)),
+      supported_languages_{"en", "zh"},
       registry_(std::move(registry)),
       refinements_(std::move(refinements)),
       score_threshold_(score_threshold) {}

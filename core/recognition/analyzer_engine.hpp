@@ -1,4 +1,7 @@
 // Runs the recognizers of a registry over a text.
+//
+// An engine may analyse on many threads at once, as long as nobody changes its
+// registry meanwhile.
 #pragma once
 
 #include <functional>
@@ -21,6 +24,13 @@ class AnalyzerEngine : public anonymization::Analyzer {
   // A pattern that is weak by itself stays below this without a context word.
   static constexpr double DEFAULT_SCORE_THRESHOLD = 0.4;
 
+  // With the predefined recognizers and, for each language, a SpacyRecognizer of
+  // what the NLP engine finds in it.
+  AnalyzerEngine(std::unique_ptr<const NlpEngine> nlp_engine,
+                 std::vector<std::string> supported_languages,
+                 std::vector<Refinement> refinements = {},
+                 double score_threshold = DEFAULT_SCORE_THRESHOLD);
+  // With these recognizers, for Chinese and English.
   AnalyzerEngine(std::unique_ptr<const NlpEngine> nlp_engine, RecognizerRegistry registry,
                  std::vector<Refinement> refinements = {},
                  double score_threshold = DEFAULT_SCORE_THRESHOLD);
@@ -31,9 +41,13 @@ class AnalyzerEngine : public anonymization::Analyzer {
                                         std::string_view language) const override;
 
   const RecognizerRegistry& registry() const { return registry_; }
+  RecognizerRegistry& registry() { return registry_; }
+  const NlpEngine& nlp_engine() const { return *nlp_engine_; }
+  const std::vector<std::string>& supported_languages() const { return supported_languages_; }
 
  private:
   std::unique_ptr<const NlpEngine> nlp_engine_;
+  std::vector<std::string> supported_languages_;
   RecognizerRegistry registry_;
   std::vector<Refinement> refinements_;
   double score_threshold_;

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/anonymization/result.hpp"
+
 namespace core::recognition {
 
 // What a word of the vocabulary says about its surroundings.
@@ -80,16 +82,26 @@ struct NumberRun {
   std::size_t end = 0;
 };
 
+// A name that the engine itself found.
+struct NlpEntity {
+  anonymization::RecognizerResult result;
+  std::string_view finder;  // its name; lives as long as the engine
+};
+
 struct NlpArtifacts {
   std::u32string_view text;  // as it was given; outlives the artifacts
   // The text with full-width letters, digits and signs as ASCII ones, every kind
-  // of dash as "-" and every blank as " "; position by position the same length.
+  // of dash as "-", every blank as " " and traditional characters as simplified
+  // ones; position by position the same length.
   // Chinese commas, full stops and semicolons stay.
   std::u32string folded;
   // By class, sorted by start; none lies within another of its class.
   std::array<std::vector<WordHit>, static_cast<std::size_t>(WordClass::COUNT)> words;
   std::vector<NumberRun> numbers;
   std::vector<std::size_t> at_signs;
+  std::vector<NlpEntity> entities;
+  // Words that the caller says belong to the text's surroundings; see ContextWords.
+  std::vector<std::u32string> context;
 
   const std::vector<WordHit>& of(WordClass word_class) const {
     return words[static_cast<std::size_t>(word_class)];
@@ -104,6 +116,10 @@ class NlpEngine {
  public:
   virtual ~NlpEngine() = default;
   virtual NlpArtifacts process_text(std::u32string_view text, std::string_view language) const = 0;
+  // The kinds of the entities that it finds in texts of the language; sorted.
+  virtual std::vector<std::string> get_supported_entities(std::string_view /*language*/) const {
+    return {};
+  }
 };
 
 }  // namespace core::recognition

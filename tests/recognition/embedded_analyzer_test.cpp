@@ -1,11 +1,10 @@
-#include "core/recognition/embedded_analyzer.hpp"
-
+#include "core/anonymization/analyzer/embedded_analyzer.hpp"
 
 #include <gtest/gtest.h>
 
 #include "tests/support/notation.hpp"
 
-namespace core::recognition {
+namespace core::anonymization {
 namespace {
 
 // Beginnings of shapes and names, over and over: the places where a rule might
@@ -78,4 +77,4 @@ TEST(EmbeddedAnalyzer, OptionsAndLanguages) {
 }
 
 }  // namespace
-}  // namespace core::recognition
+}  // namespace core::anonymization

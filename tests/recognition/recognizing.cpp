@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include "core/recognition/embedded_analyzer.hpp"
+#include "core/anonymization/analyzer/embedded_analyzer.hpp"
 #include "tests/support/notation.hpp"
 
 namespace test {
 
 std::string found(std::string_view marked, std::string_view type) {
-  static const auto analyzer = core::recognition::make_embedded_analyzer(
-      core::recognition::EmbeddedOptions{.percentages_and_quantities = true});
+  static const auto analyzer = core::anonymization::make_embedded_analyzer(
+      core::anonymization::EmbeddedOptions{.percentages_and_quantities = true});
   Marked doc = parse(marked);
   doc.results.clear();
   for (auto& hit : analyzer->analyze(doc.text, "zh")) {

@@ -6,7 +6,7 @@
 
 #include "core/anonymization/analyzer.hpp"
 
-namespace core::recognition {
+namespace core::anonymization {
 
 struct EmbeddedOptions {
   // Whether PERCENT and QUANTITY are reported as well.
@@ -14,8 +14,8 @@ struct EmbeddedOptions {
 };
 
 // Builds the analyzer. Its vocabulary is shared by all analyzers of the process
-// and built for the first. May be called from any thread.
-std::unique_ptr<anonymization::Analyzer> make_embedded_analyzer(
-    const EmbeddedOptions& options = {});
+// and built for the first. May be called from any thread. Throws ValueError if
+// the environment or the installation names another model than the embedded one.
+std::unique_ptr<Analyzer> make_embedded_analyzer(const EmbeddedOptions& options = {});
 
-}  // namespace core::recognition
+}  // namespace core::anonymization

@@ -3,11 +3,16 @@
 #include <algorithm>
 
 #include "core/anonymization/analyzer/language.hpp"
+#include "core/anonymization/avs_workgroup_party.hpp"
+#include "core/anonymization/cleanup/filters.hpp"
 #include "core/anonymization/replacements/span_postprocess.hpp"
 #include "core/document_text.hpp"
 #include "core/entity_sync.hpp"
 #include "core/errors.hpp"
 #include "core/mapping_entries.hpp"
+#include "core/parties/organization_parties.hpp"
+#include "core/parties/person_parties.hpp"
+#include "core/person_clustering.hpp"
 #include "core/text/utf8.hpp"
 
 namespace core::anonymization {
@@ -21,13 +26,34 @@ std::u32string text_of(std::string_view bytes) {
   }
 }
 
-}  // namespace
+// The hits of one text that were found before; any other text is analysed.
+class AnalyzedText : public Analyzer {
+ public:
+  AnalyzedText(const Analyzer& analyzer, std::u32string text, std::string language)
+      : analyzer_(analyzer),
+        text_(std::move(text)),
+        language_(std::move(language)),
+        hits_(analyzer_.analyze(text_, language_)) {}
 
-AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& analyzer,
-                                      std::string_view language,
-                                      std::string_view strategy_profile) {
+  const std::vector<RecognizerResult>& hits() const { return hits_; }
+
+  std::vector<RecognizerResult> analyze(std::u32string_view text,
+                                        std::string_view language) const override {
+    if (text == text_ && language == language_) return hits_;
+    return analyzer_.analyze(text, language);
+  }
+
+ private:
+  const Analyzer& analyzer_;
+  std::u32string text_;
+  std::string language_;
+  std::vector<RecognizerResult> hits_;
+};
+
+AnonymizedDocument anonymize(std::u32string_view text, const Analyzer& analyzer,
+                             std::string language, std::string_view strategy_profile) {
   AnonymizedDocument out;
-  out.language = resolve_analyze_language(language, text);
+  out.language = std::move(language);
   const auto [filtered, org_by_okey] =
       prepare_document_text_replacements(text, analyzer, out.language, strategy_profile);
   out.replacements = canonical_replacements(text, filtered, org_by_okey, out.language);
@@ -39,6 +65,21 @@ AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& 
   out.placements = std::move(masked).release_placements();
   out.text = std::move(masked).release();
   return out;
+}
+
+}  // namespace
+
+AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& analyzer,
+                                      std::string_view language, std::string_view strategy_profile,
+                                      Aliases aliases) {
+  auto resolved = resolve_analyze_language(language, text);
+  if (aliases == Aliases::SEPARATE) {
+    return anonymize(text, analyzer, std::move(resolved), strategy_profile);
+  }
+  const AnalyzedText analyzed(analyzer, _normalize_fill_underscores_for_analysis(text), resolved);
+  const KnownPartiesScope parties(parties::collect_organizations(text, analyzed.hits()));
+  const KnownPersonsScope persons(parties::collect_persons(text, analyzed.hits()));
+  return anonymize(text, analyzed, std::move(resolved), strategy_profile);
 }
 
 std::u32string anonymize_with_numbered_placeholders(std::u32string_view text,

@@ -33,9 +33,17 @@ struct AnonymizedDocument {
   std::vector<Placement> placements;      // over the masked text, spread mentions included
 };
 
+// What becomes of the names by which one party or person goes: 北京华信科技有限公司
+// and 华信科技, Katarzyna M. Wolanski and Ms. Wolanski.
+enum class Aliases {
+  SEPARATE,  // each has its placeholder, unless its spelling alone shows who it is
+  ONE,       // all share one, where the document leaves no doubt (core/parties)
+};
+
 AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& analyzer,
                                       std::string_view language = "en",
-                                      std::string_view strategy_profile = "contract_default");
+                                      std::string_view strategy_profile = "contract_default",
+                                      Aliases aliases = Aliases::SEPARATE);
 
 // The masked text alone.
 std::u32string anonymize_with_numbered_placeholders(

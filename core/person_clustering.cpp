@@ -5,7 +5,6 @@
 #include <optional>
 #include <unordered_map>
 
-#include "core/person_name.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core {
@@ -213,10 +212,46 @@ std::vector<const RecognizerResult*> in_text_order(const std::vector<RecognizerR
   return ordered;
 }
 
+thread_local const KnownPersonsScope* innermost_scope = nullptr;
+
+// The name that a spelling is, or that it is known to stand for.
+PersonName name_of(std::u32string_view spelling) {
+  auto name = parse_person_name(spelling);
+  if (innermost_scope == nullptr) return name;
+  const auto key = name.key();
+  for (const auto* scope = innermost_scope; scope != nullptr; scope = scope->outer()) {
+    if (const auto* known = scope->find(key)) return *known;
+  }
+  return name;
+}
+
 }  // namespace
 
+KnownPersonsScope::KnownPersonsScope(const std::vector<KnownPerson>& persons)
+    : outer_(innermost_scope) {
+  for (const auto& person : persons) {
+    const auto name = parse_person_name(person.name);
+    if (name.names.empty()) continue;
+    for (const auto& variant : person.variants) {
+      if (auto key = parse_person_name(variant).key(); !key.empty()) {
+        name_by_variant_.try_emplace(std::move(key), name);
+      }
+    }
+  }
+  innermost_scope = this;
+}
+
+KnownPersonsScope::~KnownPersonsScope() { innermost_scope = outer_; }
+
+const KnownPersonsScope* KnownPersonsScope::innermost() { return innermost_scope; }
+
+const PersonName* KnownPersonsScope::find(const std::u32string& key) const {
+  const auto found = name_by_variant_.find(key);
+  return found == name_by_variant_.end() ? nullptr : &found->second;
+}
+
 std::u32string person_identity_key(std::u32string_view text, Offset start, Offset end) {
-  return parse_person_name(text::slice(text, start, end)).key();
+  return name_of(text::slice(text, start, end)).key();
 }
 
 std::map<std::pair<Offset, Offset>, std::int64_t> person_span_to_placeholder_num(
@@ -224,7 +259,7 @@ std::map<std::pair<Offset, Offset>, std::int64_t> person_span_to_placeholder_num
   Spellings spellings;
   std::vector<std::pair<std::pair<Offset, Offset>, std::size_t>> spelling_of_span;
   for (const auto* person : in_text_order(persons)) {
-    const auto name = parse_person_name(text::slice(text, person->start, person->end));
+    const auto name = name_of(text::slice(text, person->start, person->end));
     auto key = name.key();
     if (key.empty()) continue;
     spelling_of_span.push_back({{person->start, person->end}, spellings.add(name, std::move(key))});

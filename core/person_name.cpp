@@ -325,11 +325,44 @@ PersonName parse_person_name(std::u32string_view spelling) {
   return out;
 }
 
+ChineseName parse_chinese_name(std::u32string_view key) {
+  ChineseName out;
+  const auto name = without_chinese_title(key);
+  out.title = key.substr(name.size());
+  for (std::size_t n = std::min(MAX_COMPOUND_SURNAME, name.size()); n > 0; --n) {
+    if (name.size() - n > MAX_CHINESE_GIVEN_NAME || !is_chinese_surname(name.substr(0, n))) {
+      continue;
+    }
+    out.surname = name.substr(0, n);
+    out.given = name.substr(n);
+    break;
+  }
+  return out;
+}
+
+std::u32string_view without_chinese_title(std::u32string_view name) {
+  for (int i = 0; i < MAX_CHINESE_TITLES; ++i) {
+    const auto shorter = without_title_behind(name);
+    if (shorter.empty() || shorter.size() == name.size()) break;
+    name = shorter;
+  }
+  return name;
+}
+
 Gender gender_of(const PersonName& name) {
   for (const auto& title : name.titles) {
-    if (MALE_TITLES.contains(title)) return Gender::MALE;
-    if (FEMALE_TITLES.contains(title)) return Gender::FEMALE;
+    if (const auto gender = gender_of_title(title); gender != Gender::UNKNOWN) return gender;
   }
+  return Gender::UNKNOWN;
+}
+
+Gender gender_of_title(std::u32string_view word) {
+  constexpr auto MALE = text::words({U"先生"});
+  constexpr auto FEMALE = text::words({U"女士", U"小姐", U"太太"});
+  auto title = text::case_fold(word);
+  std::erase(title, U'.');
+  if (MALE_TITLES.contains(title) || MALE.contains(title)) return Gender::MALE;
+  if (FEMALE_TITLES.contains(title) || FEMALE.contains(title)) return Gender::FEMALE;
   return Gender::UNKNOWN;
 }
 

@@ -45,9 +45,9 @@ PartyList& parties_in_force() {
   return list;
 }
 
-}  // namespace
+thread_local const KnownPartiesScope* innermost_scope = nullptr;
 
-void set_known_parties(const std::vector<KnownParty>& parties) {
+KeyByVariant keys_of(const std::vector<KnownParty>& parties) {
   KeyByVariant list;
   for (const auto& party : parties) {
     if (party.canonical_key.empty()) continue;
@@ -57,13 +57,38 @@ void set_known_parties(const std::vector<KnownParty>& parties) {
       }
     }
   }
-  parties_in_force().replace(std::move(list));
+  return list;
+}
+
+}  // namespace
+
+void set_known_parties(const std::vector<KnownParty>& parties) {
+  parties_in_force().replace(keys_of(parties));
+}
+
+KnownPartiesScope::KnownPartiesScope(const std::vector<KnownParty>& parties)
+    : key_by_variant_(keys_of(parties)), outer_(innermost_scope) {
+  innermost_scope = this;
+}
+
+KnownPartiesScope::~KnownPartiesScope() { innermost_scope = outer_; }
+
+const KnownPartiesScope* KnownPartiesScope::innermost() { return innermost_scope; }
+
+const std::u32string* KnownPartiesScope::find(const std::u32string& normalized_name) const {
+  const auto found = key_by_variant_.find(normalized_name);
+  return found == key_by_variant_.end() ? nullptr : &found->second;
 }
 
 std::u32string avs_workgroup_party_canonical_org_key_from_span_text(std::u32string_view span) {
   const auto list = parties_in_force().current();
+  if (list == nullptr && innermost_scope == nullptr) return {};
+  const auto name = normalized(span);
+  for (const auto* scope = innermost_scope; scope != nullptr; scope = scope->outer()) {
+    if (const auto* key = scope->find(name)) return *key;
+  }
   if (list == nullptr) return {};
-  const auto found = list->find(normalized(span));
+  const auto found = list->find(name);
   return found == list->end() ? std::u32string() : found->second;
 }
 

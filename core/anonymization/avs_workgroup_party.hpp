@@ -4,7 +4,7 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
+#include <unordered_map>
 #include <vector>
 
 namespace core::anonymization {
@@ -19,6 +19,29 @@ struct KnownParty {
 // wins, and empty variants and parties without a key are ignored. May be called
 // from any thread; calls that are under way keep the list they began to read.
 void set_known_parties(const std::vector<KnownParty>& parties);
+
+// Parties that are known on top of the list, on this thread, as long as the scope
+// lives. Of scopes within scopes the inner one is asked first, the list last.
+//
+//   const std::vector<KnownParty> parties = {{U"北京华信科技有限公司", {U"华信科技"}}};
+//   const KnownPartiesScope scope(parties);
+class KnownPartiesScope {
+ public:
+  explicit KnownPartiesScope(const std::vector<KnownParty>& parties);
+  ~KnownPartiesScope();
+  KnownPartiesScope(const KnownPartiesScope&) = delete;
+  KnownPartiesScope& operator=(const KnownPartiesScope&) = delete;
+
+  // The innermost scope of this thread; nullptr if there is none.
+  static const KnownPartiesScope* innermost();
+  const KnownPartiesScope* outer() const { return outer_; }
+  // The key of a name in the form in which variants are compared; nullptr if unknown.
+  const std::u32string* find(const std::u32string& normalized_name) const;
+
+ private:
+  std::unordered_map<std::u32string, std::u32string> key_by_variant_;
+  const KnownPartiesScope* outer_;
+};
 
 // The canonical key of the party that `span` names; empty if it names none. May
 // be called from any thread.

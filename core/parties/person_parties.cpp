@@ -1,0 +1,334 @@
+#include "core/parties/person_parties.hpp"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "core/parties/adjacent_names.hpp"
+#include "core/text/unicode.hpp"
+
+namespace core::parties {
+namespace {
+
+using anonymization::Offset;
+using anonymization::RecognizerResult;
+
+constexpr std::size_t NOBODY = static_cast<std::size_t>(-1);
+constexpr std::size_t SEVERAL = NOBODY - 1;
+
+constexpr std::u32string_view MIDDLE_DOTS = U"·•・‧∙⋅･·";
+constexpr std::size_t MIN_PART = 2;       // 彼得 of 彼得·史密斯
+constexpr std::size_t MIN_SURNAME = 3;    // letters: Roe, not Li
+constexpr std::size_t MIN_FULL_NAME = 2;  // words, or ideographs
+
+std::vector<RecognizerResult> outermost_persons(const std::vector<RecognizerResult>& hits) {
+  std::vector<RecognizerResult> found;
+  std::copy_if(hits.begin(), hits.end(), std::back_inserter(found), [](const auto& hit) {
+    return hit.entity_type == anonymization::entity_type::PERSON;
+  });
+  std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
+    return a.start != b.start ? a.start < b.start : a.end > b.end;
+  });
+  std::vector<RecognizerResult> out;
+  for (auto& hit : found) {
+    if (out.empty() || hit.start >= out.back().end) out.push_back(std::move(hit));
+  }
+  return out;
+}
+
+std::u32string joined(const std::vector<std::u32string>& words, std::size_t from, std::size_t to) {
+  std::u32string out;
+  for (std::size_t i = from; i < to; ++i) {
+    if (i > from) out += U' ';
+    out += words[i];
+  }
+  return out;
+}
+
+// A spelling of a name.
+struct Spelling {
+  std::u32string surface;
+  PersonName name;
+  std::size_t cluster = NOBODY;  // spellings that are known to be one person
+  std::set<Gender> genders;      // what titles say around its mentions
+  // Of what is no full name: what is looked up, a surname or a part of a name.
+  std::u32string part;
+  std::u32string job;  // the title that is part of it, if that is no honorific
+
+  bool is_latin() const { return parties::is_latin(surface); }
+};
+
+class Persons {
+ public:
+  Persons(std::u32string_view text, const std::vector<RecognizerResult>& hits)
+      : text_(text), mentions_(outermost_persons(hits)) {
+    for (const auto& hit : hits) {
+      if (hit.entity_type == anonymization::entity_type::ORGANIZATION) {
+        read_words(text::slice(text, hit.start, hit.end));
+      }
+    }
+  }
+
+  std::vector<KnownPerson> run() {
+    read_mentions();
+    unite_pairs();
+    index_parts();
+    note_rivals();
+    std::vector<std::size_t> meant(spellings_.size(), NOBODY);
+    for (std::size_t i = 0; i < spellings_.size(); ++i) meant[i] = whole_person(spellings_[i]);
+    for (std::size_t i = 0; i < spellings_.size(); ++i) {
+      if (meant[i] != NOBODY) unite(spellings_[i].cluster, meant[i]);
+    }
+    return known();
+  }
+
+ private:
+  // Morandelli, who is a person and a company.
+  void read_words(std::u32string_view organization) {
+    std::u32string word;
+    for (const char32_t c : text::case_fold(organization) + U" ") {
+      if (text::is_space(c) || c == U',' || c == U'.') {
+        if (is_latin(word)) company_words_.insert(std::move(word));
+        word.clear();
+      } else {
+        word += c;
+      }
+    }
+  }
+
+  void read_mentions() {
+    const auto numbers = person_span_to_placeholder_num(text_, mentions_);
+    std::unordered_map<std::u32string, std::size_t> by_key;
+    spelling_of_.assign(mentions_.size(), NOBODY);
+    for (std::size_t m = 0; m < mentions_.size(); ++m) {
+      const auto& hit = mentions_[m];
+      const auto number = numbers.find({hit.start, hit.end});
+      if (number == numbers.end()) continue;
+      const auto surface = text::strip(text::slice(text_, hit.start, hit.end));
+      auto name = parse_person_name(surface);
+      const auto [found, is_new] = by_key.try_emplace(name.key(), spellings_.size());
+      if (is_new) {
+        Spelling spelling;
+        spelling.surface = surface;
+        spelling.cluster = static_cast<std::size_t>(number->second);
+        spelling.name = std::move(name);
+        read_parts(spelling);
+        spellings_.push_back(std::move(spelling));
+      }
+      spelling_of_[m] = found->second;
+      note_gender(spellings_[found->second], hit);
+    }
+    parent_.resize(numbers.size() + 1);
+    for (std::size_t i = 0; i < parent_.size(); ++i) parent_[i] = i;
+  }
+
+  // Whether the spelling is less than a name, and of what.
+  static void read_parts(Spelling& spelling) {
+    const auto& names = spelling.name.names;
+    if (spelling.is_latin()) {
+      const auto part = joined(names, 0, names.size());
+      if (part.size() >= MIN_SURNAME || !spelling.name.titles.empty()) spelling.part = part;
+      return;
+    }
+    const auto& whole = names.front();
+    const auto plain = without_chinese_title(whole);
+    if (plain.size() < whole.size() && parties::is_latin(plain)) {
+      spelling.part = plain;  // Osterkamp先生
+      return;
+    }
+    const auto chinese = parse_chinese_name(whole);
+    const auto title = std::u32string_view(whole).substr(plain.size());
+    if (!chinese.surname.empty() && chinese.given.empty()) {
+      if (!title.empty()) spelling.part = chinese.surname;
+      if (gender_of_title(title) == Gender::UNKNOWN) spelling.job = title;
+    } else if (spelling.surface.find_first_of(MIDDLE_DOTS) == std::u32string::npos) {
+      spelling.part = plain;
+    }
+  }
+
+  void note_gender(Spelling& spelling, const RecognizerResult& hit) const {
+    constexpr Offset TITLE = 6;
+    auto before =
+        text::strip(text::slice(text_, std::max<Offset>(0, hit.start - TITLE), hit.start));
+    const auto blank = before.find_last_of(U" \n\t(（,，;；");
+    if (blank != before.npos) before.remove_prefix(blank + 1);
+    std::size_t letters = before.size();
+    while (letters > 0 &&
+           (text::is_ascii_alpha(before[letters - 1]) || before[letters - 1] == U'.')) {
+      --letters;
+    }
+    const auto behind = text::slice(text_, hit.end, hit.end + 2);
+    const auto plain = without_chinese_title(spelling.name.names.back());
+    for (const auto gender :
+         {gender_of_title(before.substr(letters)), gender_of_title(behind),
+          gender_of(spelling.name),
+          gender_of_title(std::u32string_view(spelling.name.names.back()).substr(plain.size()))}) {
+      if (gender != Gender::UNKNOWN) spelling.genders.insert(gender);
+    }
+  }
+
+  // ---- Persons by union
+
+  std::size_t person(std::size_t cluster) {
+    while (parent_[cluster] != cluster) {
+      parent_[cluster] = parent_[parent_[cluster]];
+      cluster = parent_[cluster];
+    }
+    return cluster;
+  }
+
+  void unite(std::size_t a, std::size_t b) {
+    a = person(a);
+    b = person(b);
+    if (a != b) parent_[std::max(a, b)] = std::min(a, b);
+  }
+
+  // A name in two languages; not where it has two names of one language beside it.
+  void unite_pairs() {
+    std::map<std::size_t, std::set<std::size_t>> partners;
+    for (std::size_t m = 0; m + 1 < mentions_.size(); ++m) {
+      const auto a = spelling_of_[m];
+      const auto b = spelling_of_[m + 1];
+      if (a == NOBODY || b == NOBODY || !is_full(spellings_[a]) || !is_full(spellings_[b]) ||
+          spellings_[a].is_latin() == spellings_[b].is_latin()) {
+        continue;
+      }
+      const auto next =
+          m + 2 < mentions_.size() ? mentions_[m + 2].start : static_cast<Offset>(text_.size());
+      const auto& x = mentions_[m];
+      const auto& y = mentions_[m + 1];
+      if (adjacency(text_, {x.start, x.end, y.start, y.end, next}) == Adjacency::NONE) continue;
+      partners[spellings_[a].cluster].insert(spellings_[b].cluster);
+      partners[spellings_[b].cluster].insert(spellings_[a].cluster);
+    }
+    for (const auto& [cluster, others] : partners) {
+      if (others.size() != 1 || partners[*others.begin()].size() != 1) continue;
+      unite(cluster, *others.begin());
+      paired_.insert(cluster);
+    }
+  }
+
+  static bool is_full(const Spelling& spelling) {
+    if (spelling.is_latin()) return spelling.name.names.size() >= MIN_FULL_NAME;
+    const auto& whole = spelling.name.names.front();
+    const auto chinese = parse_chinese_name(whole);
+    return whole.size() >= MIN_FULL_NAME && (chinese.surname.empty() || !chinese.given.empty()) &&
+           parties::is_chinese(spelling.surface);
+  }
+
+  // ---- Parts of names
+
+  void add_part(std::u32string part, std::size_t cluster) {
+    const auto whose = person(cluster);
+    const auto [found, is_new] = person_by_part_.try_emplace(std::move(part), whose);
+    if (!is_new && found->second != whose) found->second = SEVERAL;
+  }
+
+  void index_parts() {
+    for (const auto& spelling : spellings_) {
+      if (!is_full(spelling)) continue;
+      spelling.is_latin() ? index_latin(spelling) : index_chinese(spelling);
+    }
+  }
+
+  void index_latin(const Spelling& spelling) {
+    constexpr std::size_t MOST_WORDS = 8;
+    const auto& words = spelling.name.names;
+    if (words.size() > MOST_WORDS) return;
+    for (std::size_t i = 1; i < words.size(); ++i) {
+      add_part(joined(words, i, words.size()), spelling.cluster);
+    }
+    // Siti Norhafizah binti Rahman; Ying of Ying Xueyao, who is 应雪瑶.
+    const std::size_t fewest = paired_.contains(spelling.cluster) ? 1 : 2;
+    for (std::size_t n = fewest; n < words.size(); ++n) {
+      add_part(joined(words, 0, n), spelling.cluster);
+    }
+  }
+
+  void index_chinese(const Spelling& spelling) {
+    const std::u32string_view surface = spelling.surface;
+    const auto dot = surface.find_first_of(MIDDLE_DOTS);
+    if (dot != surface.npos) {
+      const auto first = text::strip(surface.substr(0, dot));
+      const auto last =
+          without_chinese_title(text::strip(surface.substr(surface.find_last_of(MIDDLE_DOTS) + 1)));
+      if (first.size() >= MIN_PART) add_part(std::u32string(first), spelling.cluster);
+      if (last.size() >= MIN_PART) add_part(std::u32string(last), spelling.cluster);
+      return;
+    }
+    const auto chinese = parse_chinese_name(spelling.name.names.front());
+    if (!chinese.given.empty()) add_part(chinese.surname, spelling.cluster);
+  }
+
+  // Two titles behind one surname may be two persons.
+  void note_rivals() {
+    for (const auto& spelling : spellings_) {
+      if (spelling.part.empty()) continue;
+      genders_[spelling.part].insert(spelling.genders.begin(), spelling.genders.end());
+      if (!spelling.job.empty()) jobs_[spelling.part].insert(spelling.job);
+    }
+    for (const auto& spelling : spellings_) {
+      if (spelling.genders.empty() || !is_full(spelling)) continue;
+      auto& known = genders_of_person_[person(spelling.cluster)];
+      known.insert(spelling.genders.begin(), spelling.genders.end());
+    }
+  }
+
+  // The cluster of the one person that the spelling can stand for.
+  std::size_t whole_person(const Spelling& spelling) {
+    if (spelling.part.empty() || company_words_.contains(spelling.part)) return NOBODY;
+    const auto found = person_by_part_.find(spelling.part);
+    if (found == person_by_part_.end() || found->second == SEVERAL) return NOBODY;
+    if (!spelling.job.empty() && jobs_[spelling.part].size() > 1) return NOBODY;
+    auto genders = genders_[spelling.part];
+    const auto known = genders_of_person_.find(found->second);
+    if (known != genders_of_person_.end()) {
+      genders.insert(known->second.begin(), known->second.end());
+    }
+    return genders.size() < 2 ? found->second : NOBODY;
+  }
+
+  std::vector<KnownPerson> known() {
+    std::map<std::size_t, std::vector<const Spelling*>> members;
+    for (const auto& spelling : spellings_) members[person(spelling.cluster)].push_back(&spelling);
+    std::vector<KnownPerson> out;
+    for (const auto& [whose, group] : members) {
+      const auto rank = [](const Spelling* s) {
+        return std::pair(is_full(*s) && s->is_latin(), s->surface.size());
+      };
+      const auto* chosen =
+          *std::max_element(group.begin(), group.end(),
+                            [&rank](const auto* a, const auto* b) { return rank(a) < rank(b); });
+      KnownPerson person_out{chosen->surface, {}};
+      for (const auto* spelling : group) {
+        // Spellings of one cluster find together by themselves.
+        if (spelling->cluster != chosen->cluster) person_out.variants.push_back(spelling->surface);
+      }
+      if (!person_out.variants.empty()) out.push_back(std::move(person_out));
+    }
+    return out;
+  }
+
+  std::u32string_view text_;
+  std::vector<RecognizerResult> mentions_;
+  std::unordered_set<std::u32string> company_words_;
+  std::vector<std::size_t> spelling_of_;
+  std::vector<Spelling> spellings_;
+  std::vector<std::size_t> parent_;
+  std::set<std::size_t> paired_;
+  std::unordered_map<std::u32string, std::size_t> person_by_part_;
+  std::unordered_map<std::u32string, std::set<Gender>> genders_;
+  std::unordered_map<std::u32string, std::set<std::u32string>> jobs_;
+  std::unordered_map<std::size_t, std::set<Gender>> genders_of_person_;
+};
+
+}  // namespace
+
+std::vector<KnownPerson> collect_persons(std::u32string_view text,
+                                         const std::vector<RecognizerResult>& hits) {
+  return Persons(text, hits).run();
+}
+
+}  // namespace core::parties

@@ -1,0 +1,200 @@
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "core/parties/adjacent_names.hpp"
+#include "core/parties/party_names.hpp"
+#include "core/text/regex.hpp"
+#include "core/text/unicode.hpp"
+
+namespace core::parties {
+namespace {
+
+using text::Regex;
+
+// A definition reaches back over this much text and this many names, at most.
+constexpr Offset WIDEST_DEFINITION = 300;
+constexpr std::size_t NEAREST_NAMES = 8;
+
+// Where a definition does not reach over: a line, a sentence.
+constexpr std::u32string_view ENDS = U"\n。；！？\uE000";
+
+// What tells that the name behind is another one's parent, child or owner, so
+// that a definition may be meant for either.
+const Regex RE_RELATION(
+    "RE_RELATION",
+    UR"((?i)subsidiar|parent|affiliate|owned|controlled|branch|division|successor|assign|behalf|formerly|子公司|母公司|控股|下属|旗下|所属|关联|分公司|集团成员|股东|实际控制|受托|委托|代表|原名|更名)");
+
+// What may stand between a name and its definition when nothing else is said: the
+// name's own bracket. …有限公司（Daiyue Co., Ltd.）（以下简称“岱岳”）
+const Regex RE_NOTHING("RE_NOTHING", UR"((?:\s|["”」』,，]|[(（][^()（）\n]{0,80}[)）]|[)）])*+)");
+
+class TextReader {
+ public:
+  TextReader(std::u32string_view text, const std::vector<Mention>& mentions, PartyNames& names)
+      : text_(text), mentions_(mentions), names_(names), settled_(names.size()) {}
+
+  std::vector<bool> run() {
+    unite_spellings();
+    define_aliases();
+    unite_pairs();
+    return std::move(settled_);
+  }
+
+ private:
+  std::u32string_view between(Offset start, Offset end) const {
+    return text::slice(text_, start, end);
+  }
+
+  // The punctuation of a legal form, and vs &.
+  void unite_spellings() {
+    std::unordered_map<std::u32string, std::size_t> by_words;
+    for (std::size_t i = 0; i < names_.size(); ++i) {
+      const auto& name = names_.name(i);
+      if (name.script != Script::LATIN) continue;
+      std::u32string spelling = name.form + U"|";
+      for (const auto& word : name.words) spelling += U" " + word;
+      const auto [found, is_new] = by_words.try_emplace(std::move(spelling), i);
+      if (!is_new && is_same_name(name, names_.name(found->second))) {
+        names_.unite(found->second, i);
+      }
+    }
+  }
+
+  void define_aliases() {
+    // An alias that is defined for two stays by itself.
+    std::unordered_map<std::size_t, std::unordered_set<std::size_t>> meant;
+    for (std::size_t i = 0; i < mentions_.size(); ++i) {
+      if (!mentions_[i].is_alias()) continue;
+      const auto found = antecedents(i);
+      meant[mentions_[i].name].insert(found.begin(), found.end());
+    }
+    for (std::size_t i = 0; i < names_.size(); ++i) {
+      const auto found = meant.find(i);
+      if (found == meant.end() || found->second.empty()) continue;
+      settled_[i] = true;
+      if (found->second.size() == 1) names_.unite(*found->second.begin(), i);
+    }
+  }
+
+  // The parties that the alias may be defined for; none if nothing tells.
+  std::vector<std::size_t> antecedents(std::size_t alias) const {
+    const auto& defined = mentions_[alias];
+    std::optional<std::size_t> direct;
+    std::vector<std::size_t> alike;
+    bool is_related = false;
+    Offset from = defined.defined_at;
+    for (std::size_t n = 0; n < NEAREST_NAMES && n < alias; ++n) {
+      const auto& before = mentions_[alias - 1 - n];
+      if (before.end > defined.start || before.name == defined.name) continue;
+      const bool in_bracket = before.end > defined.defined_at;
+      if (!in_bracket) {
+        if (defined.defined_at - before.end > WIDEST_DEFINITION) break;
+        const auto gap = between(before.end, from);
+        if (gap.find_first_of(ENDS) != gap.npos) break;
+        is_related = is_related || RE_RELATION.search(gap).has_value();
+        from = std::max(before.start, Offset{0});
+        const auto whole = between(before.end, defined.defined_at);
+        if (!direct && RE_NOTHING.full_match(whole)) direct = before.name;
+      }
+      // An alias that stands in the same bracket is not what another one is for.
+      if (in_bracket && before.is_alias()) continue;
+      if (abbreviates(names_.surface(defined.name), names_.surface(before.name))) {
+        alike.push_back(before.name);
+      }
+    }
+    if (alike.empty() && direct && !is_related) alike.push_back(*direct);
+    for (auto& name : alike) name = names_.party(name);
+    return alike;
+  }
+
+  struct Pair {
+    std::size_t a;
+    std::size_t b;
+    Adjacency how;
+  };
+
+  void unite_pairs() {
+    std::vector<Pair> pairs;
+    std::unordered_map<std::size_t, std::vector<std::size_t>> partners;
+    for (std::size_t i = 0; i + 1 < mentions_.size(); ++i) {
+      const auto& a = mentions_[i];
+      const auto& b = mentions_[i + 1];
+      // What a definition stands for is decided by then.
+      if (a.name == b.name || b.is_alias()) continue;
+      const auto next =
+          i + 2 < mentions_.size() ? mentions_[i + 2].start : static_cast<Offset>(text_.size());
+      const auto how = adjacency(text_, {a.start, a.end, b.start, b.end, next});
+      if (how == Adjacency::NONE || !is_pair(a.name, b.name, how)) continue;
+      pairs.push_back({a.name, b.name, how});
+      partners[a.name].push_back(b.name);
+      partners[b.name].push_back(a.name);
+    }
+    for (const auto how : {Adjacency::BRACKET, Adjacency::SLASH}) {
+      for (const auto& pair : pairs) {
+        if (pair.how != how || has_rivals(partners[pair.a]) || has_rivals(partners[pair.b])) {
+          continue;
+        }
+        names_.unite(pair.a, pair.b);
+      }
+    }
+  }
+
+  // Whether the two are one name in two languages, or a name and its abbreviation.
+  bool is_pair(std::size_t a, std::size_t b, Adjacency how) const {
+    const auto& x = names_.name(a);
+    const auto& y = names_.name(b);
+    if (x.script == Script::NONE || y.script == Script::NONE) return false;
+    if (x.is_branch != y.is_branch) return false;
+    if (x.script != y.script) return true;
+    if (how != Adjacency::BRACKET || y.is_full()) return false;
+    return abbreviates(names_.surface(b), names_.surface(a)) || are_seats(x, y);
+  }
+
+  // 海南国际仲裁院（海南仲裁委员会）: bodies of arbitration go by several names.
+  static bool are_seats(const OrganizationName& a, const OrganizationName& b) {
+    constexpr std::u32string_view ARBITRATION = U"仲裁";
+    constexpr std::size_t PLACE = 2;
+    const auto x = a.place + a.core;
+    const auto y = b.place + b.core;
+    return a.is_institution && b.is_institution && x.substr(0, PLACE) == y.substr(0, PLACE) &&
+           x.find(ARBITRATION) != x.npos && y.find(ARBITRATION) != y.npos;
+  }
+
+  // Names beside which two unlike names of one script stand: a list, not a pair.
+  bool has_rivals(const std::vector<std::size_t>& partners) const {
+    for (const auto script : {Script::CHINESE, Script::LATIN}) {
+      std::optional<std::size_t> first;
+      for (const auto name : partners) {
+        if (names_.name(name).script != script) continue;
+        if (!first) first = name;
+        if (!are_alike(*first, name)) return true;
+      }
+    }
+    return false;
+  }
+
+  bool are_alike(std::size_t a, std::size_t b) const {
+    if (names_.party(a) == names_.party(b)) return true;
+    const auto& x = names_.name(a);
+    const auto& y = names_.name(b);
+    return likeness(x, y) == Likeness::SHORT || likeness(y, x) == Likeness::SHORT ||
+           abbreviates(names_.surface(a), names_.surface(b)) ||
+           abbreviates(names_.surface(b), names_.surface(a));
+  }
+
+  std::u32string_view text_;
+  const std::vector<Mention>& mentions_;
+  PartyNames& names_;
+  std::vector<bool> settled_;
+};
+
+}  // namespace
+
+std::vector<bool> unite_by_text(std::u32string_view text, const std::vector<Mention>& mentions,
+                                PartyNames& names) {
+  return TextReader(text, mentions, names).run();
+}
+
+}  // namespace core::parties

@@ -6,18 +6,24 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "core/anonymization/analyzer.hpp"
+#include "core/recognition/analysis_request.hpp"
 #include "core/recognition/recognizer_registry.hpp"
 
 namespace core::recognition {
 
 // A step that sees the hits of all recognizers and may add, change or drop some.
 // Offsets of what it returns lie inside the text.
-using Refinement = std::function<std::vector<RecognizerResult>(
-    const NlpArtifacts& artifacts, std::vector<RecognizerResult> results)>;
+struct Refinement {
+  std::string name;  // where hits are explained
+  std::function<std::vector<RecognizerResult>(const NlpArtifacts& artifacts,
+                                              std::vector<RecognizerResult> results)>
+      refine;
+};
 
 class AnalyzerEngine : public anonymization::Analyzer {
  public:
@@ -40,12 +46,21 @@ class AnalyzerEngine : public anonymization::Analyzer {
   std::vector<RecognizerResult> analyze(std::u32string_view text,
                                         std::string_view language) const override;
 
+  // The same, and only what the request asks for. Recognizers and refinements
+  // work on all kinds and with the engine's threshold or a lower one, so that
+  // what is asked for does not depend on what is not. Throws ValueError for a
+  // language or kinds that nobody serves and for a threshold outside 0..1,
+  // RegexError for a pattern of the allow list.
+  AnalysisResult analyze(const AnalysisRequest& request) const;
+
   const RecognizerRegistry& registry() const { return registry_; }
   RecognizerRegistry& registry() { return registry_; }
   const NlpEngine& nlp_engine() const { return *nlp_engine_; }
   const std::vector<std::string>& supported_languages() const { return supported_languages_; }
 
  private:
+  std::vector<const EntityRecognizer*> recognizers_for(const AnalysisRequest& request) const;
+
   std::unique_ptr<const NlpEngine> nlp_engine_;
   std::vector<std::string> supported_languages_;
   RecognizerRegistry registry_;
@@ -53,8 +68,8 @@ class AnalyzerEngine : public anonymization::Analyzer {
   double score_threshold_;
 };
 
-// Drops every hit that lies within another of its type with at least its score.
-// The rest is sorted by start, the longer first.
+// Drops every hit that lies within another of its type with at least its score,
+// and every one that scores nothing. The rest is sorted by start, the longer first.
 std::vector<RecognizerResult> remove_duplicates(std::vector<RecognizerResult> results);
 
 }  // namespace core::recognition

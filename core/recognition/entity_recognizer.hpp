@@ -3,9 +3,11 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/anonymization/result.hpp"
+#include "core/recognition/explanation.hpp"
 #include "core/recognition/nlp_artifacts.hpp"
 
 namespace core::recognition {
@@ -30,6 +32,15 @@ class EntityRecognizer {
 
   // The hits in any order. May be called from any thread.
   virtual std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const = 0;
+  // The same hits, each with its explanation.
+  virtual std::vector<ExplainedResult> explain(const NlpArtifacts& artifacts) const {
+    std::vector<ExplainedResult> out;
+    for (auto& r : analyze(artifacts)) {
+      const double score = r.score;
+      out.push_back({std::move(r), {name_, {}, score, score}});
+    }
+    return out;
+  }
 
  private:
   std::string name_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/text/unicode.hpp"
+#include "core/text/utf8.hpp"
 
 namespace core::recognition {
 namespace {
@@ -63,75 +64,135 @@ void for_each_place(const NlpArtifacts& a, const Anchor& anchor, Visit visit) {
 
 }  // namespace
 
+struct PatternRecognizer::Find {
+  std::size_t start;
+  std::size_t end;
+  std::string_view pattern_name;
+  double original_score;
+  double score;
+  std::u32string_view context_word;
+  std::optional<bool> valid;
+};
+
 // Takes the matches of one pattern; none may begin inside the one before.
-struct PatternRecognizer::Collector {
-  const PatternRecognizer& recognizer;
-  const NlpArtifacts& artifacts;
-  const Pattern& pattern;
-  std::vector<RecognizerResult>& out;
-  std::size_t free_from = 0;
+class PatternRecognizer::Collector {
+ public:
+  struct Source {
+    std::string_view pattern_name;
+    double score;
+    bool labelled = false;
+  };
+
+  Collector(const PatternRecognizer& recognizer, const NlpArtifacts& artifacts, Source source,
+            std::vector<Find>& out)
+      : recognizer_(recognizer), artifacts_(artifacts), source_(source), out_(out) {}
+
+  std::size_t free_from() const { return free_from_; }
 
   void take(const text::Match& match) {
     std::size_t group = 0;
     for (std::size_t g = text::Match::MAX_GROUPS - 1; g > 0; --g) {
       if (match.has(g)) group = g;
     }
-    const std::size_t start = match.start(group);
-    const std::size_t end = match.end(group);
-    if (start == end || start < free_from) return;
-    const auto score = settle(start, end);
-    if (!score) return;
-    free_from = end;
-    out.push_back({recognizer.supported_entities().front(), static_cast<std::ptrdiff_t>(start),
-                   static_cast<std::ptrdiff_t>(end), *score});
+    take(match.start(group), match.end(group));
   }
 
-  // The score of a hit; nothing for one that the checksum refuses.
-  std::optional<double> settle(std::size_t start, std::size_t end) const {
-    double score = pattern.score;
-    if (recognizer.has_context(artifacts, start)) {
-      score = std::min(1.0, score + CONTEXT_BONUS);
-    }
-    const bool labelled = pattern.anchor.kind == Anchor::Kind::AFTER_WORD;
-    if (recognizer.validate_ != nullptr && !labelled) {
-      const auto surface = std::u32string_view(artifacts.folded).substr(start, end - start);
-      const auto valid = recognizer.validate_(surface);
-      if (valid.has_value() && !*valid) return std::nullopt;
-      if (valid.has_value()) score = 1.0;
-    }
-    return score;
+  void take(std::size_t start, std::size_t end) {
+    if (start == end || start < free_from_) return;
+    if (settle(start, end)) free_from_ = end;
   }
+
+ private:
+  // Adds the hit with its score; false for one that a check refuses.
+  bool settle(std::size_t start, std::size_t end) {
+    Find found{start, end, source_.pattern_name, source_.score, source_.score, {}, {}};
+    const auto surface = std::u32string_view(artifacts_.folded).substr(start, end - start);
+    if (recognizer_.validate_ != nullptr && !source_.labelled) {
+      found.valid = recognizer_.validate_(surface);
+    }
+    if (found.valid == false) return false;
+    if (recognizer_.invalidate_ != nullptr && recognizer_.invalidate_(surface)) return false;
+    found.context_word = recognizer_.context_.supporting(artifacts_, start, end);
+    if (!found.context_word.empty()) found.score = ContextWords::raised(found.score);
+    if (found.valid == true) found.score = 1.0;
+    out_.push_back(found);
+    return true;
+  }
+
+  const PatternRecognizer& recognizer_;
+  const NlpArtifacts& artifacts_;
+  const Source source_;
+  std::vector<Find>& out_;
+  std::size_t free_from_ = 0;
 };
 
-PatternRecognizer::PatternRecognizer(PatternRecognizerConfig config)
-    : EntityRecognizer(std::move(config.name), {std::move(config.entity)},
-                       std::move(config.language)),
-      patterns_(std::move(config.patterns)),
-      context_(std::move(config.context)),
-      validate_(config.validate) {}
+namespace {
 
-bool PatternRecognizer::has_context(const NlpArtifacts& artifacts, std::size_t start) const {
-  if (context_.empty()) return false;
-  const std::size_t from = start > CONTEXT_WINDOW ? start - CONTEXT_WINDOW : 0;
-  std::u32string before(std::u32string_view(artifacts.folded).substr(from, start - from));
-  for (char32_t& c : before) c = text::case_fold_simple(c);
-  return std::any_of(context_.begin(), context_.end(),
-                     [&](const auto& word) { return before.find(word) != before.npos; });
+std::vector<CompiledUserPattern> compiled(const PatternRecognizerConfig& config) {
+  std::vector<CompiledUserPattern> out;
+  for (const auto& pattern : config.user_patterns) out.emplace_back(config.name, pattern);
+  return out;
 }
 
-std::vector<RecognizerResult> PatternRecognizer::analyze(const NlpArtifacts& artifacts) const {
-  std::vector<RecognizerResult> results;
+}  // namespace
+
+PatternRecognizer::PatternRecognizer(PatternRecognizerConfig config)
+    : EntityRecognizer(config.name, {std::move(config.entity)}, std::move(config.language)),
+      patterns_(std::move(config.patterns)),
+      user_patterns_(compiled(config)),
+      deny_list_(config.deny_list),
+      deny_list_score_(config.deny_list_score),
+      context_(std::move(config.context), CONTEXT_WINDOW, config.context_after),
+      validate_(config.validate),
+      invalidate_(config.invalidate) {}
+
+std::vector<PatternRecognizer::Find> PatternRecognizer::find(const NlpArtifacts& artifacts) const {
+  std::vector<Find> found;
   for (const Pattern& pattern : patterns_) {
-    Collector collector{*this, artifacts, pattern, results};
+    const bool labelled = pattern.anchor.kind == Anchor::Kind::AFTER_WORD;
+    Collector collector(*this, artifacts, {pattern.name, pattern.score, labelled}, found);
     if (pattern.anchor.kind == Anchor::Kind::ANYWHERE) {
       for (const auto& match : pattern.regex->find_all(artifacts.folded)) collector.take(match);
       continue;
     }
     for_each_place(artifacts, pattern.anchor, [&](std::size_t at) {
-      if (at < collector.free_from) return;
+      if (at < collector.free_from()) return;
       const auto window = std::u32string_view(artifacts.folded).substr(0, at + WINDOW);
       if (const auto match = pattern.regex->match_at(window, at)) collector.take(*match);
     });
+  }
+  const auto take_all = [&](const Collector::Source& source, const auto& spans) {
+    Collector collector(*this, artifacts, source, found);
+    for (const auto& [start, end] : spans) collector.take(start, end);
+  };
+  for (const auto& pattern : user_patterns_) {
+    // As the text stands, and in the form that shipped patterns read.
+    take_all({pattern.name(), pattern.score()}, pattern.find(artifacts.text));
+    if (artifacts.text != artifacts.folded) {
+      take_all({pattern.name(), pattern.score()}, pattern.find(artifacts.folded));
+    }
+  }
+  take_all({DENY_LIST, deny_list_score_}, deny_list_.find(artifacts.text));
+  return found;
+}
+
+RecognizerResult PatternRecognizer::result_of(const Find& found) const {
+  return {supported_entities().front(), static_cast<std::ptrdiff_t>(found.start),
+          static_cast<std::ptrdiff_t>(found.end), found.score};
+}
+
+std::vector<RecognizerResult> PatternRecognizer::analyze(const NlpArtifacts& artifacts) const {
+  std::vector<RecognizerResult> results;
+  for (const auto& found : find(artifacts)) results.push_back(result_of(found));
+  return results;
+}
+
+std::vector<ExplainedResult> PatternRecognizer::explain(const NlpArtifacts& artifacts) const {
+  std::vector<ExplainedResult> results;
+  for (const auto& found : find(artifacts)) {
+    results.push_back({result_of(found),
+                       {name(), std::string(found.pattern_name), found.original_score, found.score,
+                        text::encode_utf8(found.context_word), found.valid}});
   }
   return results;
 }

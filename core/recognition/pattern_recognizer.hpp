@@ -11,7 +11,10 @@
 #include <string_view>
 #include <vector>
 
+#include "core/recognition/context_words.hpp"
+#include "core/recognition/deny_list.hpp"
 #include "core/recognition/entity_recognizer.hpp"
+#include "core/recognition/user_pattern.hpp"
 #include "core/text/regex.hpp"
 
 namespace core::recognition {
@@ -49,35 +52,55 @@ struct Pattern {
 // leaves it as it is.
 using Validate = std::optional<bool> (*)(std::u32string_view surface);
 
+// Whether a hit is to be dropped that no checksum can tell, such as 000-00-0000.
+using Invalidate = bool (*)(std::u32string_view surface);
+
 struct PatternRecognizerConfig {
   std::string name;
   std::string entity;
-  std::vector<Pattern> patterns;
-  // In lower case. One of them within CONTEXT_WINDOW before a hit raises its score.
+  std::vector<Pattern> patterns = {};
+  // One of them near a hit raises its score; see ContextWords.
   std::vector<std::u32string> context = {};
   // Not asked about hits behind a label: the label is proof enough.
   Validate validate = nullptr;
   std::string language = {};
+  Invalidate invalidate = nullptr;
+  // How far behind a hit context words count, in code points.
+  std::size_t context_after = 0;
+  // Patterns that nobody has checked. The hit is the whole match.
+  std::vector<UserPattern> user_patterns = {};
+  std::vector<std::u32string> deny_list = {};  // words that are hits wherever they stand
+  double deny_list_score = 1.0;
 };
 
 class PatternRecognizer : public EntityRecognizer {
  public:
-  static constexpr std::size_t CONTEXT_WINDOW = 24;  // code points
-  static constexpr double CONTEXT_BONUS = 0.35;
+  static constexpr std::size_t CONTEXT_WINDOW = 24;  // before a hit, code points
   // What an anchored pattern sees of the text, from its place on. No number is
   // longer, and the engine looks ahead for characters that a pattern requires.
   static constexpr std::size_t WINDOW = 256;  // code points
+  // The name of the deny list where a hit is explained.
+  static constexpr std::string_view DENY_LIST = "deny_list";
 
+  // Throws RegexError for a user's pattern that does not compile.
   explicit PatternRecognizer(PatternRecognizerConfig config);
+  // Throws RegexError for a user's pattern that takes too long.
   std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;
+  std::vector<ExplainedResult> explain(const NlpArtifacts& artifacts) const override;
 
  private:
-  struct Collector;
-  bool has_context(const NlpArtifacts& artifacts, std::size_t start) const;
+  struct Find;
+  class Collector;
+  std::vector<Find> find(const NlpArtifacts& artifacts) const;
+  RecognizerResult result_of(const Find& found) const;
 
   std::vector<Pattern> patterns_;
-  std::vector<std::u32string> context_;
+  std::vector<CompiledUserPattern> user_patterns_;
+  DenyList deny_list_;
+  double deny_list_score_;
+  ContextWords context_;
   Validate validate_;
+  Invalidate invalidate_;
 };
 
 }  // namespace core::recognition

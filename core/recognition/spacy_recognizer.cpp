@@ -5,25 +5,33 @@
 
 namespace core::recognition {
 
-std::vector<RecognizerResult> entities_for(const EntityRecognizer& recognizer,
-                                           const NlpArtifacts& artifacts) {
-  const auto& kinds = recognizer.supported_entities();
+bool NlpEntityRecognizer::reports(const RecognizerResult& result) const {
+  const auto& kinds = supported_entities();
+  return std::find(kinds.begin(), kinds.end(), result.entity_type) != kinds.end();
+}
+
+std::vector<RecognizerResult> NlpEntityRecognizer::analyze(const NlpArtifacts& artifacts) const {
   std::vector<RecognizerResult> results;
   for (const auto& entity : artifacts.entities) {
-    if (std::find(kinds.begin(), kinds.end(), entity.result.entity_type) != kinds.end()) {
-      results.push_back(entity.result);
-    }
+    if (reports(entity.result)) results.push_back(entity.result);
+  }
+  return results;
+}
+
+std::vector<ExplainedResult> NlpEntityRecognizer::explain(const NlpArtifacts& artifacts) const {
+  std::vector<ExplainedResult> results;
+  for (const auto& entity : artifacts.entities) {
+    if (!reports(entity.result)) continue;
+    results.push_back(
+        {entity.result,
+         {name(), std::string(entity.finder), entity.result.score, entity.result.score}});
   }
   return results;
 }
 
 SpacyRecognizer::SpacyRecognizer(std::string supported_language,
                                  std::vector<std::string> supported_entities)
-    : EntityRecognizer("SpacyRecognizer", std::move(supported_entities),
-                       std::move(supported_language)) {}
-
-std::vector<RecognizerResult> SpacyRecognizer::analyze(const NlpArtifacts& artifacts) const {
-  return entities_for(*this, artifacts);
-}
+    : NlpEntityRecognizer("SpacyRecognizer", std::move(supported_entities),
+                          std::move(supported_language)) {}
 
 }  // namespace core::recognition

@@ -5,15 +5,21 @@
 
 namespace core::recognition {
 
-// The engine's entities of the recognizer's kinds.
-std::vector<RecognizerResult> entities_for(const EntityRecognizer& recognizer,
-                                           const NlpArtifacts& artifacts);
+// Reports the engine's entities of its kinds.
+class NlpEntityRecognizer : public EntityRecognizer {
+ public:
+  using EntityRecognizer::EntityRecognizer;
+  std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;
+  std::vector<ExplainedResult> explain(const NlpArtifacts& artifacts) const override;
 
-// Reports what the engine found in a text of one language.
-class SpacyRecognizer : public EntityRecognizer {
+ private:
+  bool reports(const RecognizerResult& result) const;
+};
+
+// What the engine found in a text of one language.
+class SpacyRecognizer : public NlpEntityRecognizer {
  public:
   SpacyRecognizer(std::string supported_language, std::vector<std::string> supported_entities);
-  std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;
 };
 
 }  // namespace core::recognition

@@ -14,8 +14,10 @@ namespace core::anonymization {
 namespace {
 
 std::vector<recognition::Refinement> name_refinements() {
-  return {nlp::add_neighbouring_persons, nlp::drop_misplaced, nlp::add_further_mentions,
-          nlp::drop_misplaced};
+  return {{"neighbouring persons", nlp::add_neighbouring_persons},
+          {"misplaced names", nlp::drop_misplaced},
+          {"further mentions", nlp::add_further_mentions},
+          {"misplaced names", nlp::drop_misplaced}};
 }
 
 bool is_zh_spacy(const recognition::EntityRecognizer& recognizer) {

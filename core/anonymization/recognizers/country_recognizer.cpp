@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "core/anonymization/country_names.hpp"
+#include "core/recognition/word_edges.hpp"
 #include "core/text/multi_pattern.hpp"
 #include "core/text/unicode.hpp"
 
@@ -19,8 +20,6 @@ constexpr double SCORE = 0.6;
 // An abbreviation such as US is no word of a sentence in capitals.
 constexpr std::size_t LONGEST_ABBREVIATION = 3;
 
-char32_t folded_letter(char32_t c) { return text::case_fold_simple(c); }
-
 struct Words {
   std::vector<std::u32string> spellings;
   std::unique_ptr<const MultiPattern> search;
@@ -29,7 +28,8 @@ struct Words {
 Words make_words() {
   Words words{known_country_names(), nullptr};
   std::vector<std::u32string> keys = words.spellings;
-  for (auto& key : keys) std::transform(key.begin(), key.end(), key.begin(), folded_letter);
+  for (auto& key : keys)
+    std::transform(key.begin(), key.end(), key.begin(), recognition::fold_letter);
   words.search =
       std::make_unique<MultiPattern>(std::vector<std::u32string_view>(keys.begin(), keys.end()));
   return words;
@@ -40,10 +40,9 @@ const Words& words() {
   return instance;
 }
 
-bool is_latin(char32_t c) { return text::is_ascii_alnum(c) || (c >= 0xC0 && c <= 0x24F); }
-
 bool is_small_letter(char32_t c) {
-  return is_latin(c) && !text::is_ascii_digit(c) && c == folded_letter(c);
+  return recognition::is_spaced_letter(c) && !text::is_ascii_digit(c) &&
+         c == recognition::fold_letter(c);
 }
 
 bool is_spelled(std::u32string_view surface, std::u32string_view spelling) {
@@ -52,11 +51,10 @@ bool is_spelled(std::u32string_view surface, std::u32string_view spelling) {
          std::none_of(surface.begin(), surface.end(), is_small_letter);
 }
 
-// A word of Latin letters stands alone; US$ is a currency.
-bool stands_alone(std::u32string_view t, const MultiPattern::Hit& hit) {
-  if (is_latin(t[hit.start]) && hit.start > 0 && is_latin(t[hit.start - 1])) return false;
-  if (!is_latin(t[hit.end - 1]) || hit.end == t.size()) return true;
-  return !is_latin(t[hit.end]) && t[hit.end] != U'$';
+// A whole word; US$ is a currency.
+bool is_word(std::u32string_view t, const MultiPattern::Hit& hit) {
+  return recognition::stands_alone(t, hit.start, hit.end) &&
+         !(hit.end < t.size() && t[hit.end] == U'$');
 }
 
 // Whether a word of the class covers a part of the hit.
@@ -81,7 +79,7 @@ std::vector<RecognizerResult> CountryRecognizer::analyze(const NlpArtifacts& art
   const std::u32string_view t = artifacts.folded;
   std::vector<RecognizerResult> results;
   const auto visit = [&](const MultiPattern::Hit& hit) {
-    if (!stands_alone(t, hit) || is_taken(artifacts, hit)) return;
+    if (!is_word(t, hit) || is_taken(artifacts, hit)) return;
     if (!is_spelled(t.substr(hit.start, hit.end - hit.start), words().spellings[hit.pattern])) {
       return;
     }
@@ -92,7 +90,7 @@ std::vector<RecognizerResult> CountryRecognizer::analyze(const NlpArtifacts& art
     while (!results.empty() && results.back().start >= result.start) results.pop_back();
     if (results.empty() || results.back().end <= result.start) results.push_back(result);
   };
-  words().search->scan(t, visit, folded_letter);
+  words().search->scan(t, visit, recognition::fold_letter);
   return results;
 }
 

@@ -2,8 +2,8 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/documents.hpp"
-#include "core/anonymization_core.hpp"
 #include "core/anonymization/analyzer/embedded_analyzer.hpp"
+#include "core/anonymization_core.hpp"
 
 namespace {
 

@@ -41,7 +41,10 @@ void measure(benchmark::State& state, Room room) {
 }
 
 void growing(benchmark::internal::Benchmark* b) {
-  b->RangeMultiplier(10)->Range(1'000, 1'000'000)->Complexity(benchmark::oNLogN)->Unit(benchmark::kMicrosecond);
+  b->RangeMultiplier(10)
+      ->Range(1'000, 1'000'000)
+      ->Complexity(benchmark::oNLogN)
+      ->Unit(benchmark::kMicrosecond);
 }
 
 #define ROOM(name, ...)                                          \

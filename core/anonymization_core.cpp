@@ -62,8 +62,8 @@ AnonymizedDocument anonymize(std::u32string_view text, const Analyzer& analyzer,
   masked.splice_right_to_left(edits_of(out.replacements));
   apply_entity_surface_sync(masked, text, analyzer, out.language, filtered, org_by_okey);
   strip_docx_joiner_sequences(masked);
-  out.placements = std::move(masked).release_placements();
-  out.text = std::move(masked).release();
+  out.placements = masked.take_placements();
+  out.text = masked.take_text();
   return out;
 }
 

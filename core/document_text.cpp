@@ -58,7 +58,7 @@ std::u32string apply_document_text_replacements(
       canonical_replacements(text, filtered_replacements, org_by_okey, language);
   MaskedText out(text);
   out.splice_right_to_left(edits_of(replacements));
-  return std::move(out).release();
+  return out.take_text();
 }
 
 }  // namespace core::anonymization

@@ -34,7 +34,7 @@ std::u32string _apply_entity_surface_sync_to_text(
   MaskedText masked(out);
   apply_entity_surface_sync(masked, src_text, analyzer, language, filtered_replacements,
                             org_by_okey);
-  return std::move(masked).release();
+  return masked.take_text();
 }
 
 }  // namespace core::anonymization

@@ -31,7 +31,7 @@ AnonymizedDocument with_labels(AnonymizedDocument document, std::string_view loc
     p.start = moved.start;
     p.end = moved.end;
   }
-  document.text = std::move(text).release();
+  document.text = text.take_text();
   for (auto& r : document.replacements) r.placeholder = relabelled(r.placeholder, locale);
   for (auto& m : document.mapping) m.placeholder = relabelled(m.placeholder, locale);
   return document;

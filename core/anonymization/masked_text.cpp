@@ -86,11 +86,11 @@ Cells splice(std::u32string_view text, const std::vector<Edit>& edits) {
 struct Region {
   Offset start;
   Offset end;
-  std::span<Placement> placements;
+  std::span<const Placement> placements;
   std::span<const Edit> edits;
 };
 
-std::vector<Region> regions(std::span<Placement> placements, std::span<const Edit> edits) {
+std::vector<Region> regions(std::span<const Placement> placements, std::span<const Edit> edits) {
   std::vector<Region> out;
   while (!placements.empty() || !edits.empty()) {
     const bool edit_first =
@@ -143,9 +143,9 @@ void MaskedText::write(const std::vector<Edit>& edits) {
     out += text::slice(text_, at, region.end);
     made.end = size_of(out);
     at = region.start;
-    for (Placement& p : region.placements) {
+    for (const Placement& p : region.placements) {
       made.surface += text::slice(text_, at, p.start);
-      made.surface += std::move(p.surface);
+      made.surface += p.surface;
       at = p.end;
     }
     made.surface += text::slice(text_, at, region.end);

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/anonymization/result.hpp"
@@ -57,8 +58,9 @@ class MaskedText {
   // on a text without placements. Linear but for the sort.
   void splice_right_to_left(std::vector<Edit> edits);
 
-  std::u32string release() && { return std::move(text_); }
-  std::vector<Placement> release_placements() && { return std::move(placements_); }
+  // The text, or the placements, for good: what is taken is empty afterwards.
+  std::u32string take_text() { return std::exchange(text_, {}); }
+  std::vector<Placement> take_placements() { return std::exchange(placements_, {}); }
 
  private:
   std::u32string text_;

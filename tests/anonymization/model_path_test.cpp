@@ -28,7 +28,7 @@ class ModelPath : public ::testing::Test {
   }
 
   fs::path make_model(const fs::path& relative) {
-    const auto dir = root_ / relative;
+    auto dir = root_ / relative;
     fs::create_directories(dir);
     std::ofstream(dir / "meta.json") << "{}";
     std::ofstream(dir / "config.cfg") << "";

@@ -153,8 +153,7 @@ TEST(SpreadSurfaces, GivesWhatOnePairAfterTheOtherGives) {
                                         U"\u212A"};
   const auto draw = [&](unsigned most) {
     std::u32string out;
-    for (auto n = random() % (most + 1); n > 0; --n)
-      out += pieces[random() % std::size(pieces)];
+    for (auto n = random() % (most + 1); n > 0; --n) out += pieces[random() % std::size(pieces)];
     return out;
   };
   for (int round = 0; round < 20'000; ++round) {

@@ -1,11 +1,11 @@
 // Clauses end to end. A file of tests/golden holds a clause with the hits of an
 // analyzer marked as {TYPE|surface}, a line "----", and the masked text.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+
+#include <gtest/gtest.h>
 
 #include "core/anonymization_core.hpp"
 #include "tests/support/notation.hpp"

@@ -104,6 +104,7 @@ TEST(Regex, DeepMatchesNeedNoDeepStack) {
 TEST(Regex, ServesSeveralThreads) {
   const Regex word("word", UR"(甲方\d+)");
   std::vector<std::thread> threads;
+  threads.reserve(4);
   std::atomic<int> found = 0;
   for (int t = 0; t < 4; ++t) {
     threads.emplace_back([&] {

@@ -298,6 +298,7 @@ std::vector<bool> meets_a_placeholder(const std::vector<SurfacePlaceholder>& pai
   if (has_empty) return meets;
   PlaceholderEdges edges;
   std::vector<std::u32string> surfaces;
+  surfaces.reserve(pairs.size());
   std::unordered_map<std::u32string_view, std::vector<std::size_t>> by_surface;
   std::u32string placeholders;
   for (const auto& pair : pairs) {
@@ -312,6 +313,7 @@ std::vector<bool> meets_a_placeholder(const std::vector<SurfacePlaceholder>& pai
     by_surface[surfaces[i]].push_back(i);
   }
   std::vector<std::u32string_view> words;
+  words.reserve(by_surface.size());
   for (const auto& [surface, indices] : by_surface) words.push_back(surface);
   text::MultiPattern(words).scan(placeholders, [&](const text::MultiPattern::Hit& hit) {
     for (const std::size_t i : by_surface[words[hit.pattern]]) meets[i] = true;
@@ -325,7 +327,7 @@ std::u32string _replace_party_org_surface_safe(std::u32string_view text, std::u3
                                                std::u32string_view placeholder) {
   MaskedText out(text);
   spread_one(out, {std::u32string(name), std::u32string(placeholder)});
-  return std::move(out).release();
+  return out.take_text();
 }
 
 void spread_surfaces(MaskedText& text, const std::vector<SurfacePlaceholder>& pairs) {

@@ -109,7 +109,7 @@ std::vector<Replacement> _split_replacements_at_joiner(std::vector<Replacement> 
 std::u32string _strip_docx_joiner_sequences(std::u32string_view text) {
   MaskedText out(text);
   strip_docx_joiner_sequences(out);
-  return std::move(out).release();
+  return out.take_text();
 }
 
 void strip_docx_joiner_sequences(MaskedText& text) {

@@ -88,8 +88,10 @@ void warn_of_placeholders(std::u32string_view text, std::ostream& err) {
 anonymization::AnonymizedDocument mask(std::u32string_view text, const AnonymizeOptions& options,
                                        const AnalyzerFactory& make_analyzer) {
   const GuardedAnalyzer analyzer(make_analyzer, options.profile);
+  const auto aliases =
+      options.aliases == "one" ? anonymization::Aliases::ONE : anonymization::Aliases::SEPARATE;
   auto document =
-      anonymization::anonymize_document(text, analyzer, options.language, options.profile);
+      anonymization::anonymize_document(text, analyzer, options.language, options.profile, aliases);
   if (options.labels == "core") return document;
   const auto locale = options.labels == "auto" ? document.language : options.labels;
   return anonymization::with_labels(std::move(document), locale);

@@ -70,6 +70,9 @@ void add_anonymize_options(CLI::App& command, AnonymizeOptions& options) {
   add_choice(command, "--labels", options.labels, {"auto", "zh", "en", "core"},
              "How organizations and addresses read:\nzh [机构1], en [ORG1], auto as the language "
              "of the document,\ncore as the library writes them");
+  add_choice(command, "--aliases", options.aliases, {"one", "separate"},
+             "Names by which one party or person goes (北京华信科技有限公司\nand 华信科技): one "
+             "placeholder, or separate ones");
   command.add_option("-o,--output", options.output, "Write to this file, not to standard output")
       ->type_name("FILE");
   command.add_option("--mapping", options.mapping, "Write the mapping to this file, as JSON")

@@ -13,6 +13,7 @@ struct AnonymizeOptions {
   std::string language = "auto";
   std::string profile = "contract_default";
   std::string labels = "auto";
+  std::string aliases = "one";
   std::string output;   // empty: standard output
   std::string mapping;  // empty: none is written
   bool json = false;

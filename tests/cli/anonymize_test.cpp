@@ -13,6 +13,7 @@ using test::run;
 
 constexpr auto COMPANY = "北京华信科技有限公司";
 const auto ANALYZER = test::finding({{"ORGANIZATION", COMPANY},
+                                     {"ORGANIZATION", "华信科技"},
                                      {"EMAIL_ADDRESS", "lin@example.com"},
                                      {"ORGANIZATION", "Hollin Limited"}});
 
@@ -43,6 +44,9 @@ TEST(Anonymize, WritesTheTextAndNothingElse) {
       {"zh", {"--labels", "zh"}, "Party A: Hollin Limited", "Party A: [机构1]"},
       {"en", {"--labels", "en"}, "甲方：北京华信科技有限公司", "甲方：[ORG1]"},
       {"core writes one form", {"--labels", "core"}, "A: Hollin Limited", "A: [机构1]"},
+      // Aliases.
+      {"一家公司一个编号", {}, "北京华信科技有限公司；华信科技", "[机构1]；[机构1]"},
+      {"分开编号", {"--aliases", "separate"}, "北京华信科技有限公司；华信科技", "[机构1]；[机构2]"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.why);
@@ -85,6 +89,7 @@ TEST(Anonymize, RefusesWrongCommandLines) {
       {"unknown option", {"anonymize", "--quick"}, "--quick"},
       {"language", {"anonymize", "-l", "fr"}, "--language"},
       {"labels", {"anonymize", "--labels", "fr"}, "--labels"},
+      {"aliases", {"anonymize", "--aliases", "two"}, "--aliases"},
       {"an unknown profile lists the known ones", {"anonymize", "--profile", "x"}, "identity"},
       {"a file without a name", {"anonymize", "--mapping", ""}, "name"},
       {"mapping over the input", {"anonymize", file, "--mapping", file}, "input"},

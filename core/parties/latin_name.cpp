@@ -116,6 +116,34 @@ bool stands_at(const std::vector<std::u32string>& words, const std::vector<std::
          std::equal(words.begin(), words.end(), longer.begin() + static_cast<std::ptrdiff_t>(at));
 }
 
+// The same words, perhaps without the legal form.
+Likeness whole_likeness(const OrganizationName& name, const OrganizationName& longer) {
+  if (!name.form.empty()) return name.form == longer.form ? Likeness::SHORT : Likeness::NONE;
+  const auto& first = name.words.front();
+  const bool known = first.size() >= MIN_LATIN_NAME && !common_words().contains(first);
+  return name.words.size() > 1 || known ? Likeness::SHORT : Likeness::POSSIBLE;
+}
+
+// The first words, with `next` behind them in the longer name.
+Likeness head_likeness(const OrganizationName& name, const std::u32string& next) {
+  if (!name.form.empty()) return Likeness::NONE;
+  const auto& first = name.words.front();
+  const bool known = first.size() >= MIN_LATIN_BRAND && !common_words().contains(first) &&
+                     !latin_places().contains(first);
+  // Behind a short name a place marks another company of the same house.
+  const bool is_house = next.front() == U'(' || latin_places().contains(next);
+  return known && !is_house ? Likeness::SHORT : Likeness::POSSIBLE;
+}
+
+// Mulin Advisory of Shenzhen Qianhai Mulin Advisory
+bool is_tail(const OrganizationName& name, const OrganizationName& longer) {
+  constexpr std::size_t MIN_TAIL = 2;
+  return name.form.empty() && name.words.size() >= MIN_TAIL && longer.place_words > 0 &&
+         longer.words.size() > name.words.size() &&
+         stands_at(name.words, longer.words, longer.words.size() - name.words.size()) &&
+         !common_words().contains(name.words.front());
+}
+
 }  // namespace
 
 OrganizationName parse_latin(std::u32string_view surface) {
@@ -140,31 +168,13 @@ OrganizationName parse_latin(std::u32string_view surface) {
 
 Likeness latin_likeness(const OrganizationName& name, const OrganizationName& longer) {
   if (name.words.empty()) return Likeness::NONE;
-  const auto& first = name.words.front();
   for (const std::size_t at : {std::size_t{0}, longer.place_words}) {
     if (!stands_at(name.words, longer.words, at)) continue;
     const auto end = at + name.words.size();
-    if (end == longer.words.size()) {
-      if (!name.form.empty()) {
-        return name.form == longer.form ? Likeness::SHORT : Likeness::NONE;
-      }
-      const bool known = first.size() >= MIN_LATIN_NAME && !common_words().contains(first);
-      return name.words.size() > 1 || known ? Likeness::SHORT : Likeness::POSSIBLE;
-    }
-    if (!name.form.empty()) return Likeness::NONE;
-    // Behind a short name a place marks another company of the same house.
-    const auto& next = longer.words[end];
-    const bool known = first.size() >= MIN_LATIN_BRAND && !common_words().contains(first) &&
-                       !latin_places().contains(first);
-    return known && next.front() != U'(' && !latin_places().contains(next) ? Likeness::SHORT
-                                                                           : Likeness::POSSIBLE;
+    return end == longer.words.size() ? whole_likeness(name, longer)
+                                      : head_likeness(name, longer.words[end]);
   }
-  // Mulin Advisory of Shenzhen Qianhai Mulin Advisory
-  constexpr std::size_t MIN_TAIL = 2;
-  const bool tail = name.form.empty() && name.words.size() >= MIN_TAIL && longer.place_words > 0 &&
-                    longer.words.size() > name.words.size() &&
-                    stands_at(name.words, longer.words, longer.words.size() - name.words.size());
-  return tail && !common_words().contains(first) ? Likeness::SHORT : Likeness::NONE;
+  return is_tail(name, longer) ? Likeness::SHORT : Likeness::NONE;
 }
 
 bool is_acronym(std::u32string_view alias, std::u32string_view name) {

@@ -81,32 +81,40 @@ class TextReader {
   // The parties that the alias may be defined for; none if nothing tells.
   std::vector<std::size_t> antecedents(std::size_t alias) const {
     const auto& defined = mentions_[alias];
-    std::optional<std::size_t> direct;
     std::vector<std::size_t> alike;
+    std::optional<std::size_t> direct;
     bool is_related = false;
     Offset from = defined.defined_at;
     for (std::size_t n = 0; n < NEAREST_NAMES && n < alias; ++n) {
       const auto& before = mentions_[alias - 1 - n];
-      if (before.end > defined.start || before.name == defined.name) continue;
+      if (before.name == defined.name) continue;
       const bool in_bracket = before.end > defined.defined_at;
       if (!in_bracket) {
-        if (defined.defined_at - before.end > WIDEST_DEFINITION) break;
         const auto gap = between(before.end, from);
-        if (gap.find_first_of(ENDS) != gap.npos) break;
+        if (ends_definition(before, defined, gap)) break;
         is_related = is_related || RE_RELATION.search(gap).has_value();
-        from = std::max(before.start, Offset{0});
-        const auto whole = between(before.end, defined.defined_at);
-        if (!direct && RE_NOTHING.full_match(whole)) direct = before.name;
+        from = before.start;
+        if (!direct && is_direct(before, defined)) direct = before.name;
       }
       // An alias that stands in the same bracket is not what another one is for.
-      if (in_bracket && before.is_alias()) continue;
-      if (abbreviates(names_.surface(defined.name), names_.surface(before.name))) {
+      const bool may_be_meant = !in_bracket || !before.is_alias();
+      if (may_be_meant && abbreviates(names_.surface(defined.name), names_.surface(before.name))) {
         alike.push_back(before.name);
       }
     }
     if (alike.empty() && direct && !is_related) alike.push_back(*direct);
     for (auto& name : alike) name = names_.party(name);
     return alike;
+  }
+
+  static bool ends_definition(const Mention& before, const Mention& defined,
+                              std::u32string_view gap) {
+    return defined.defined_at - before.end > WIDEST_DEFINITION ||
+           gap.find_first_of(ENDS) != gap.npos;
+  }
+
+  bool is_direct(const Mention& before, const Mention& defined) const {
+    return RE_NOTHING.full_match(between(before.end, defined.defined_at)).has_value();
   }
 
   struct Pair {

@@ -92,7 +92,7 @@ class TextReader {
       if (!in_bracket) {
         const auto gap = between(before.end, from);
         if (ends_definition(before, defined, gap)) break;
-        is_related = is_related || RE_RELATION.search(gap).has_value();
+        is_related |= RE_RELATION.search(gap).has_value();
         from = before.start;
         if (!direct && is_direct(before, defined)) direct = before.name;
       }

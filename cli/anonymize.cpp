@@ -15,6 +15,7 @@
 #include "core/anonymization/placeholders.hpp"
 #include "core/anonymization_core.hpp"
 #include "core/errors.hpp"
+#include "core/recognition/recognizer_file.hpp"
 #include "core/text/utf8.hpp"
 
 namespace cli {
@@ -50,8 +51,8 @@ Input decode(std::string_view bytes, const std::string& name) {
 // Tells the failures of the analyzer from all others.
 class GuardedAnalyzer : public anonymization::Analyzer {
  public:
-  GuardedAnalyzer(const AnalyzerFactory& make, std::string_view profile) {
-    guard([&] { analyzer_ = make(profile); });
+  GuardedAnalyzer(const AnalyzerFactory& make, const AnalyzerOptions& options) {
+    guard([&] { analyzer_ = make(options); });
   }
 
   std::vector<anonymization::RecognizerResult> analyze(std::u32string_view text,
@@ -85,9 +86,19 @@ void warn_of_placeholders(std::u32string_view text, std::ostream& err) {
       << " like a placeholder; kept as it is\n";
 }
 
+core::recognition::RecognizerList recognizers_of(const std::string& file) {
+  if (file.empty()) return {};
+  try {
+    return core::recognition::load_recognizers(file);
+  } catch (const core::Error& e) {
+    throw Failure(EXIT_INPUT, e.what());
+  }
+}
+
 anonymization::AnonymizedDocument mask(std::u32string_view text, const AnonymizeOptions& options,
                                        const AnalyzerFactory& make_analyzer) {
-  const GuardedAnalyzer analyzer(make_analyzer, options.profile);
+  const GuardedAnalyzer analyzer(make_analyzer,
+                                 {options.profile, recognizers_of(options.recognizers)});
   const auto aliases =
       options.aliases == "one" ? anonymization::Aliases::ONE : anonymization::Aliases::SEPARATE;
   auto document =

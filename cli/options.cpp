@@ -46,7 +46,7 @@ constexpr auto DETAILS =
     "  0  done (also when the reader of the output went away early, as head does)\n"
     "  1  failed otherwise, for example the output could not be written\n"
     "  2  the command line is wrong\n"
-    "  3  the input could not be read, or is not UTF-8 text\n"
+    "  3  the input or the file of recognizers could not be read or understood\n"
     "  4  the analyzer failed\n";
 
 // One of `values`; the page of help shows them, and the default, itself.
@@ -73,6 +73,10 @@ void add_anonymize_options(CLI::App& command, AnonymizeOptions& options) {
   add_choice(command, "--aliases", options.aliases, {"one", "separate"},
              "Names by which one party or person goes (北京华信科技有限公司\nand 华信科技): one "
              "placeholder, or separate ones");
+  command
+      .add_option("--recognizers", options.recognizers,
+                  "Find what this file describes as well (JSON or YAML,\nsee docs/recognizers.md)")
+      ->type_name("FILE");
   command.add_option("-o,--output", options.output, "Write to this file, not to standard output")
       ->type_name("FILE");
   command.add_option("--mapping", options.mapping, "Write the mapping to this file, as JSON")
@@ -87,7 +91,7 @@ void check_files(const CLI::App& command, const AnonymizeOptions& options) {
     return command.count(name) > 0 && path.empty();
   };
   if (empty("FILE", options.input) || empty("--output", options.output) ||
-      empty("--mapping", options.mapping)) {
+      empty("--mapping", options.mapping) || empty("--recognizers", options.recognizers)) {
     throw Failure(EXIT_USAGE, "a file needs a name");
   }
   if (options.mapping.empty()) return;

@@ -14,8 +14,9 @@ struct AnonymizeOptions {
   std::string profile = "contract_default";
   std::string labels = "auto";
   std::string aliases = "one";
-  std::string output;   // empty: standard output
-  std::string mapping;  // empty: none is written
+  std::string output;       // empty: standard output
+  std::string mapping;      // empty: none is written
+  std::string recognizers;  // a file; empty: none
   bool json = false;
 };
 

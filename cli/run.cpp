@@ -8,15 +8,16 @@
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/options.hpp"
-#include "core/errors.hpp"
 #include "core/anonymization/analyzer/embedded_analyzer.hpp"
+#include "core/errors.hpp"
 
 namespace cli {
 namespace {
 
-std::unique_ptr<core::anonymization::Analyzer> embedded_analyzer(std::string_view profile) {
+std::unique_ptr<core::anonymization::Analyzer> embedded_analyzer(const AnalyzerOptions& options) {
   return core::anonymization::make_embedded_analyzer(
-      core::anonymization::EmbeddedOptions{.percentages_and_quantities = profile == "strict"});
+      {.percentages_and_quantities = options.profile == "strict",
+       .recognizers = options.recognizers});
 }
 
 int fail(std::ostream& err, ExitCode code, std::string_view message) {

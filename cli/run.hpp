@@ -9,9 +9,9 @@
 #include <memory>
 #include <span>
 #include <string>
-#include <string_view>
 
 #include "core/anonymization/analyzer.hpp"
+#include "core/recognition/recognizer_registry.hpp"
 
 namespace cli {
 
@@ -24,9 +24,14 @@ enum ExitCode {
   EXIT_ANALYZER = 4,  // the analyzer failed or could not be reached
 };
 
-// Makes the analyzer that serves a profile.
+struct AnalyzerOptions {
+  std::string profile;
+  core::recognition::RecognizerList recognizers = {};  // of the user
+};
+
+// Makes the analyzer that a command asks for.
 using AnalyzerFactory =
-    std::function<std::unique_ptr<core::anonymization::Analyzer>(std::string_view profile)>;
+    std::function<std::unique_ptr<core::anonymization::Analyzer>(const AnalyzerOptions& options)>;
 
 // `args` without the program's name. Returns an ExitCode; throws nothing.
 int run(std::span<const std::string> args, std::istream& in, std::ostream& out, std::ostream& err);

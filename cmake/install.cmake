@@ -14,6 +14,14 @@ install(FILES core/anonymization/analyzer.hpp core/anonymization/masked_text.hpp
         DESTINATION ${headers_dir}/core/anonymization)
 install(FILES core/anonymization/analyzer/embedded_analyzer.hpp
         DESTINATION ${headers_dir}/core/anonymization/analyzer)
+# What a recognizer of one's own is written with
+install(FILES core/recognition/context_words.hpp core/recognition/deny_list.hpp
+              core/recognition/entity_recognizer.hpp core/recognition/explanation.hpp
+              core/recognition/nlp_artifacts.hpp core/recognition/pattern_recognizer.hpp
+              core/recognition/recognizer_file.hpp core/recognition/recognizer_registry.hpp
+              core/recognition/user_pattern.hpp
+        DESTINATION ${headers_dir}/core/recognition)
+install(FILES core/text/multi_pattern.hpp core/text/regex.hpp DESTINATION ${headers_dir}/core/text)
 
 install(EXPORT veildocTargets NAMESPACE veildoc:: DESTINATION ${package_dir})
 configure_package_config_file(cmake/veildocConfig.cmake.in veildocConfig.cmake

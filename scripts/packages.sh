@@ -3,7 +3,7 @@
 
 # To build and run the command.
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpcre2-dev libicu-dev
-  nlohmann-json3-dev libcli11-dev"
+  nlohmann-json3-dev libcli11-dev libyaml-cpp-dev"
 # To build and run the tests.
 TEST_PACKAGES="libgtest-dev"
 # For the further checks of ./test --all.

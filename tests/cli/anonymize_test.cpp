@@ -188,9 +188,9 @@ TEST(Anonymize, WarnsOfTextThatReadsLikeAPlaceholder) {
 
 TEST(Anonymize, GivesTheProfileToTheAnalyzer) {
   std::string asked;
-  const cli::AnalyzerFactory analyzer = [&](std::string_view profile) {
-    asked = profile;
-    return ANALYZER(profile);
+  const cli::AnalyzerFactory analyzer = [&](const cli::AnalyzerOptions& options) {
+    asked = options.profile;
+    return ANALYZER(options);
   };
   EXPECT_EQ(run({"anonymize", "--profile", "strict"}, COMPANY, analyzer).code, cli::EXIT_DONE);
   EXPECT_EQ(asked, "strict");

@@ -43,7 +43,9 @@ class FindingAnalyzer : public core::anonymization::Analyzer {
 }  // namespace
 
 cli::AnalyzerFactory finding(const Surfaces& surfaces) {
-  return [surfaces](std::string_view) { return std::make_unique<FindingAnalyzer>(surfaces); };
+  return [surfaces](const cli::AnalyzerOptions&) {
+    return std::make_unique<FindingAnalyzer>(surfaces);
+  };
 }
 
 Ran run(const std::vector<std::string>& args, const std::string& in,

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/recognition/pattern_recognizer.hpp"
 #include "tests/support/notation.hpp"
 
 namespace core::anonymization {
@@ -66,6 +67,21 @@ TEST(EmbeddedAnalyzer, EndsOnLongRepetitiveTexts) {
       ASSERT_LE(hit.end, static_cast<std::ptrdiff_t>(text.size()));
     }
   }
+}
+
+TEST(EmbeddedAnalyzer, RunsFurtherRecognizers) {
+  const auto numbers =
+      std::make_shared<recognition::PatternRecognizer>(recognition::PatternRecognizerConfig{
+          .name = "Contract numbers",
+          .entity = "CONTRACT_NO",
+          .context = {U"合同编号"},
+          .validate = [](std::u32string_view s) { return std::optional(s.back() == U'7'); },
+          .user_patterns = {{"HX and digits", UR"((?<=HX)\d{6})", 0.3}}});
+  const auto analyzer = make_embedded_analyzer({.recognizers = {numbers}});
+  const auto marked = "合同编号：HX{CONTRACT_NO|123457}，HX123456";
+  auto doc = test::parse(marked);
+  doc.results = analyzer->analyze(doc.text, "zh");
+  EXPECT_EQ(test::render(doc), marked);
 }
 
 TEST(EmbeddedAnalyzer, OptionsAndLanguages) {

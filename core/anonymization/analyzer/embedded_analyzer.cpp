@@ -10,6 +10,9 @@ std::unique_ptr<Analyzer> make_embedded_analyzer(const EmbeddedOptions& options)
   if (options.percentages_and_quantities) {
     recognition::add_quantity_recognizers(analyzer->registry());
   }
+  for (const auto& recognizer : options.recognizers) {
+    analyzer->registry().add_recognizer(recognizer);
+  }
   return analyzer;
 }
 

@@ -3,14 +3,21 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "core/anonymization/analyzer.hpp"
+
+namespace core::recognition {
+class EntityRecognizer;
+}
 
 namespace core::anonymization {
 
 struct EmbeddedOptions {
   // Whether PERCENT and QUANTITY are reported as well.
   bool percentages_and_quantities = false;
+  // Further recognizers, none of them null; they run behind all others.
+  std::vector<std::shared_ptr<const recognition::EntityRecognizer>> recognizers = {};
 };
 
 // Builds the analyzer. Its vocabulary is shared by all analyzers of the process

@@ -43,7 +43,7 @@ void core_by_entities(benchmark::State& state) {
 BENCHMARK(core_by_entities)
     ->RangeMultiplier(4)
     ->Range(64, 16'384)
-    ->Complexity(benchmark::oNLogN)
+    ->Complexity()
     ->Unit(benchmark::kMillisecond);
 
 // A text of 400,000 characters with a growing number of paragraphs.
@@ -57,7 +57,7 @@ void core_by_paragraphs(benchmark::State& state) {
 BENCHMARK(core_by_paragraphs)
     ->RangeMultiplier(4)
     ->Range(64, 16'384)
-    ->Complexity(benchmark::oNLogN)
+    ->Complexity()
     ->Unit(benchmark::kMillisecond);
 
 // The whole path with the embedded analyzer.

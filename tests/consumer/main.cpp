@@ -1,8 +1,8 @@
 // The smallest program that uses the installed package.
 #include <iostream>
 
-#include "core/anonymization_core.hpp"
 #include "core/anonymization/analyzer/embedded_analyzer.hpp"
+#include "core/anonymization_core.hpp"
 
 int main() {
   const auto analyzer = core::anonymization::make_embedded_analyzer();

@@ -21,7 +21,7 @@ using recognition::WordClass;
 // Seldom the second character of a given name, often the first of what follows a name.
 constexpr std::u32string_view NEVER_IN_GIVEN_NAME =
     U"的自与和就在于为曾应须将以等及或向对签任作负担代是到从按由已可提先女称即均不未会该此其各但并且因则被把给让使说经至所有并需拟"
-    U"同系处号";
+    U"同系处号曾仅诉辩述拟须";
 
 // Surnames that are everyday words too: without a label they are none.
 constexpr std::u32string_view WEAK_SURNAMES =
@@ -84,8 +84,17 @@ std::size_t spaced_name_end(std::u32string_view t, std::size_t at) {
   std::size_t i = at + surname;
   while (surname > 0 && i < t.size() && i < at + surname + 2 && t[i] == U' ') ++i;
   if (i == at + surname) return at;
-  const std::size_t end = han_run_end(t, i, 3);
-  return end > i && end - i <= 2 && (surname == 2 || end - i == 1) ? end : at;
+  std::size_t end = han_run_end(t, i, 3);
+  if (end == i || end - i > 2) return at;
+  // 苗 根 生
+  if (end - i == 1 && end + 1 < t.size() && t[end] == U' ' && is_han(t[end + 1]) &&
+      (end + 2 >= t.size() || !is_han(t[end + 2]))) {
+    const std::size_t last = end + 2;
+    const bool ends = last >= t.size() || t[last] != U' ' || last + 1 >= t.size() ||
+                      !is_han(t[last + 1]) || t[last + 1] == t[last];
+    if (ends || surname == 1) end = last;
+  }
+  return end;
 }
 
 // How far the given name reaches behind a surname in running text.
@@ -105,7 +114,9 @@ std::size_t plain_name_end(const NlpArtifacts& a, std::size_t at, NameContext co
   const std::u32string_view t = a.folded;
   const std::size_t run = han_run_end(t, at, LONGEST_PART) - at;
   const std::size_t surname = surname_length(t, at);
-  const bool whole = context == NameContext::LABEL && run >= 2 && run <= 6U;
+  constexpr std::u32string_view NEVER_FIRST = U"其本该各每上下以另此由";
+  const bool whole = context == NameContext::LABEL && run >= 2 && run <= 6U &&
+                     (surname > 0 || NEVER_FIRST.find(t[at]) == NEVER_FIRST.npos);
   if (whole && !holds_word(a, at, at + run) &&
       (surname > 0 || !is_touched(a.of(WordClass::PUBLIC_BODY), at, at + run))) {
     const bool title_inside =
@@ -167,6 +178,11 @@ std::size_t chinese_name_start(const NlpArtifacts& a, std::size_t end) {
            !is_everyday_word(name.substr(0, 2)) && !holds_word(a, at, end) &&
            !is_touched(a.of(WordClass::PERSON_LABEL), at, end);
   };
+  // 叶陈淑芬: the husband's surname before one's own
+  if (fits(4, 1) && surname_length(t, end - 3) == 1 && (end == 4 || !is_han(t[end - 5])) &&
+      WEAK_SURNAMES.find(t[end - 4]) == WEAK_SURNAMES.npos) {
+    return end - 4;
+  }
   if (fits(4, 2)) return end - 4;
   if (fits(3, 2)) return end - 3;
   if (fits(3, 1)) return end - 3;

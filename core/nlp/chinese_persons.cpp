@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_names.hpp"
+#include "core/nlp/chinese_prose_persons.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/nlp/vocabulary.hpp"
@@ -19,10 +22,11 @@ constexpr double PROSE_SCORE = 0.6;
 // or the tab, if there is one, is group 1.
 const Regex RE_SEPARATOR(
     "RE_SEPARATOR",
-    UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?\)?[ ]{0,4}(?:为|是)?(:|(?<=为)|(?<=是)|由|系|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?)");
+    UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?\)?[ ]{0,4}(?:为|是)?(:|(?<=为)|(?<=是)|由|系|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?[「『“"]?)");
 
 // Between the label of a party and its name: 保证人二：, 出租方(甲方)：
-const Regex RE_PARTY("RE_PARTY", UR"([一二三四五\d]?(?:\([^()\n]{1,10}\))?[ ]{0,2}:[ ]{0,8})");
+const Regex RE_PARTY("RE_PARTY",
+                     UR"([一二三四五\d]?[ ]{0,2}(?:\([^()\n]{1,16}\))?[ ]{0,2}:[ ]{0,8})");
 
 // Titles that stand behind persons only; 经理 or 主任 may stand behind 项目 as well.
 constexpr auto SURE_TITLES =
@@ -63,6 +67,8 @@ class Search {
     before_identity_numbers();
     compound_surnames();
     dotted_names();
+    find_prose_persons(a_, out_);
+    lists();
     return std::move(out_);
   }
 
@@ -82,22 +88,100 @@ class Search {
       }
       const auto m = RE_SEPARATOR.match_at(t_, label.end);
       if (!m) continue;
-      const bool marked = m->has(1) && (m->text(1).empty() || m->text(1) == U":");
+      const bool quoted = m->end() > label.end && is_quote(t_[m->end() - 1]);
+      const bool marked = quoted || (m->has(1) && (m->text(1).empty() || m->text(1) == U":"));
       const std::size_t at = m->end();
       // A name is set off by blanks as well, but a sentence that goes on is none.
       const bool blank =
           at > label.end + 1 && t_[at - 1] == U' ' && at < t_.size() && has_surname(at);
+      if (add_foreign_list(at)) continue;
       add_list(at, marked || blank ? NameContext::LABEL : NameContext::PROSE);
     }
+  }
+
+  static bool is_quote(char32_t c) { return c == U'「' || c == U'『' || c == U'“' || c == U'"'; }
+
+  // 技师孟根图雅（…）, 研究生巴特尔等: the sounds of another language up to a mark
+  bool add_foreign_list(std::size_t at) {
+    std::size_t end = at;
+    constexpr std::size_t LONGEST = 7;
+    while (end < t_.size() && end - at < LONGEST && sounds(t_[end])) ++end;
+    if (end - at < 3 || is_chinese_surname(t_.substr(at, 2))) return false;
+    const bool ends = end >= t_.size() || !is_han(t_[end]) || t_[end] == U'等';
+    const bool place = end_of_word_at(a_.of(WordClass::PLACE), at) > at;
+    if (!ends || place || (end < t_.size() && is_dot(t_[end]))) return false;
+    add(at, end, PROSE_SCORE);
+    return true;
+  }
+
+  // 出席：甲、巴特尔、扎西次仁: where two entries of a list are names, short entries are
+  void lists() {
+    std::vector<RecognizerResult> known = out_;
+    std::sort(known.begin(), known.end(),
+              [](const auto& x, const auto& y) { return x.start < y.start; });
+    std::size_t next = 0;
+    for (std::size_t at = 0; at < t_.size();) {
+      const std::size_t stop = list_end(at);
+      std::size_t names = 0;
+      while (next < known.size() && static_cast<std::size_t>(known[next].start) < stop) {
+        const auto start = static_cast<std::size_t>(known[next].start);
+        const auto end = static_cast<std::size_t>(known[next].end);
+        const bool before = start > 0 && (t_[start - 1] == U'、' || t_[start - 1] == U':');
+        names += before || (end < t_.size() && t_[end] == U'、') ? 1U : 0U;
+        ++next;
+      }
+      if (names >= 2) add_entries(at, stop);
+      at = stop + 1;
+    }
+  }
+
+  // The end of the stretch without a mark that ends a list.
+  std::size_t list_end(std::size_t at) const {
+    constexpr std::u32string_view ENDS = U"，。；;\n\t(";
+    while (at < t_.size() && ENDS.find(t_[at]) == ENDS.npos) ++at;
+    return at;
+  }
+
+  void add_entries(std::size_t from, std::size_t stop) {
+    const std::size_t colon = t_.substr(from, stop - from).find(U':');
+    if (colon != t_.npos) from += colon + 1;
+    for (std::size_t at = from; at < stop;) {
+      const std::size_t end = std::min(t_.find(U'、', at), stop);
+      std::size_t han = at;
+      while (han < end && (is_han(t_[han]) || is_dot(t_[han]))) ++han;
+      const auto entry = t_.substr(at, end - at);
+      const bool listed = at > 0 && (t_[at - 1] == U'、' || t_[at - 1] == U':' || end < stop);
+      if (han == end && listed && is_entry(at, end, entry)) add(at, end, PROSE_SCORE);
+      at = end + 1;
+    }
+  }
+
+  bool is_entry(std::size_t at, std::size_t end, std::u32string_view entry) const {
+    if (entry.size() < 2 || entry.size() > 12 || is_everyday_word(entry)) return false;
+    const bool short_enough = entry.size() <= 5 || entry.find_first_of(U"·•・") != entry.npos;
+    for (const auto c : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::INSTITUTION,
+                         WordClass::PUBLIC_BODY, WordClass::BANK, WordClass::PLACE,
+                         WordClass::CLAUSE_WORD, WordClass::PERSON_TITLE, WordClass::PERSON_LABEL,
+                         WordClass::TRADE_WORD, WordClass::ORGANIZATION_LABEL}) {
+      if (is_touched(a_.of(c), at, end)) return false;
+    }
+    return short_enough;
   }
 
   // 保证人二：田小妹, 承租人：张三. The party is a person when all of it is a name.
   void parties() {
     for (const auto& label : a_.of(WordClass::ORGANIZATION_LABEL)) {
+      if (label.from_table) {
+        const std::size_t end = chinese_name_end(a_, label.end, NameContext::PROSE);
+        if (end > label.end && end - label.end <= 4 && ends_cell(end)) {
+          add(label.end, end, LABEL_SCORE);
+        }
+        continue;
+      }
       const auto m = RE_PARTY.match_at(t_, label.end);
-      if (!m || m->end() >= t_.size() || label.from_table || !has_surname(m->end())) continue;
+      if (!m || m->end() >= t_.size() || !has_surname(m->end())) continue;
       const std::size_t end = chinese_name_end(a_, m->end(), NameContext::LABEL);
-      if (end > m->end() && end - m->end() <= 4 && ends_cell(end)) add(m->end(), end, LABEL_SCORE);
+      if (end > m->end() && end - m->end() <= 9 && ends_cell(end)) add(m->end(), end, LABEL_SCORE);
     }
   }
 

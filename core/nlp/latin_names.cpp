@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/text/word_set.hpp"
@@ -18,8 +19,22 @@ constexpr auto PARTICLES = text::words(
     {U"van", U"der",  U"den", U"de",    U"la", U"von", U"zu",  U"bin", U"binti", U"ibn", U"al",
      U"el",  U"dela", U"del", U"della", U"di", U"da",  U"dos", U"du",  U"le",    U"y",   U"ter"});
 
+// J., D.J., A.-S.
 bool is_initial(std::u32string_view word) {
-  return word.size() == 2 && is_upper(word[0]) && word[1] == U'.';
+  if (word.size() < 2 || word.size() > 5 || word.back() != U'.') return false;
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    const bool sign = word[i] == U'.' || (word[i] == U'-' && word[i - 1] == U'.');
+    if (sign == (i % 2 == 0) && !(i > 0 && is_upper(word[i]))) return false;
+  }
+  return is_upper(word[0]);
+}
+
+// Also in the capitals of a whole line: VAN DER BERG
+bool is_particle(std::u32string_view word) {
+  std::u32string low(word);
+  for (char32_t& c : low) c = lower(c);
+  return PARTICLES.contains(word) ||
+         (word.size() > 2 && is_upper(word[1]) && PARTICLES.contains(low));
 }
 
 // Desrosiers, Okonkwo-Hale, O'Brien, ABERNATHY. Not LLC., R2, or a word of the contract.
@@ -28,7 +43,7 @@ bool is_name_word(std::u32string_view word) {
   const bool letters = std::all_of(word.begin(), word.end(), [](char32_t c) {
     return is_latin_letter(c) || c == U'-' || c == U'\'';
   });
-  return letters && !is_contract_word(word);
+  return letters && !is_contract_word(word) && !is_contract_language(word);
 }
 
 bool belongs_elsewhere(const NlpArtifacts& a, const Token& token) {
@@ -59,7 +74,7 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
     const Token token = without_full_stop(t, raw);
     if (token.empty() || (words == 0 && token.start != at)) break;
     const auto word = token.in(t);
-    const bool links = is_initial(word) || (words > 0 && PARTICLES.contains(word));
+    const bool links = is_initial(word) || (words > 0 && is_particle(word));
     if (!links && !is_name_word(word)) break;
     next = token.end;
     if (links) {
@@ -91,7 +106,7 @@ std::size_t latin_name_start(const NlpArtifacts& a, std::size_t end) {
       if (belongs_elsewhere(a, token)) return end;
       start = token.start;
       ++words;
-    } else if (words == 0 || !(is_initial(word) || PARTICLES.contains(word))) {
+    } else if (words == 0 || !(is_initial(word) || is_particle(word))) {
       break;
     }
     at = token.start;

@@ -1,8 +1,13 @@
+#include <unordered_set>
+
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_names.hpp"
+#include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_names.hpp"
+#include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/span_cover.hpp"
 #include "core/nlp/vocabulary.hpp"
 #include "core/text/regex.hpp"
 
@@ -44,10 +49,36 @@ class Neighbours {
     for (std::size_t i = 0; i < results_.size(); ++i) {
       if (results_[i].entity_type == entity_type::PERSON) add_other_script(i);
     }
+    add_single_names();
     return std::move(results_);
   }
 
  private:
+  // Johannes, who was Johannes Botha before
+  void add_single_names() {
+    std::unordered_set<std::u32string_view> given;
+    SpanCover taken;
+    for (const auto& r : results_) {
+      taken.add(r.start, r.end);
+      if (r.entity_type != entity_type::PERSON) continue;
+      const Token word = token_after(t_, static_cast<std::size_t>(r.start));
+      const bool more = static_cast<std::ptrdiff_t>(word.end) < r.end;
+      if (more && word.end - word.start >= 4 && is_upper(t_[word.start]) &&
+          is_lower(t_[word.end - 1]))
+        given.insert(word.in(t_));
+    }
+    taken.finish();
+    for (const auto& hit : a_.of(recognition::WordClass::EN_GIVEN_NAME)) {
+      const auto start = static_cast<std::ptrdiff_t>(hit.start);
+      if (!given.contains(t_.substr(hit.start, hit.end - hit.start))) continue;
+      if (taken.touches(start, static_cast<std::ptrdiff_t>(hit.end))) continue;
+      const Token next = token_after(t_, hit.end);
+      const bool goes_on = !next.empty() && next.start == hit.end + 1 && is_upper(t_[next.start]);
+      const bool glued = hit.start > 0 && (t_[hit.start - 1] == U'-' || t_[hit.start - 1] == U'.');
+      if (!goes_on && !glued && next.start != hit.end) add(hit.start, hit.end);
+    }
+  }
+
   void add(std::size_t start, std::size_t end) {
     results_.push_back(make_hit(entity_type::PERSON, start, end, SCORE));
   }
@@ -100,7 +131,8 @@ class Neighbours {
   }
 
   static bool is_mark(char32_t c) {
-    return c == U' ' || c == U',' || c == U'，' || c == U'(' || c == U'\t' || c == U':';
+    return c == U' ' || c == U',' || c == U'，' || c == U'(' || c == U'\t' || c == U':' ||
+           c == U'<' || c == U'"' || c == U'[';
   }
 
   std::size_t before_remark(std::size_t end) const {

@@ -208,8 +208,8 @@ void Vocabulary::add_spaced_labels() {
   for (const auto& row : text::lexicon_rows(data::field_labels)) {
     const auto& word = row.at(0);
     const bool ideographs = std::all_of(word.begin(), word.end(), text::is_ideograph);
-    if (!ideographs || word.size() < 2 || word.size() > 4) continue;
-    for (std::size_t blanks = 1; blanks <= WIDEST; ++blanks) {
+    if (!ideographs || word.size() < 2 || word.size() > 6) continue;
+    for (std::size_t blanks = 1; blanks <= (word.size() > 4 ? 1 : WIDEST); ++blanks) {
       std::u32string spaced(1, word[0]);
       for (const char32_t c : word.substr(1)) spaced.append(blanks, U' ').push_back(c);
       add(class_named(row.at(1)), spaced);

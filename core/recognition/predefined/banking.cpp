@@ -12,7 +12,7 @@ namespace entity_type = anonymization::entity_type;
 // 账号：3205 0188 4720 0006 913, account no. 072-904417-3, A/C 7559 0288 1610 008
 const Regex RE_LABELLED_ACCOUNT(
     "RE_LABELLED_ACCOUNT",
-    UR"((?i)[ \t]{0,4}(?:号码|号|nos?\.?|number)?(?:\([^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|:|,|#)?[ \t(]{0,4}(\d(?:[ -]?\d){6,33})(?![\dA-Z年月日%]|[.,]\d))");
+    UR"((?i)[ \t]{0,4}(?:号码|号|nos?\.?|number)?(?:\([^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|:|,|#)?[ \t(]{0,4}\n?((?:(?:NRA|OSA|FTN|FTE) ?)?\d(?:[ -]?\d){6,33})(?![\dA-Z年月日%]|[.,]\d))");
 
 // 6299 2788 8660 2803 586, 640218830900127745. Not a telephone number in groups.
 const Regex RE_ACCOUNT(

@@ -49,19 +49,25 @@ const Regex RE_INTERNATIONAL(
     "RE_INTERNATIONAL",
     UR"(\(?\+\d{1,3}\)?(?:[ .-]{0,2}\(?\d{1,5}\)?){2,6}(?<=\d)(?!\d)(?: ?(?:转|ext\.?|x) ?\d{1,5})?)");
 
-// (852) 9555 0146, (03) 5550 7714
-const Regex RE_BRACKETED_CODE("RE_BRACKETED_CODE",
-                              UR"(\(\d{2,4}\) ?\d{3,4}[ -]?\d{3,4}(?![\dA-Za-z]))");
+// (852) 9555 0146, (03) 5550 7714, (86-21) 6288 0911
+const Regex RE_BRACKETED_CODE(
+    "RE_BRACKETED_CODE",
+    UR"(\(\d{2,4}(?:-\d{1,4})?\) ?\d{3,4}[ -]?\d{3,4}(?![\dA-Za-z])(?: ?(?:转|ext\.?|x) ?\d{1,5})?)");
 
 // (201) 555-0138, 617-555-0119
 const Regex RE_US_PHONE(
     "RE_US_PHONE",
     UR"((?<![\dA-Za-z.-])\(?[2-9]\d{2}\)?[-. ]{1,2}\d{3}[-.]\d{4}(?![\dA-Za-z]|-\d))");
 
+// 0932-118-560 in Taiwan, 04 72 55 01 88 in France, 082 555 0147 in South Africa
+const Regex RE_NATIONAL_PHONE(
+    "RE_NATIONAL_PHONE",
+    UR"((?<![\dA-Za-z.,/-])(?<!\d )(?:09\d{2}[- ]\d{3}[- ]\d{3}|0[1-9](?:[ .]\d{2}){4}|0[6-8]\d \d{3} \d{4})(?![\dA-Za-z]|[ ,.-]\d))");
+
 // 电话：2793 6481, Tel: 6555 0148, Fax 0113 496 0457
 const Regex RE_LABELLED_PHONE(
     "RE_LABELLED_PHONE",
-    UR"((?i)[ \t]{0,4}\.?(?:号码|no\.?|number)?(?:\((?![\d+])[^()\n]{1,12}\))?[ \t]{0,2}[:.]?[ \t]{0,4}([+(]{0,2}\d[\d ()-]{5,22}\d(?: ?(?:转|ext\.?) ?\d{1,5})?)(?![\dA-Za-z]|\.\d))");
+    UR"((?i)[ \t]{0,4}\.?(?:号码|no\.?|number)?(?:\((?![\d+])[^()\n]{1,12}\))?[ \t]{0,2}[:.]?[ \t]{0,4}([+(]{0,2}\d[\d ()/.-]{5,22}\d(?: ?(?:转|ext\.?) ?\d{1,5})?)(?![\dA-Za-z]|\.\d))");
 
 // 微信：zgwq_0822, QQ群 782046619, Telegram @rdcsantillan
 const Regex RE_LABELLED_SOCIAL(
@@ -116,6 +122,7 @@ void add_contact_recognizers(RecognizerRegistry& registry) {
         {"400 and 800 (CN)", &RE_CN_SERVICE_LINE, 0.6, AT_NUMBER},
         {"bracketed code", &RE_BRACKETED_CODE, 0.6, AT_PHONE},
         {"US", &RE_US_PHONE, 0.6, AT_PHONE},
+        {"national", &RE_NATIONAL_PHONE, 0.55, AT_NUMBER},
         {"behind a label", &RE_LABELLED_PHONE, 0.85, after(WordClass::PHONE_LABEL)}},
        {},
        validate_phone});

@@ -76,10 +76,30 @@ const Regex RE_BRACKETED_YEAR_NUMBER(
     "RE_BRACKETED_YEAR_NUMBER",
     UR"([\u4e00-\u9fff]{1,8}(?:字第?)?[〔\[(](?:19|20)\d{2}[〕\])][A-Z]?\d{3,6}-\d{3,6}号?|国[药械食]?[准注进]字?[A-Z]\d{8})");
 
-// 股票代码：301999.SZ, NYSE: QXVL, ticker: SKJH
+// 豫（2018）杞县农村土地承包经营权第0012457号, (京)字第12345号, 影剧备字[2024]第1087号
+const Regex RE_NUMBERED_CERTIFICATE(
+    "RE_NUMBERED_CERTIFICATE",
+    UR"((?:\([\u4e00-\u9fff]{1,3}\)|[\u4e00-\u9fff]{1,12})(?:[字证](?:[〔\[(](?:19|20)\d{2}[〕\])])?|[〔\[(](?:19|20)\d{2}[〕\])][\u4e00-\u9fff]{0,16}(?<!函字)) ?第 ?[A-Z]{0,3}\d{3,12} ?号(?! ?(?:令|公告|文|楼|院)))");
+
+// 健康证（编号沪健20230918007）, 上门服务证SH-JZ-0098213, 资质证书：A231008866. Not 签证2024年.
+const Regex RE_CERTIFICATE_CODE(
+    "RE_CERTIFICATE_CODE",
+    UR"((?<!身份)(?<!驾驶)(?<!通行)(?<!护)[证照](?:书|明|件)? ?\(?(?:编号|号码?|编码|字号)?[:：]? ?((?:[\u4e00-\u9fff]{1,3})?(?=[A-Z/-]{0,12}\d)[A-Z0-9][A-Z0-9/.-]{5,24}(?<![/.-]))(?![A-Za-z0-9年%]))");
+
+// HRB 114372 B, RCS Paris B 512 345 678, CIPC reg. 2014/118273/07, DE281554903, ABN 51 824 753 556
+const Regex RE_REGISTER_NUMBER(
+    "RE_REGISTER_NUMBER",
+    UR"((?<![A-Za-z])(?:(?:HR[AB] ?\d{2,6}(?: ?[A-Z])?|(?:19|20)\d{2}/\d{6}/\d{2}|(?:DE|FR|NL|AT|BE|ES|IT|DK|SE|PL) ?\d{3} ?\d{3} ?\d{3}(?: ?\d{2})?)(?![A-Za-z0-9])|RCS [A-Z][A-Za-z-]{2,20} (?:[A-Z] )?(\d{3} ?\d{3} ?\d{3})(?!\d)))");
+
+// Reference Number 482917, licence: UK/INS/2019-0457, Reg. No. 201934567K
+const Regex RE_NUMBERED_LICENCE(
+    "RE_NUMBERED_LICENCE",
+    UR"((?i)(?<![A-Za-z])(?:licen[cs]e|permit|certificate|registration|firm reference|bar|badge|reg\.|steuernummer|ust-idnr\.?|handelsregister)(?: (?:nos?\.?|number|ref\.?))? ?[:#]? ?((?-i)(?=[A-Z/-]{0,8}\d)[A-Z0-9][A-Z0-9/.-]{4,22}(?<![/.-]))(?![A-Za-z0-9%]))");
+
+// 股票代码：301999.SZ, NYSE: QXVL, NYSE American: BXTR, symbol “SKJH”
 const Regex RE_LABELLED_TICKER(
     "RE_LABELLED_TICKER",
-    UR"([ \t]{0,2}(?:为|是|:|\))?[ \t:]{0,3}(\d{4,6}(?:\.[A-Z]{2})?|[A-Z]{2,5}(?:\.[A-Z]{1,2})?)(?![A-Za-z0-9]))");
+    UR"((?: (?:American|Arca|Global|Select|Capital|Main|Market|Board|symbol|code|ticker)){0,4}[ \t]{0,2}(?:为|是|:|\))?[ \t:“\"']{0,3}(\d{4,6}(?:\.[A-Z]{2})?|(?:SH|SZ|BJ|HK)\d{4,6}|[A-Z]{2,5}(?:\.[A-Z]{1,2})?)(?![A-Za-z0-9]))");
 
 // 605991.SH, 0700.HK
 const Regex RE_TICKER("RE_TICKER",
@@ -157,6 +177,10 @@ void add_company_numbers(RecognizerRegistry& registry) {
         {"letters and digits", &RE_LETTERED_NUMBER, 0.6, {}},
         {"title of property", &RE_PROPERTY_TITLE, 0.9, {}},
         {"ICP", &RE_ICP, 0.9, {}},
+        {"number of a certificate", &RE_NUMBERED_CERTIFICATE, 0.8, {}},
+        {"certificate and code", &RE_CERTIFICATE_CODE, 0.7, {}},
+        {"register", &RE_REGISTER_NUMBER, 0.6, {}},
+        {"licence and number", &RE_NUMBERED_LICENCE, 0.6, {}},
         {"number of a year", &RE_BRACKETED_YEAR_NUMBER, 0.6, {}}}});
   add({"StockTickerRecognizer",
        std::string(entity_type::STOCK_TICKER),

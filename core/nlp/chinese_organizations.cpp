@@ -40,6 +40,13 @@ constexpr auto GENERIC_NAMES = text::words(
      U"经办", U"代理",       U"担保",       U"付款人",   U"乙方开户", U"甲方开户", U"卖方",
      U"买方", U"人民",       U"各",         U"双方",     U"评估",     U"审计",     U"造价咨询"});
 
+// Kinds that make a name of any brand.
+constexpr auto ANCHORED_KINDS =
+    text::words({U"企业社", U"商行",   U"商号",   U"洋行",     U"工程行",     U"实业社",
+                 U"院线",   U"影城",   U"工作室", U"家庭农场", U"农场",       U"合作社",
+                 U"经营部", U"经销部", U"门市部", U"药房",     U"专业合作社", U"专业合作社联合社",
+                 U"养殖场", U"林场",   U"事务部"});
+
 struct Ending {
   std::size_t start;
   std::size_t end;
@@ -108,12 +115,26 @@ class Search {
     const bool blank = ending.start == last.end + 1 && t_[last.end] == U' ';
     if (ending.kind == WordClass::COMPANY_FORM && !adjacent && !blank) return false;
     if (ending.kind == WordClass::BANK) return false;
+    // 西陵理工大学机械与动力学院
+    const bool faculty = ending.kind == WordClass::INSTITUTION && ending.start > last.end &&
+                         t_.substr(last.start, last.end - last.start).ends_with(U"大学") &&
+                         t_.substr(ending.start, ending.end - ending.start) == U"学院" &&
+                         t_[last.end] != U'与' && t_[last.end] != U'和' && t_[last.end] != U'及';
+    if (faculty && is_all_han(last.end, ending.start)) {
+      last.end = ending.end;
+      return true;
+    }
     for (std::size_t i = last.end; i < ending.start && !blank; ++i) {
       if (!is_han(t_[i]) || LINKS.find(t_[i]) != LINKS.npos) return false;
     }
     if (is_touched(a_.of(WordClass::CLAUSE_WORD), last.end, ending.start)) return false;
     last.end = ending.end;
     return true;
+  }
+
+  bool is_all_han(std::size_t start, std::size_t end) const {
+    const auto part = t_.substr(start, end - start);
+    return std::all_of(part.begin(), part.end(), is_han);
   }
 
   // Where the run of characters that may belong to a name begins.
@@ -164,8 +185,8 @@ class Search {
         return public_start(start, ending);
       case WordClass::PLAIN_COMPANY:
       case WordClass::BRANCH:
+        if (first_place(start, ending.start) == ending.start) return anchored(start, ending);
         start = first_place(start, ending.start);
-        if (start == ending.start) return std::nullopt;
         return is_plain_name(start, ending) ? std::optional(start) : std::nullopt;
       default:
         start = behind_link(start, ending.start, cut);
@@ -223,7 +244,6 @@ class Search {
 
   std::optional<std::size_t> public_start(std::size_t start, const Ending& ending) const {
     std::size_t place = first_place(start, ending.start);
-    if (place == ending.start) place = shaped(start, ending.start);
     for (std::size_t i = start; i < std::min(place, ending.start); ++i) {
       const auto rest = t_.substr(i, ending.start - i);
       for (const std::u32string_view national :
@@ -232,6 +252,7 @@ class Search {
         if (rest.starts_with(national) && rest.size() > national.size()) return i;
       }
     }
+    if (place == ending.start) place = shaped(start, ending.start);
     if (place >= ending.start) return std::nullopt;
     // 上海中心 and 北京机场 are places, 中国政府 is none in particular.
     const auto end = end_of_word_at(a_.of(WordClass::PLACE), place);
@@ -246,11 +267,25 @@ class Search {
 
   // 景洪市, 柯桥区 at the start of the name without being in the lexicon.
   std::size_t shaped(std::size_t start, std::size_t end) const {
-    constexpr std::u32string_view UNITS = U"市县区州盟旗";
+    constexpr std::u32string_view UNITS = U"市县区州盟旗镇乡村";
     for (std::size_t i = start + 2; i < std::min(end, start + 7); ++i) {
       if (UNITS.find(t_[i]) != UNITS.npos && is_han(t_[start])) return start;
     }
     return end;
+  }
+
+  // 瑞泰企业社, 大地院线: no place in it, but nothing else in the phrase either. 公司 and
+  // 酒店 say too little for that.
+  std::optional<std::size_t> anchored(std::size_t start, const Ending& ending) const {
+    constexpr std::size_t LONGEST_BRAND = 10;
+    const auto kind = t_.substr(ending.start, ending.end - ending.start);
+    if (!ANCHORED_KINDS.contains(kind) || !is_particular(start, ending)) return std::nullopt;
+    const bool edge = start == 0 || !is_han(t_[start - 1]) ||
+                      is_touched(a_.of(WordClass::CLAUSE_WORD), start - 1, start);
+    const bool fits = ending.start - start <= LONGEST_BRAND;
+    if (fits && edge) return start;
+    const std::size_t county = shaped(start, ending.start);
+    return county == start && ending.start > start + 3 ? std::optional(start) : std::nullopt;
   }
 
   bool is_plain_name(std::size_t start, const Ending& ending) const {

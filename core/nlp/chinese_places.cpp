@@ -17,6 +17,11 @@ const Regex RE_SEPARATOR(
     "RE_SEPARATOR",
     UR"((?:[ ]?(?:\([^()\n]{1,12}\)|[A-Za-z. ]{2,24}(?=:)))?[ ]{0,3}(?:为|是|:|在)?[ ]{0,8})");
 
+// Behind a street: 与西苑路交叉口东北角
+const Regex RE_CROSSING(
+    "RE_CROSSING",
+    UR"((?:(?:与|和|、|-)[\u4e00-\u9fff]{2,6}?[路街道])?(?:交叉路口|交叉口|交汇处|交界处|交会处|路口)(?:往?[东南西北]{1,2}[侧角]?(?:\d{1,4}米)?)?)");
+
 // What ends a part of an address. Longer words first.
 constexpr std::u32string_view UNITS[] = {
     U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区", U"产业园",
@@ -25,13 +30,13 @@ constexpr std::u32string_view UNITS[] = {
     U"大厦",       U"广场",   U"中心",   U"公寓",   U"花园",   U"小区",     U"单元",     U"厂房",
     U"底商",       U"商城",   U"国际城", U"号楼",   U"会议室", U"实验楼",   U"办公楼",   U"仓库",
     U"丁目",       U"番地",   U"码头",   U"小镇",   U"东段",   U"西段",     U"南段",     U"北段",
-    U"中段",       U"一段",   U"二段",   U"三段",   U"四段",   U"五段",     U"省",       U"市",
-    U"区",         U"县",     U"旗",     U"盟",     U"州",     U"镇",       U"乡",       U"村",
-    U"路",         U"街",     U"道",     U"巷",     U"弄",     U"胡同",     U"号",       U"幢",
-    U"栋",         U"座",     U"楼",     U"层",     U"室",     U"组",       U"院",       U"园",
-    U"苑",         U"庄",     U"里",     U"港",     U"岛",     U"屯",       U"段",       U"期",
-    U"城",         U"汇",     U"塔",     U"馆",     U"厦",     U"河北岸",   U"岸",       U"町",
-    U"厅"};
+    U"村部",       U"村口",   U"中段",   U"一段",   U"二段",   U"三段",     U"四段",     U"五段",
+    U"省",         U"市",     U"区",     U"县",     U"旗",     U"盟",       U"州",       U"镇",
+    U"乡",         U"村",     U"路",     U"街",     U"道",     U"巷",       U"弄",       U"胡同",
+    U"号",         U"幢",     U"栋",     U"座",     U"楼",     U"层",       U"室",       U"组",
+    U"院",         U"园",     U"苑",     U"庄",     U"里",     U"港",       U"岛",       U"屯",
+    U"段",         U"期",     U"城",     U"汇",     U"塔",     U"馆",       U"厦",       U"河北岸",
+    U"岸",         U"町",     U"厅"};
 
 // Units that a place may be followed by without being an address: 无锡路 is one, 无锡的路 is not.
 constexpr std::u32string_view ADMINISTRATIVE = U"省市区县旗盟州镇乡村港岛";
@@ -51,6 +56,7 @@ class Search {
     from_places();
     from_labels();
     by_shape();
+    from_villages();
     return std::move(out_);
   }
 
@@ -105,6 +111,25 @@ class Search {
     }
   }
 
+  // 柳林村三组, 颍上县江店孜镇...: the phrase begins with a division that is not known, and
+  // more of an address follows.
+  void from_villages() {
+    constexpr std::u32string_view DIVISIONS = U"县镇乡村";
+    constexpr std::u32string_view ENDS = U"组号室队村部社";
+    constexpr std::u32string_view GENERIC = U"本该各全某农乡行山";
+    for (std::size_t i = 0; i + 3 < t_.size(); ++i) {
+      if (!is_han(t_[i]) || (i > 0 && is_han(t_[i - 1]))) continue;
+      std::size_t unit = i + 2;
+      while (unit < i + 5 && unit < t_.size() && DIVISIONS.find(t_[unit]) == DIVISIONS.npos) ++unit;
+      if (unit >= t_.size() || unit == i + 5 || GENERIC.find(t_[i]) != GENERIC.npos) continue;
+      if (t_.substr(i, unit - i).find_first_of(STOPS) != t_.npos) continue;
+      const Address address = read(i, unit + 1);
+      if (address.units > 0 && ENDS.find(t_[address.end - 1]) != ENDS.npos) {
+        add(i, address.end, ADDRESS_SCORE);
+      }
+    }
+  }
+
   bool is_word_behind(std::size_t at) const {
     constexpr std::u32string_view PARTICLES = U"的等及和与";
     return at < t_.size() && is_han(t_[at]) && PARTICLES.find(t_[at]) == PARTICLES.npos;
@@ -127,7 +152,10 @@ class Search {
       address.end = end;
       ++address.units;
     }
-    if (address.units > 0) address.end = room_end(address.end);
+    if (address.units > 0) {
+      if (const auto m = RE_CROSSING.match_at(t_, address.end)) address.end = m->end();
+      address.end = room_end(address.end);
+    }
     return address;
   }
 
@@ -151,7 +179,8 @@ class Search {
       const char32_t c = t_[i];
       if (STOPS.find(c) != STOPS.npos || is_clause_at(i)) break;
       if (const std::size_t unit = unit_at(i);
-          unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos)) {
+          unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos ||
+                       STREETS.find(t_[i]) != STREETS.npos)) {
         best = i + unit;
         break;
       }
@@ -168,9 +197,14 @@ class Search {
   std::size_t unit_at(std::size_t i) const {
     const auto rest = t_.substr(i);
     for (const auto unit : UNITS) {
-      if (rest.starts_with(unit)) return unit.size();
+      if (rest.starts_with(unit)) return is_phase_of_works(unit, i) ? 0 : unit.size();
     }
     return 0;
+  }
+
+  // 景谷县供水二期工程
+  bool is_phase_of_works(std::u32string_view unit, std::size_t i) const {
+    return unit == U"期" && i + 1 < t_.size() && (t_[i + 1] == U'工' || t_[i + 1] == U'项');
   }
 
   // Whether the first part behind a place makes the two an address.

@@ -1,5 +1,6 @@
 #include "core/nlp/company_short_forms.hpp"
 
+#include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/text/word_set.hpp"
@@ -113,7 +114,8 @@ bool names_a_company(std::u32string_view word) {
   std::u32string folded(word);
   for (char32_t& c : folded) c = lower(c);
   return word.size() >= SHORTEST_LATIN_WORD && is_upper(word.front()) &&
-         !COMMON_FIRST_WORDS.contains(folded) && !is_contract_word(word);
+         !COMMON_FIRST_WORDS.contains(folded) && !is_contract_word(word) &&
+         !is_contract_language(word);
 }
 
 std::vector<Token> words_of(std::u32string_view t, std::size_t start, std::size_t end) {

@@ -50,4 +50,17 @@ inline anonymization::RecognizerResult make_hit(std::string_view type, std::size
           score};
 }
 
+// A hit for each line of start..end, as nothing is masked across a line end.
+inline void add_by_line(std::u32string_view folded, std::string_view type, std::size_t start,
+                        std::size_t end, double score,
+                        std::vector<anonymization::RecognizerResult>& out) {
+  while (start < end) {
+    const std::size_t stop =
+        start + std::min(folded.substr(start, end - start).find(U'\n'), end - start);
+    if (stop > start) out.push_back(make_hit(type, start, stop, score));
+    start = stop + 1;
+    while (start < end && folded[start] == U' ') ++start;
+  }
+}
+
 }  // namespace core::nlp

@@ -1,7 +1,9 @@
 #include <optional>
 
+#include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_tokens.hpp"
+#include "core/nlp/more_organizations.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/word_set.hpp"
@@ -47,17 +49,33 @@ constexpr auto STRONG_HEADS =
                  U"amtsgericht", U"kantonalbank", U"arbitrale",  U"federation", U"department"});
 
 // Forms of two letters that are also words in a heading: PAYABLE AS FOLLOWS.
-constexpr auto DOUBTFUL_FORMS =
-    text::words({U"AS", U"SE", U"SA", U"AB", U"KG", U"LP", U"AG", U"NV", U"BV", U"Company",
-                 U"Holdings", U"COMPANY", U"HOLDINGS", U"Co.", U"Limited"});
+constexpr auto DOUBTFUL_FORMS = text::words(
+    {U"AS",      U"SE",          U"SA",          U"AB",       U"KG",      U"LP",       U"AG",
+     U"NV",      U"BV",          U"Company",     U"Holdings", U"COMPANY", U"HOLDINGS", U"Co.",
+     U"Limited", U"CORPORATION", U"Corporation", U"RT",       U"SC",      U"SAL",      U"OÜ"});
+
+// Words of contracts that also begin a name: First Prairie National Bank
+constexpr auto FIRST_WORDS =
+    text::words({U"general", U"first", U"high", U"supreme", U"superior", U"federal", U"commercial",
+                 U"district", U"state", U"technical"});
+
+// Heads before which common words are enough: Standard Trust Bank
+constexpr auto COMMON_HEADS = text::words({U"bank", U"university", U"hospital"});
+
+// Forms of firms whose names list their founders: Oakes, Trumbull & Hart LLP
+constexpr auto FIRM_FORMS =
+    text::words({U"llp", U"l.l.p.", U"pllc", U"p.c.", U"attorneys", U"solicitors", U"advocates",
+                 U"associates", U"accountants"});
 
 class Search {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+  explicit Search(const NlpArtifacts& a) : a_(a), unwrapped_(unwrapped(a.folded)), t_(unwrapped_) {}
 
   std::vector<RecognizerResult> run() {
     for (const auto& form : a_.of(WordClass::EN_LEGAL_FORM)) take_company(form);
     for (const auto& head : a_.of(WordClass::EN_ORGANIZATION_HEAD)) take_head(head);
+    add_front_headed_organizations(a_, t_, out_);
+    add_labelled_organizations(a_, out_);
     return std::move(out_);
   }
 
@@ -68,19 +86,36 @@ class Search {
     int particular = 0;  // and not of the contract's own vocabulary
   };
 
+  // A name broken over two lines is a hit in each of them.
   void add(std::size_t start, std::size_t end) {
-    out_.push_back(make_hit(anonymization::entity_type::ORGANIZATION, start, end, SCORE));
+    add_by_line(a_.folded, anonymization::entity_type::ORGANIZATION, start, end, SCORE, out_);
   }
 
   void take_company(const WordHit& form) {
     std::size_t left = form.start;
     const bool doubtful = DOUBTFUL_FORMS.contains(t_.substr(form.start, form.end - form.start));
     if (!doubtful && left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
-    const Name name = walk_left(left);
-    if (name.particular < 1 || (doubtful && !stands_free(form, name))) return;
+    const Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
+    if (name.particular < 1 || (doubtful && is_only_place(name, left)) ||
+        (doubtful && !stands_free(form, name)))
+      return;
     std::size_t end = form.end;
     if (const auto m = RE_BRANCH.match_at(t_, end)) end = m->end();
     add(name.start, end);
+  }
+
+  // The last word, in lower case.
+  std::u32string kind_of(const WordHit& hit) const {
+    std::u32string word(t_.substr(hit.start, hit.end - hit.start));
+    for (char32_t& c : word) c = lower(c);
+    return word.substr(word.rfind(U' ') + 1);
+  }
+
+  // A NEVADA CORPORATION
+  bool is_only_place(const Name& name, std::size_t end) const {
+    std::size_t stop = end;
+    while (stop > name.start && t_[stop - 1] == U' ') --stop;
+    return is_covered(a_.of(WordClass::EN_PLACE), name.start, stop);
   }
 
   bool stands_free(const WordHit& form, const Name& name) const {
@@ -99,23 +134,39 @@ class Search {
     const bool strong = STRONG_HEADS.contains(kind);
     const bool compound = kind.size() < word.size();
     const bool court = kind.starts_with(U"court");
-    Name name = walk_left(head.start);
+    Name name = walk_left(head.start, FIRM_FORMS.contains(kind));
     if (compound) ++name.words, ++name.particular;
     const auto of =
         is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
     std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
     if (court) end = std::min(end, std::max(head.end, t_.substr(0, end).find(U" and ", head.end)));
     const bool ranked = court && (name.words > 0 || compound);
-    const bool named =
-        ranked || (strong ? name.particular >= 1 : name.particular >= 2 && name.words >= 3);
-    const bool named_behind =
-        of && (strong ? OF_HEADS.contains(kind) || is_place_or_long(*of)
-                      : name.particular >= 1 &&
-                            is_touched(a_.of(WordClass::EN_PLACE), of->start(), of->end()));
-    if (!named && !named_behind) return;
-    std::size_t full_end = end;
-    if (const auto m = RE_BRANCH.match_at(t_, end)) full_end = m->end();
-    add(std::min(name.start, head.start), full_end);
+    const bool plain = !is_set_in_capitals(head.start) && strong &&
+                       name.words >= (COMMON_HEADS.contains(kind) ? 2 : 3);
+    const bool named = ranked || plain || name.particular >= (strong ? 1 : 2);
+    if (!named && !(of && is_named_by(*of, kind, name))) return;
+    if (end == head.end && kind == U"bank") end = behind_place(end);
+    if (const auto m = RE_BRANCH.match_at(t_, end)) end = m->end();
+    add(std::min(name.start, head.start), end);
+  }
+
+  // Standard Trust Bank Ghana
+  std::size_t behind_place(std::size_t end) const {
+    if (!t_.substr(end).starts_with(U' ')) return end;
+    return std::max(end, end_of_word_at(a_.of(WordClass::EN_PLACE), end + 1));
+  }
+
+  // Whether what stands behind the head makes it particular: University of Vardøya
+  bool is_named_by(const text::Match& of, std::u32string_view kind, const Name& name) const {
+    if (is_of_common_word(of.text())) return false;
+    if (STRONG_HEADS.contains(kind)) return OF_HEADS.contains(kind) || is_place_or_long(of);
+    return name.particular >= 1 && is_touched(a_.of(WordClass::EN_PLACE), of.start(), of.end());
+  }
+
+  // Board of Directors
+  static bool is_of_common_word(std::u32string_view of) {
+    return std::count(of.begin(), of.end(), U' ') == 2 &&
+           is_contract_language(of.substr(of.rfind(U' ') + 1));
   }
 
   bool is_place_or_long(const text::Match& of) const {
@@ -123,41 +174,94 @@ class Search {
            std::count(of.text().begin(), of.text().end(), U' ') >= 3;
   }
 
-  // The capitalized words before `end`.
-  Name walk_left(std::size_t end) const {
-    Name name{end};
-    std::size_t at = end;
+  // Where walk_left stands.
+  struct Walk {
+    std::size_t at;          // the words from here on are read
+    bool firm;               // commas may stand before an ampersand
+    bool capitals;           // the line is set in capitals
     bool connected = false;  // the word to the right is "and" or the like
+    bool ampersand = false;
+  };
+
+  // The capitalized words before `end`.
+  Name walk_left(std::size_t end, bool firm = false) const {
+    Name name{end};
+    Walk walk{end, firm, is_set_in_capitals(end)};
     for (int i = 0; i < LONGEST_NAME; ++i) {
-      if (const auto open = bracket_before(at)) {
-        at = *open;
+      if (const auto open = bracket_before(walk.at)) {
+        walk.at = *open;
         continue;
       }
-      const Token token = token_before(t_, at);
-      if (token.empty() || token.end + 1 < at) break;
-      const auto word = token.in(t_);
-      const bool connective = is_connective(word);
-      if (is_capitalized(word)) {
-        if (ends_name(token, connected)) break;
-        name.start = token.start;
-        ++name.words;
-        name.particular += is_contract_word(word) ? 0 : 1;
-      } else if (!connective) {
-        break;
-      }
-      connected = connective;
-      at = token.start;
-      if (at == 0 || t_[at - 1] != U' ') break;
+      const Token token = token_before(t_, walk.at);
+      if (token.empty() || token.end + 1 < walk.at || is_barrier(token, walk)) break;
+      if (!take_word(token, walk, name)) break;
+      if (walk.at == 0 || t_[walk.at - 1] != U' ') break;
+      if (firm && walk.ampersand && walk.at > 1 && t_[walk.at - 2] == U',') walk.at -= 2;
     }
     return trimmed(name, end);
   }
 
+  // Whether no name reaches across this word.
+  bool is_barrier(const Token& token, const Walk& walk) const {
+    const auto word = token.in(t_);
+    if (walk.capitals && (is_small_word(word) || (word == U"OF" && !is_behind_head(token)))) {
+      return true;
+    }
+    // ... Therapeutics and the University
+    return walk.connected && (word == U"and" || !heads_of(token, walk.at));
+  }
+
+  // Adds the word to the name; false if it ends before it.
+  bool take_word(const Token& token, Walk& walk, Name& name) const {
+    const auto word = token.in(t_);
+    const bool connective = is_connective(word);
+    if (is_capitalized(word)) {
+      if (ends_name(token, walk.connected, name)) return false;
+      name.start = token.start;
+      ++name.words;
+      name.particular += is_contract_word(word) || is_contract_language(word) ? 0 : 1;
+    } else if (!connective) {
+      return false;
+    }
+    walk.ampersand |= word == U"&";
+    walk.connected = connective;
+    walk.at = token.start;
+    return true;
+  }
+
+  // Whether the line up to `end` has no letter in lower case.
+  bool is_set_in_capitals(std::size_t end) const {
+    constexpr std::size_t WINDOW = 40;
+    std::size_t letters = 0;
+    for (std::size_t i = end; i > 0 && end - i < WINDOW && !is_cell_end(t_[i - 1]); --i) {
+      if (is_lower(t_[i - 1])) return false;
+      letters += is_upper(t_[i - 1]) ? 1 : 0;
+    }
+    return letters > 0;
+  }
+
+  // BANK OF ..., but not DIRECTORS OF ...
+  bool is_behind_head(const Token& token) const {
+    const Token left = token_before(t_, token.start);
+    return !left.empty() && STRONG_HEADS.contains(kind_of({left.start, left.end}));
+  }
+
+  // Professor Tang of the School: before "of" only another organization goes on to the left.
+  bool heads_of(const Token& token, std::size_t right) const {
+    const auto word = token.in(t_);
+    if (is_connective(word) || !t_.substr(right).starts_with(U"of the ")) return true;
+    return is_covered(a_.of(WordClass::EN_ORGANIZATION_HEAD), token.start, token.end);
+  }
+
   // Whether what stands before a name ends with this word.
-  bool ends_name(const Token& token, bool connected) const {
+  bool ends_name(const Token& token, bool connected, const Name& name) const {
     const auto word = token.in(t_);
     if (ends_sentence(word) || is_plain_number(word)) return true;
+    if (!connected) return false;
     // Harrow Logistics Limited and Tallgrass Systems, Inc. are two.
-    return connected && is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end);
+    return is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end) ||
+           (name.particular > 0 &&
+            is_covered(a_.of(WordClass::EN_ORGANIZATION_HEAD), token.start, token.end));
   }
 
   // "(Hong Kong)" before `at`: where it opens.
@@ -185,8 +289,8 @@ class Search {
   // "Parties." but not "St." or "J."
   static bool ends_sentence(std::u32string_view word) {
     constexpr std::size_t LONGEST_ABBREVIATION = 4;
-    return word.back() == U'.' && word.size() > LONGEST_ABBREVIATION &&
-           word.find(U'.') == word.size() - 1;
+    return word.back() == U'.' && word.find(U'.') == word.size() - 1 &&
+           (word.size() > LONGEST_ABBREVIATION || text::is_ascii_digit(word.front()));
   }
 
   // Without the words of the sentence before the name: The, Between, Buyer.
@@ -208,14 +312,13 @@ class Search {
   }
 
   static bool leads_in(std::u32string_view word) {
-    return is_connective(word) ||
-           (is_contract_word(word) && word != U"General" && word != U"First" && word != U"High" &&
-            word != U"Supreme" && word != U"Superior" && word != U"Federal" &&
-            word != U"Commercial" && word != U"District" && word != U"State" &&
-            word != U"Technical");
+    std::u32string low(word);
+    for (char32_t& c : low) c = lower(c);
+    return is_connective(word) || (is_contract_word(word) && !FIRST_WORDS.contains(low));
   }
 
   const NlpArtifacts& a_;
+  std::u32string unwrapped_;
   std::u32string_view t_;
   std::vector<RecognizerResult> out_;
 };

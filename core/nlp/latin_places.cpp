@@ -1,3 +1,4 @@
+#include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/name_finders.hpp"
@@ -28,7 +29,7 @@ const Regex RE_POSTAL_CODE(
 constexpr auto NOT_BEHIND_PLACE =
     text::words({U"Convention", U"Rules", U"Act", U"Law", U"Code", U"Ordinance", U"Protocol",
                  U"Regulation", U"Regulations", U"Time", U"Accord", U"Agreement", U"Treaty",
-                 U"Arbitration", U"GDPR", U"General"});
+                 U"Arbitration", U"GDPR", U"General", U"Statutes", U"Constitution"});
 
 struct Piece {
   std::size_t start = 0;
@@ -45,9 +46,41 @@ constexpr bool is_hard_break(char32_t c) {
          c == U'、' || c == U'|' || c == U'[' || c == U']' || c == U'_' || c == U'\u300A';
 }
 
+// City, state and code, or code and city, in a line of their own below a street
+const Regex RE_CITY_LINE(
+    "RE_CITY_LINE",
+    UR"((?<=[\p{L}\d.])\n(?=(?:\p{Lu}[\p{L}.'-]+ ){0,3}\p{Lu}[\p{L}.'-]+,? [A-Z]{2,3} \d{4,5}|\d{4,6} \p{Lu}\p{L}+))");
+
+// (MO) behind an Italian city
+const Regex RE_PROVINCE("RE_PROVINCE", UR"((?<=\p{L} )\([A-Z]{2}\)(?=[, \n]))");
+
+// Words of addresses in lower case
+constexpr auto LOWER_STREET_WORDS = text::words(
+    {U"rue",   U"avenue",  U"boulevard", U"place", U"quai",  U"allée", U"chemin", U"route",
+     U"cours", U"impasse", U"via",       U"viale", U"calle", U"paseo", U"rua",    U"ul.",
+     U"al.",   U"os.",     U"pl.",       U"út",    U"utca",  U"tér",   U"krt.",   U"mnt",
+     U"tee",   U"tn",      U"pst",       U"iela",  U"pr.",   U"g.",    U"bis",    U"ter",
+     U"m.",    U"nr",      U"nr.",       U"no.",   U"izq.",  U"dcha.", U"floor",  U"beon-gil",
+     U"sok.",  U"cad.",    U"str.",      U"bd.",   U"esq.",  U"unit",  U"près",   U"sur",
+     U"ro",    U"gil",     U"daero",     U"kom",   U"cho"});
+
+std::u32string prepared(std::u32string_view folded) {
+  std::u32string out = unwrapped(folded);
+  for (char32_t& c : out) {
+    if (c == 0xBA || c == 0xAA || c == 0xB0) c = U'o';
+  }
+  for (const auto& m : RE_CITY_LINE.find_all(folded)) {
+    const std::size_t line = folded.rfind(U'\n', m.start() - 1) + 1;
+    const auto above = folded.substr(line, m.start() - line);
+    if (std::any_of(above.begin(), above.end(), text::is_ascii_digit)) out[m.start()] = U' ';
+  }
+  for (const auto& m : RE_PROVINCE.find_all(folded)) out[m.start()] = out[m.end() - 1] = U'-';
+  return out;
+}
+
 class Search {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+  explicit Search(const NlpArtifacts& a) : a_(a), unwrapped_(prepared(a.folded)), t_(unwrapped_) {}
 
   std::vector<RecognizerResult> run() {
     for (std::size_t i = 0; i < t_.size();) {
@@ -61,12 +94,13 @@ class Search {
       i = end;
     }
     single_places();
+    towns_of_regions();
     return std::move(out_);
   }
 
  private:
   void add(std::size_t start, std::size_t end, double score) {
-    out_.push_back(make_hit(anonymization::entity_type::LOCATION, start, end, score));
+    add_by_line(a_.folded, anonymization::entity_type::LOCATION, start, end, score, out_);
   }
 
   // A stretch without hard breaks: pieces between commas, joined to addresses.
@@ -118,10 +152,14 @@ class Search {
       if (token.empty() || !fits(token)) break;
       if (!is_connective(token.in(t_))) piece.head = std::min(token.end, end);
       at = token.end;
+      if (at < end && ends_sentence(token.in(t_))) {
+        --piece.head;
+        break;
+      }
     }
     for (std::size_t at = end; at > start;) {
       const Token token = token_before(t_, at);
-      if (token.empty() || token.start < start || !fits(token)) break;
+      if (token.empty() || token.start < start || !fits(token) || ends_other(token, piece)) break;
       if (!is_connective(token.in(t_))) piece.tail = token.start;
       at = token.start;
     }
@@ -131,9 +169,38 @@ class Search {
   bool fits(const Token& token) const {
     const auto word = token.in(t_);
     if (is_connective(word) && word != U"and" && word != U"for") return true;
-    if (word == U"and") return false;
+    if (word == U"and" || is_small_capitals(word)) return false;
     return is_upper(word.front()) || text::is_ascii_digit(word.front()) || word.front() == U'#' ||
-           word == U"rue" || word == U"floor" || word == U"beon-gil";
+           (word.front() == U'-' && word.size() == 4) || is_lower_street_word(word) ||
+           (word.size() > 2 && word[1] == U'\'' && is_upper(word[2]));
+  }
+
+  // Also where the comma behind has cost the word its full stop: 2o izq., 28027 Madrid
+  static bool is_lower_street_word(std::u32string_view word) {
+    return LOWER_STREET_WORDS.contains(word) ||
+           (is_lower(word.front()) && LOWER_STREET_WORDS.contains(std::u32string(word) + U'.'));
+  }
+
+  // LOCATED AT, SHALL: in a text set in capitals
+  static bool is_small_capitals(std::u32string_view word) {
+    return word.size() > 1 && std::none_of(word.begin(), word.end(), is_lower) &&
+           is_small_word(word);
+  }
+
+  // 5AD. The: the sentence ends, as it does not behind St. or Blvd.
+  static bool ends_sentence(std::u32string_view word) {
+    constexpr std::size_t LONGEST_ABBREVIATION = 5;
+    return word.back() == U'.' &&
+           (word.size() > LONGEST_ABBREVIATION || text::is_ascii_digit(word.front()));
+  }
+
+  // "Brokers Limited of" before 30 Fenchurch Avenue, "Note." before a street
+  bool ends_other(const Token& token, const Piece& piece) const {
+    const auto word = token.in(t_);
+    if (is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end)) return true;
+    if (piece.tail >= piece.end) return false;
+    return ends_sentence(word) || ((word == U"of" || word == U"at" || word == U"in") &&
+                                   text::is_ascii_digit(t_[piece.tail]));
   }
 
   void finish(std::vector<Piece>& chain) {
@@ -161,13 +228,20 @@ class Search {
     const bool street = is_touched(a_.of(WordClass::EN_STREET_WORD), start, end);
     const bool digit = std::any_of(surface.begin(), surface.end(), text::is_ascii_digit);
     const bool code = RE_POSTAL_CODE.search(surface).has_value();
-    const bool address =
-        digit && chain.size() >= 2 && (place || code) && (street || code || chain.size() >= 3);
+    const bool address = digit && chain.size() >= 2 && (place || code) &&
+                         (street || code || (chain.size() >= 3 && begins_with_house(start, end)));
     if (address) {
       add(start, end, ADDRESS_SCORE);
     } else if (chain.size() >= 2) {
       joined_places(chain);
     }
+  }
+
+  // 3-14-8 Ginza, Plot 45, Ilica 242, but not 1 SB Qingdao
+  bool begins_with_house(std::size_t start, std::size_t end) const {
+    const auto first = t_.substr(start, t_.substr(0, end).find(U',', start) - start);
+    const auto digits = std::count_if(first.begin(), first.end(), text::is_ascii_digit);
+    return digits >= 2 || (digits == 1 && !text::is_ascii_digit(first.front()));
   }
 
   // Wilmington, Delaware
@@ -191,7 +265,34 @@ class Search {
     }
   }
 
+  // "to Research Triangle Park, North Carolina", "in Lowell, MA": a town that is not known,
+  // before a region that is.
+  void towns_of_regions() {
+    constexpr int LONGEST_TOWN = 4;
+    for (const auto& region : a_.of(WordClass::EN_REGION)) {
+      if (region.start < 3 || t_[region.start - 1] != U' ' || t_[region.start - 2] != U',')
+        continue;
+      std::size_t at = region.start - 2;
+      std::size_t start = at;
+      for (int i = 0; i < LONGEST_TOWN; ++i) {
+        const Token token = token_before(t_, at);
+        if (token.empty() || !is_upper(token.in(t_).front())) break;
+        start = at = token.start;
+      }
+      const auto link = token_before(t_, start).in(t_);
+      const bool linked = link == U"in" || link == U"to" || link == U"from" || link == U"at" ||
+                          link == U"near" || link == U"IN" || link == U"of";
+      const bool other = is_touched(a_.of(WordClass::EN_LEGAL_FORM), start, region.start) ||
+                         is_touched(a_.of(WordClass::EN_ORGANIZATION_HEAD), start, region.start);
+      if (linked && !other && start < region.start - 2 &&
+          !is_contract_language(t_.substr(start, t_.find(U',', start) - start))) {
+        add(start, region.end, PLACE_SCORE + 0.05);
+      }
+    }
+  }
+
   const NlpArtifacts& a_;
+  std::u32string unwrapped_;
   std::u32string_view t_;
   std::vector<RecognizerResult> out_;
 };

@@ -16,7 +16,10 @@ using text::Regex;
 namespace entity_type = anonymization::entity_type;
 
 // “穆林食品”, "AAA", behind a bracket or 简称
-const Regex RE_QUOTED("RE_QUOTED", UR"(["“「]([^"“”「」\n\t]{2,30})["”」])");
+const Regex RE_QUOTED("RE_QUOTED", UR"(["“「『'【‘]([^"“”「」『』【】‘’'\n\t]{2,30})["”」』'】’])");
+
+// DAAD in brackets behind a name
+const Regex RE_ACRONYM("RE_ACRONYM", UR"((?<=\()([A-Z]{2,8})(?=\)))");
 
 // 以下简称华信科技) without quotes
 const Regex RE_UNQUOTED("RE_UNQUOTED",
@@ -154,7 +157,7 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
                                            const std::vector<RecognizerResult>& results) {
   const Definitions definitions(a, results);
   std::vector<ShortForm> out;
-  for (const Regex* regex : {&RE_QUOTED, &RE_UNQUOTED}) {
+  for (const Regex* regex : {&RE_QUOTED, &RE_UNQUOTED, &RE_ACRONYM}) {
     for (const auto& m : regex->find_all(a.folded)) {
       if (definitions.defines(m)) {
         out.push_back({std::u32string(m.text(1)), std::string(entity_type::ORGANIZATION)});

@@ -231,7 +231,11 @@ bool Vocabulary::fits(std::u32string_view folded, const text::MultiPattern::Hit&
     case Case::ANY:
       return true;
     case Case::CAPITAL:
-      if (surface == U"plc") return true;
+      // plc, s.r.o., e.V.: the dots tell a form from a word
+      if (use.word_class == WordClass::EN_LEGAL_FORM &&
+          (surface == U"plc" || (surface.find(U'.') != surface.npos && surface.size() > 3))) {
+        return true;
+      }
       return is_upper(surface.front()) &&
              (surface.size() > 2 || is_upper(surface.back()) || surface == U"Oy" ||
               surface == U"Mr" || surface == U"Ms" || surface == U"Dr");

@@ -8,6 +8,8 @@ namespace {
 TEST(Contact, Phones) {
   constexpr Case cases[] = {
       {"手机号紧贴汉字", "手机{PHONE_NUMBER|13951208846}，"},
+      {"括号里的号码，括号留下",
+       "张三（{PHONE_NUMBER|13951208846}）、({PHONE_NUMBER|0512-66283917})"},
       {"分组书写", "电话 {PHONE_NUMBER|137 5718 0426}"},
       {"全角数字与全角连接号", "电话：{PHONE_NUMBER|０５１２－６６２８３９１７}"},
       {"分机属于号码", "电话：{PHONE_NUMBER|0311-66107924转803}。"},

@@ -11,7 +11,7 @@ using core::anonymization::anonymize_document;
 
 void run(benchmark::State& state, const bench::Document& document,
          const core::anonymization::Analyzer& analyzer) {
-  for (auto _ : state) {
+  while (state.KeepRunning()) {
     benchmark::DoNotOptimize(anonymize_document(document.text, analyzer, "zh"));
   }
   const auto characters = static_cast<std::int64_t>(document.text.size());

@@ -35,7 +35,7 @@ struct Stages {
 template <class Room>
 void measure(benchmark::State& state, Room room) {
   const Stages stages(state);
-  for (auto _ : state) benchmark::DoNotOptimize(room(stages));
+  while (state.KeepRunning()) benchmark::DoNotOptimize(room(stages));
   state.SetItemsProcessed(state.iterations() * state.range(0));
   state.SetComplexityN(state.range(0));
 }

@@ -1,0 +1,1 @@
+"""The anonymization core of veildoc."""

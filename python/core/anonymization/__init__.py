@@ -1,0 +1,1 @@
+"""The steps of an anonymization, by topic."""

@@ -1,0 +1,1 @@
+"""The analyzer and the language of a text."""

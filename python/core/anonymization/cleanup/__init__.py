@@ -1,0 +1,1 @@
+"""False hits and overlapping hits."""

@@ -1,0 +1,43 @@
+"""Drops false hits."""
+
+from core.anonymization_core import (
+    GENERIC_INSTITUTION_NOUN,
+    _CN_ADDRESS_TAIL_CHAR_NOT_ORG,
+    _DIRECTION_REGION_WORD_NOT_ADDRESS,
+    _GENERIC_GEO_INFRA_NOUN_NOT_ADDRESS,
+    _IT_PRODUCT_COMPOUND_NOT_ADDRESS,
+    _RE_CN_PHASE_ORDINAL_NOT_ADDRESS,
+    _RE_DOTTED_SECTION_NUMBER,
+    _RE_EN_BARE_MONTH,
+    _RE_FILL_UNDERSCORE_RUN,
+    _RE_IT_PRODUCT_YUN_COMPOUND_NOT_ADDRESS,
+    _RE_PURE_NUMERIC_SURFACE,
+    _RE_SURFACE_HAS_CONTENT,
+    _RE_ZH_ORDINAL_SURFACE,
+    _drop_blank_fill_results,
+    _drop_generic_institution_noun_results,
+    _drop_structural_sequence_results,
+    _is_it_product_compound_not_address,
+    _normalize_fill_underscores_for_analysis,
+)
+
+__all__ = [
+    "GENERIC_INSTITUTION_NOUN",
+    "_CN_ADDRESS_TAIL_CHAR_NOT_ORG",
+    "_DIRECTION_REGION_WORD_NOT_ADDRESS",
+    "_GENERIC_GEO_INFRA_NOUN_NOT_ADDRESS",
+    "_IT_PRODUCT_COMPOUND_NOT_ADDRESS",
+    "_RE_CN_PHASE_ORDINAL_NOT_ADDRESS",
+    "_RE_DOTTED_SECTION_NUMBER",
+    "_RE_EN_BARE_MONTH",
+    "_RE_FILL_UNDERSCORE_RUN",
+    "_RE_IT_PRODUCT_YUN_COMPOUND_NOT_ADDRESS",
+    "_RE_PURE_NUMERIC_SURFACE",
+    "_RE_SURFACE_HAS_CONTENT",
+    "_RE_ZH_ORDINAL_SURFACE",
+    "_drop_blank_fill_results",
+    "_drop_generic_institution_noun_results",
+    "_drop_structural_sequence_results",
+    "_is_it_product_compound_not_address",
+    "_normalize_fill_underscores_for_analysis",
+]

@@ -1,0 +1,1 @@
+"""Identity keys: when two mentions are one."""

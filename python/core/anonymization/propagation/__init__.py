@@ -1,0 +1,1 @@
+"""Placeholders and surfaces of a whole document."""

@@ -1,0 +1,1 @@
+"""Numbered replacements."""

@@ -1,0 +1,1 @@
+"""Rules that several steps share."""

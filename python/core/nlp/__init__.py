@@ -1,0 +1,1 @@
+"""Engines that find names, and the analyzers made of them."""

@@ -1,0 +1,1 @@
+"""Analyzers that ask a service."""

@@ -1,21 +1,14 @@
-#include "cli/anonymize.hpp"
-
-#include <exception>
-#include <iostream>
-#include <memory>
+// The command `veildoc anonymize`.
 #include <optional>
+#include <ostream>
 #include <string>
-#include <utility>
-
-#include <unistd.h>
 
 #include "cli/document_json.hpp"
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
+#include "cli/masking.hpp"
 #include "core/anonymization/placeholders.hpp"
-#include "core/anonymization_core.hpp"
-#include "core/errors.hpp"
-#include "core/recognition/recognizer_file.hpp"
+#include "core/nlp/other_scripts.hpp"
 #include "core/text/utf8.hpp"
 
 namespace cli {
@@ -23,60 +16,27 @@ namespace {
 
 namespace anonymization = core::anonymization;
 
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+constexpr std::string_view DETAILS =
+    "Reads FILE and writes the masked text to standard output, and nothing else.\n"
+    "\n"
+    "What is written where:\n"
+    "  masked text    standard output, or the file of -o; not a byte is added\n"
+    "  mapping        only the file of --mapping (mode 0600), or the object of --json\n"
+    "  messages       standard error; they never quote the document\n"
+    "  Files are replaced in one step, never left half-written.\n"
+    "\n"
+    "Input is UTF-8. Line ends and a byte order mark are kept as they are.\n"
+    "\n";
 
-struct Input {
-  bool marked = false;  // begins with a byte order mark, which `text` does not hold
-  std::u32string text;
-};
-
-Input decode(std::string_view bytes, const std::string& name) {
-  const auto refuse = [&](const std::string& why, std::size_t at) {
-    throw Failure(EXIT_INPUT, name + ": " + why + " at byte " + std::to_string(at));
-  };
-  Input input;
-  input.marked = bytes.starts_with(BYTE_ORDER_MARK);
-  const std::size_t skipped = input.marked ? BYTE_ORDER_MARK.size() : 0;
-  const std::size_t nul = bytes.find('\0');
-  try {
-    input.text = core::text::decode_utf8(bytes.substr(skipped));
-  } catch (const core::text::DecodeError& e) {
-    const std::size_t bad = skipped + e.byte_offset();
-    if (bad < nul) refuse("not valid UTF-8", bad);
-  }
-  if (nul != std::string_view::npos) refuse("not a text: NUL", nul);
-  return input;
-}
-
-// Tells the failures of the analyzer from all others.
-class GuardedAnalyzer : public anonymization::Analyzer {
- public:
-  GuardedAnalyzer(const AnalyzerFactory& make, const AnalyzerOptions& options) {
-    guard([&] { analyzer_ = make(options); });
-  }
-
-  std::vector<anonymization::RecognizerResult> analyze(std::u32string_view text,
-                                                       std::string_view language) const override {
-    std::vector<anonymization::RecognizerResult> results;
-    guard([&] { results = analyzer_->analyze(text, language); });
-    return results;
-  }
-
- private:
-  // Only our own errors promise not to quote the document.
-  template <typename Action>
-  static void guard(const Action& action) {
-    try {
-      action();
-    } catch (const core::Error& e) {
-      throw Failure(EXIT_ANALYZER, std::string("the analyzer failed: ") + e.what());
-    } catch (const std::exception&) {
-      throw Failure(EXIT_ANALYZER, "the analyzer failed");
-    }
-  }
-
-  std::unique_ptr<anonymization::Analyzer> analyzer_;
-};
+constexpr std::string_view EXAMPLES =
+    "\n"
+    "Examples:\n"
+    "  veildoc anonymize contract.txt > masked.txt\n"
+    "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
+    "  veildoc anonymize --language en --labels en - < agreement.txt\n"
+    "  veildoc anonymize --json contract.txt | jq -r '.mapping[] | .placeholder'\n"
+    "\n"
+    "Exit codes: see veildoc --help.\n";
 
 void warn_of_placeholders(std::u32string_view text, std::ostream& err) {
   const auto count = anonymization::find_numbered_placeholders(text).size();
@@ -86,36 +46,101 @@ void warn_of_placeholders(std::u32string_view text, std::ostream& err) {
       << " like a placeholder; kept as it is\n";
 }
 
-core::recognition::RecognizerList recognizers_of(const std::string& file) {
-  if (file.empty()) return {};
-  try {
-    return core::recognition::load_recognizers(file);
-  } catch (const core::Error& e) {
-    throw Failure(EXIT_INPUT, e.what());
-  }
+// A name without one Latin letter, digit or common ideograph is taken for a blank
+// to fill in.
+void warn_of_unmaskable(std::size_t count, std::ostream& err) {
+  if (count == 0) return;
+  err << "veildoc: warning: " << count << (count == 1 ? " name" : " names")
+      << " in other scripts (Cyrillic, kana, hangul, rare ideographs) cannot be masked;"
+         " veildoc analyze --explain tells where\n";
 }
 
-anonymization::AnonymizedDocument mask(std::u32string_view text, const AnonymizeOptions& options,
-                                       const AnalyzerFactory& make_analyzer) {
-  const GuardedAnalyzer analyzer(make_analyzer,
-                                 {options.profile, recognizers_of(options.recognizers)});
-  const auto aliases =
-      options.aliases == "one" ? anonymization::Aliases::ONE : anonymization::Aliases::SEPARATE;
-  auto document =
-      anonymization::anonymize_document(text, analyzer, options.language, options.profile, aliases);
-  if (options.labels == "core") return document;
-  const auto locale = options.labels == "auto" ? document.language : options.labels;
-  return anonymization::with_labels(std::move(document), locale);
+class Anonymize : public Command {
+ public:
+  std::string_view name() const override { return "anonymize"; }
+  std::string_view about() const override { return "Masks one document of plain text."; }
+  std::string_view details() const override { return details_; }
+  void declare(Options& options) override;
+  void check(const Options& options) override;
+  void execute(const Context& context) override;
+
+ private:
+  void write(const std::string& bytes, const std::optional<std::string>& mapping,
+             std::ostream& out) const;
+
+  const std::string details_ = std::string(DETAILS)
+                                   .append(PROFILES_HELP)
+                                   .append("\n")
+                                   .append(SERVICES_HELP)
+                                   .append(EXAMPLES);
+  MaskingOptions masking_;
+  std::string input_ = "-";  // "-" is standard input
+  bool input_named_ = false;
+  std::string output_;   // empty: standard output
+  std::string mapping_;  // empty: none is written
+  bool json_ = false;
+};
+
+void Anonymize::declare(Options& options) {
+  options.argument("FILE", input_, "The document; - or nothing is standard input");
+  masking_.declare_language(options);
+  masking_.declare_profile(options);
+  masking_.declare_labels(options);
+  masking_.declare_aliases(options);
+  masking_.declare_recognizers(options);
+  masking_.declare_services(options);
+  options.file("-o,--output", output_, "Write to this file, not to standard output");
+  options.file("--mapping", mapping_, "Write the mapping to this file, as JSON");
+  options.flag("--json", json_,
+               "Write one JSON object instead of the text: language,\ntext, mapping, "
+               "replacements. It holds the original surfaces");
+}
+
+void Anonymize::check(const Options& options) {
+  masking_.check(options);
+  input_named_ = options.given("FILE");
+  if (!mapping_.empty()) {
+    if (mapping_ == "-" || is_special_file(mapping_)) {
+      throw Failure(EXIT_USAGE, "--mapping needs a regular file");
+    }
+    if (!output_.empty() && same_file(mapping_, output_)) {
+      throw Failure(EXIT_USAGE, "--mapping and --output name the same file");
+    }
+    if (input_ != "-" && same_file(mapping_, input_)) {
+      throw Failure(EXIT_USAGE, "--mapping names the input file");
+    }
+  }
+  if (output_ == "-") output_.clear();
+}
+
+void Anonymize::execute(const Context& context) {
+  const Input input = read_input(input_, input_named_, context);
+  warn_of_placeholders(input.text, context.err);
+  const GuardedAnalyzer analyzer(context, masking_);
+  const auto [analysis_text, language] = analysis_input(input.text, masking_);
+  const auto hits = analyzer.analyze(analysis_text, language);
+  warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
+  const auto document = mask(input.text, masking_, KnownHits(hits));
+  std::string bytes;
+  if (json_) {
+    bytes = document_json(document, input.text);
+  } else {
+    if (input.marked) bytes = Input::BYTE_ORDER_MARK;
+    bytes += core::text::encode_utf8(document.text);
+  }
+  std::optional<std::string> mapping;
+  if (!mapping_.empty()) mapping = mapping_json(document);
+  write(bytes, mapping, context.out);
 }
 
 // Everything is ready on the disk before anything is put in place.
-void write(const std::string& bytes, const std::optional<std::string>& mapping,
-           const AnonymizeOptions& options, std::ostream& out) {
+void Anonymize::write(const std::string& bytes, const std::optional<std::string>& mapping,
+                      std::ostream& out) const {
   std::optional<PendingFile> mapping_file;
   std::optional<PendingFile> output_file;
-  if (mapping) mapping_file.emplace(options.mapping, *mapping, Privacy::SECRET);
-  if (!options.output.empty()) {
-    output_file.emplace(options.output, bytes, options.json ? Privacy::SECRET : Privacy::ORDINARY);
+  if (mapping) mapping_file.emplace(mapping_, *mapping, Privacy::SECRET);
+  if (!output_.empty()) {
+    output_file.emplace(output_, bytes, json_ ? Privacy::SECRET : Privacy::ORDINARY);
   }
   if (mapping_file) mapping_file->commit();
   if (output_file) {
@@ -127,26 +152,6 @@ void write(const std::string& bytes, const std::optional<std::string>& mapping,
 
 }  // namespace
 
-void anonymize(const AnonymizeOptions& options, const Streams& streams,
-               const AnalyzerFactory& make_analyzer) {
-  if (!options.input_named && &streams.in == &std::cin && ::isatty(STDIN_FILENO) != 0) {
-    streams.err << "veildoc: reading standard input; Ctrl-D ends it\n" << std::flush;
-  }
-  const auto name = options.input == "-" ? std::string("standard input") : options.input;
-  const Input input = decode(read_all(options.input, streams.in), name);
-  warn_of_placeholders(input.text, streams.err);
-
-  const auto document = mask(input.text, options, make_analyzer);
-  std::string bytes;
-  if (options.json) {
-    bytes = document_json(document, input.text);
-  } else {
-    if (input.marked) bytes = BYTE_ORDER_MARK;
-    bytes += core::text::encode_utf8(document.text);
-  }
-  std::optional<std::string> mapping;
-  if (!options.mapping.empty()) mapping = mapping_json(document);
-  write(bytes, mapping, options, streams.out);
-}
+std::unique_ptr<Command> make_anonymize_command() { return std::make_unique<Anonymize>(); }
 
 }  // namespace cli

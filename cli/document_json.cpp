@@ -4,9 +4,9 @@
 #include <unordered_set>
 #include <vector>
 
-#include <nlohmann/json.hpp>
-
+#include "cli/json.hpp"
 #include "core/anonymization/placeholders.hpp"
+#include "core/masked_stretches.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/utf8.hpp"
 
@@ -15,34 +15,14 @@ namespace {
 
 namespace anonymization = core::anonymization;
 using core::text::encode_utf8;
-using nlohmann::ordered_json;
 
 constexpr int MAPPING_VERSION = 1;
 constexpr int MAPPING_INDENT = 2;
 
-// A placeholder, and how much of the surface before and behind it stayed.
-struct Bare {
-  std::u32string_view placeholder;
-  std::size_t before = 0;
-  std::size_t behind = 0;
-};
+using anonymization::BarePlaceholder;
+using anonymization::without_wording;
 
-// What is written for an amount holds its wording: 人民币[MONEY1]元 for
-// 人民币100元. Without the wording on both sides, [MONEY1] and 100.
-Bare without_wording(std::u32string_view written, std::u32string_view surface) {
-  for (const auto& [from, to] : anonymization::find_numbered_placeholders(written)) {
-    const auto start = static_cast<std::size_t>(from);
-    const auto end = static_cast<std::size_t>(to);
-    const std::size_t behind = written.size() - end;
-    if (start + behind <= surface.size() && surface.starts_with(written.substr(0, start)) &&
-        surface.ends_with(written.substr(end))) {
-      return {written.substr(start, end - start), start, behind};
-    }
-  }
-  return {written, 0, 0};
-}
-
-std::u32string_view narrow(std::u32string_view surface, const Bare& bare) {
+std::u32string_view narrow(std::u32string_view surface, const BarePlaceholder& bare) {
   return surface.substr(bare.before, surface.size() - bare.before - bare.behind);
 }
 
@@ -51,15 +31,11 @@ std::string tag_of(std::u32string_view placeholder) {
   return parsed ? parsed->tag : std::string(anonymization::entity_type::CARD_LAST4);
 }
 
-std::string dump(const ordered_json& json, int indent) {
-  return json.dump(indent, ' ', false, ordered_json::error_handler_t::replace) + "\n";
-}
-
 // Surfaces by placeholder, both in the order in which they came.
 class SurfaceList {
  public:
   void add(std::u32string_view written, std::u32string_view surface) {
-    const Bare bare = without_wording(written, surface);
+    const auto bare = without_wording(written, surface);
     const auto [at, is_new] = index_.try_emplace(encode_utf8(bare.placeholder), entries_.size());
     if (is_new) entries_.push_back({at->first, {}, {}});
     auto& entry = entries_[at->second];
@@ -91,14 +67,14 @@ std::string document_json(const anonymization::AnonymizedDocument& document,
                           std::u32string_view original) {
   auto mapping = ordered_json::array();
   for (const auto& entry : document.mapping) {
-    const Bare bare = without_wording(entry.placeholder, entry.surface);
+    const auto bare = without_wording(entry.placeholder, entry.surface);
     mapping.push_back({{"placeholder", encode_utf8(bare.placeholder)},
                        {"surface", encode_utf8(narrow(entry.surface, bare))}});
   }
   auto replacements = ordered_json::array();
   for (const auto& replacement : document.replacements) {
     const auto surface = core::text::slice(original, replacement.start, replacement.end);
-    const Bare bare = without_wording(replacement.placeholder, surface);
+    const auto bare = without_wording(replacement.placeholder, surface);
     replacements.push_back(
         {{"start", replacement.start + static_cast<anonymization::Offset>(bare.before)},
          {"end", replacement.end - static_cast<anonymization::Offset>(bare.behind)},
@@ -109,7 +85,7 @@ std::string document_json(const anonymization::AnonymizedDocument& document,
                                {"text", encode_utf8(document.text)},
                                {"mapping", std::move(mapping)},
                                {"replacements", std::move(replacements)}};
-  return dump(object, -1);
+  return dump_json(object);
 }
 
 std::string mapping_json(const anonymization::AnonymizedDocument& document) {
@@ -123,7 +99,7 @@ std::string mapping_json(const anonymization::AnonymizedDocument& document) {
                                {"version", MAPPING_VERSION},
                                {"language", document.language},
                                {"entries", surfaces.json()}};
-  return dump(object, MAPPING_INDENT);
+  return dump_json(object, MAPPING_INDENT);
 }
 
 }  // namespace cli

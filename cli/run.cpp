@@ -4,21 +4,15 @@
 #include <ostream>
 #include <variant>
 
-#include "cli/anonymize.hpp"
+#include "cli/command.hpp"
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/options.hpp"
-#include "core/anonymization/analyzer/embedded_analyzer.hpp"
+#include "cli/services.hpp"
 #include "core/errors.hpp"
 
 namespace cli {
 namespace {
-
-std::unique_ptr<core::anonymization::Analyzer> embedded_analyzer(const AnalyzerOptions& options) {
-  return core::anonymization::make_embedded_analyzer(
-      {.percentages_and_quantities = options.profile == "strict",
-       .recognizers = options.recognizers});
-}
 
 int fail(std::ostream& err, ExitCode code, std::string_view message) {
   err << "veildoc: " << message << '\n' << std::flush;
@@ -30,11 +24,12 @@ int fail(std::ostream& err, ExitCode code, std::string_view message) {
 int run(std::span<const std::string> args, std::istream& in, std::ostream& out, std::ostream& err,
         const AnalyzerFactory& make_analyzer) {
   try {
-    const auto command = parse_options(args);
-    if (const auto* answer = std::get_if<Answer>(&command)) {
+    const auto commands = all_commands();
+    const auto parsed = parse_command_line(args, commands);
+    if (const auto* answer = std::get_if<Answer>(&parsed)) {
       write_all(out, answer->text);
     } else {
-      anonymize(std::get<AnonymizeOptions>(command), {in, out, err}, make_analyzer);
+      std::get<Command*>(parsed)->execute({in, out, err, make_analyzer});
     }
     return EXIT_DONE;
   } catch (const ClosedPipe&) {
@@ -54,7 +49,7 @@ int run(std::span<const std::string> args, std::istream& in, std::ostream& out, 
 }
 
 int run(std::span<const std::string> args, std::istream& in, std::ostream& out, std::ostream& err) {
-  return run(args, in, out, err, embedded_analyzer);
+  return run(args, in, out, err, make_default_analyzer);
 }
 
 }  // namespace cli

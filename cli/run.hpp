@@ -13,6 +13,10 @@
 #include "core/anonymization/analyzer.hpp"
 #include "core/recognition/recognizer_registry.hpp"
 
+namespace core::nlp {
+class HanlpClient;
+}
+
 namespace cli {
 
 // What the process ends with.
@@ -27,6 +31,13 @@ enum ExitCode {
 struct AnalyzerOptions {
   std::string profile;
   core::recognition::RecognizerList recognizers = {};  // of the user
+  // Services to ask; nullptr: none.
+  std::shared_ptr<const core::anonymization::Analyzer> presidio = {};
+  bool embedded = true;  // beside Presidio
+  std::shared_ptr<const core::nlp::HanlpClient> hanlp = {};
+  // Where it does not answer, the embedded finders serve and this is told why.
+  // Empty: it is an error.
+  std::function<void(const std::string& reason)> hanlp_fallback = {};
 };
 
 // Makes the analyzer that a command asks for.

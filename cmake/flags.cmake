@@ -6,3 +6,4 @@ target_compile_options(veildoc_flags INTERFACE -Wall -Wextra -Wshadow -Wconversi
 target_include_directories(veildoc_flags INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>)
 # g++ 12 sees overlapping copies in every optimized `"literal" + std::string` (its bug 105651).
 target_compile_options(veildoc_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+target_compile_options(veildoc_flags INTERFACE $<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>)

@@ -7,6 +7,9 @@ set(headers_dir ${CMAKE_INSTALL_INCLUDEDIR}/veildoc)
 
 install(TARGETS veildoc_core EXPORT veildocTargets)
 install(TARGETS veildoc)
+install(FILES cli/installed.txt DESTINATION ${CMAKE_INSTALL_DATADIR}/veildoc)
+# The data that is compiled in asks for its notices.
+install(FILES LICENSE NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 install(FILES core/anonymization_core.hpp core/errors.hpp DESTINATION ${headers_dir}/core)
 install(FILES core/anonymization/analyzer.hpp core/anonymization/masked_text.hpp
@@ -21,6 +24,13 @@ install(FILES core/recognition/context_words.hpp core/recognition/deny_list.hpp
               core/recognition/recognizer_file.hpp core/recognition/recognizer_registry.hpp
               core/recognition/user_pattern.hpp
         DESTINATION ${headers_dir}/core/recognition)
+# Analyzers and services outside
+install(FILES core/recognition/analysis_request.hpp core/recognition/analyzer_engine.hpp
+        DESTINATION ${headers_dir}/core/recognition)
+install(FILES core/nlp/hanlp_client.hpp core/nlp/remote_recognizer.hpp
+        DESTINATION ${headers_dir}/core/nlp)
+install(FILES core/remote/http_client.hpp core/remote/presidio_remote_analyzer.hpp
+        DESTINATION ${headers_dir}/core/remote)
 install(FILES core/text/multi_pattern.hpp core/text/regex.hpp DESTINATION ${headers_dir}/core/text)
 
 install(EXPORT veildocTargets NAMESPACE veildoc:: DESTINATION ${package_dir})

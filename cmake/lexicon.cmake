@@ -17,3 +17,33 @@ function(veildoc_lexicon target name)
   target_compile_features(lexicon_${name} PRIVATE cxx_std_20)
   target_sources(${target} PRIVATE $<TARGET_OBJECTS:lexicon_${name}>)
 endfunction()
+
+# veildoc_trie(TARGET NAME (LIST COLUMN...)...): compiles the lists data/LIST into
+# one trie in TARGET, which core/text/flat_trie.hpp reads as veildoc_trie_NAME.
+# tools/lexicons/compile_trie.cpp tells what the COLUMNs mean.
+#
+# The assembler takes the compiled file as it is, which costs no compile time
+# and no start-up time.
+function(veildoc_trie target name)
+  set(compiled ${PROJECT_BINARY_DIR}/lexicons/${name}.trie)
+  set(arguments "")
+  set(lists "")
+  foreach(argument IN LISTS ARGN)
+    if(argument MATCHES "\\.txt$")
+      set(argument ${PROJECT_SOURCE_DIR}/data/${argument})
+      list(APPEND lists ${argument})
+    endif()
+    list(APPEND arguments ${argument})
+  endforeach()
+  add_custom_command(
+    OUTPUT ${compiled}
+    COMMAND veildoc_compile_trie ${compiled} ${arguments}
+    DEPENDS veildoc_compile_trie ${lists}
+    VERBATIM)
+  set(source ${PROJECT_BINARY_DIR}/lexicons/${name}_trie.cpp)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/trie.cpp.in ${source} @ONLY)
+  add_library(trie_${name} OBJECT ${source})
+  set_target_properties(trie_${name} PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  set_source_files_properties(${source} PROPERTIES OBJECT_DEPENDS ${compiled})
+  target_sources(${target} PRIVATE $<TARGET_OBJECTS:trie_${name}>)
+endfunction()

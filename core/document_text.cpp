@@ -14,15 +14,33 @@ PreparedReplacements prepare_document_text_replacements(std::u32string_view text
                                                         std::string_view strategy_profile,
                                                         std::u32string_view joiner) {
   auto replacements = build_numbered_replacements(text, analyzer, language, strategy_profile);
-  replacements = joiner.empty()
-                     ? _clip_replacements_at_embedded_docx_joiners(std::move(replacements), text)
-                     : _split_replacements_at_joiner(std::move(replacements), text, joiner);
-  replacements =
-      _trim_org_replacement_spans_at_defined_alias_closers(std::move(replacements), text);
-  replacements = _filter_weak_org_replacements(std::move(replacements), text);
-  replacements = _apply_llm_keep_mask_decision(text, std::move(replacements));
+  for (const auto& step : replacement_steps(joiner)) {
+    replacements = step.run(text, std::move(replacements));
+  }
   auto org_by_okey = build_okey_to_canonical_org_placeholders(text, replacements, language);
   return {std::move(replacements), std::move(org_by_okey)};
+}
+
+std::vector<ReplacementStep> replacement_steps(std::u32string_view joiner) {
+  using Replacements = std::vector<Replacement>;
+  return {{"paragraph joiners",
+           [joiner](std::u32string_view text, Replacements replacements) {
+             return joiner.empty()
+                        ? _clip_replacements_at_embedded_docx_joiners(std::move(replacements), text)
+                        : _split_replacements_at_joiner(std::move(replacements), text, joiner);
+           }},
+          {"closing quotes of definitions",
+           [](std::u32string_view text, Replacements replacements) {
+             return _trim_org_replacement_spans_at_defined_alias_closers(std::move(replacements),
+                                                                         text);
+           }},
+          {"weak organizations",
+           [](std::u32string_view text, Replacements replacements) {
+             return _filter_weak_org_replacements(std::move(replacements), text);
+           }},
+          {"keep/mask decision", [](std::u32string_view text, Replacements replacements) {
+             return _apply_llm_keep_mask_decision(text, std::move(replacements));
+           }}};
 }
 
 std::vector<Replacement> _apply_llm_keep_mask_decision(std::u32string_view text,

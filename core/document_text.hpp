@@ -3,6 +3,7 @@
 // Offsets count code points of the text.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,6 +25,18 @@ struct PreparedReplacements {
 PreparedReplacements prepare_document_text_replacements(
     std::u32string_view text, const Analyzer& analyzer, std::string_view language,
     std::string_view strategy_profile = "contract_default", std::u32string_view joiner = {});
+
+// A step between numbering and writing, by name.
+struct ReplacementStep {
+  std::string_view name;  // for people
+  std::function<std::vector<Replacement>(std::u32string_view text,
+                                         std::vector<Replacement> replacements)>
+      run;
+};
+
+// Those of prepare_document_text_replacements, in the order in which they run;
+// `joiner` outlives them.
+std::vector<ReplacementStep> replacement_steps(std::u32string_view joiner = {});
 
 // What the outside decider leaves of the replacements; all of them if there is
 // no decider or it fails in any way.

@@ -8,16 +8,19 @@ cd "$(dirname "$0")/.."
 
 layers='
 tests/support                      core
-tests                              tests/support cli core bench
+tests                              tests/support cli core bench tools
+tools                              core/text
 bench                              tests/support core
 cli                                core
+python                             core
 core/text                          core/errors.hpp
 core/errors.hpp
 core/anonymization/result
 core/anonymization/analyzer.hpp    core/anonymization/result
+core/anonymization/hit_changes     core/anonymization/result
 core/app_paths
 core/anonymization/analyzer/language  core/text core/errors.hpp core/anonymization/constants
-core/anonymization/analyzer        core/text core/errors.hpp core/app_paths core/anonymization/analyzer.hpp core/anonymization/recognizers core/recognition core/nlp
+core/anonymization/analyzer        core/text core/errors.hpp core/app_paths core/anonymization/analyzer.hpp core/anonymization/recognizers core/recognition core/nlp core/remote
 core/anonymization/recognizers     core/text core/errors.hpp SIBLINGS core/recognition
 core/anonymization/identity        core/text core/errors.hpp SIBLINGS core/anonymization/rules core/person_clustering
 core/anonymization/cleanup         core/text core/errors.hpp SIBLINGS core/anonymization/rules
@@ -26,8 +29,10 @@ core/anonymization/replacements    core/text core/errors.hpp SIBLINGS core/anony
 core/anonymization/propagation     core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity core/anonymization/cleanup core/anonymization/analyzer/language core/anonymization/replacements
 core/anonymization/party_labeled_names  core/text core/errors.hpp SIBLINGS core/anonymization/rules core/anonymization/identity
 core/anonymization                 core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/anonymization/rules
-core/recognition                   core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp
-core/nlp                           core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition
+core/recognition                   core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/anonymization/hit_changes core/anonymization/span_index
+core/remote                        core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp
+core/nlp                           core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition core/remote
+core/evaluation                    core/text core/errors.hpp core/anonymization/result core/masked_stretches
 core/parties                       core/text core/errors.hpp core/anonymization core/person_clustering core/person_name
 core/person_clustering             core/text core/errors.hpp core/anonymization/result core/person_name
 core/person_name                   core/text core/errors.hpp
@@ -35,7 +40,7 @@ core                               core/text core/errors.hpp core/anonymization 
 '
 
 list_files '*.cpp' '*.hpp' | while IFS= read -r file; do
-  grep -o '^#include "[^"]*"' "$file" | sed "s|^#include \"\(.*\)\"|$file \1|"
+  { grep -o '^#include "[^"]*"' "$file" || true; } | sed "s|^#include \"\(.*\)\"|$file \1|"
 done | awk -v layers="$layers" '
   # Whether `path` is `prefix` or lies in it. SIBLINGS are the headers that
   # stand in core/anonymization itself.

@@ -121,7 +121,13 @@ std::u32string _canonical_geo_country_identity_fragment(std::u32string_view span
 
 const std::vector<std::u32string>& known_country_names() { return country_table().spellings(); }
 
-bool _geo_country_mask_as_address_enabled() { return _mask_country_in_geo_background_enabled(); }
+bool _geo_country_mask_as_address_enabled() {
+  try {
+    return _mask_country_in_geo_background_enabled();
+  } catch (...) {
+    return true;  // the safe side
+  }
+}
 
 bool _org_span_is_bare_geo_country(std::u32string_view span, std::u32string_view geo) {
   return !geo.empty() && _canonical_geo_country_identity_fragment(span) == geo;

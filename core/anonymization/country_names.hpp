@@ -24,7 +24,7 @@ std::u32string _canonical_geo_country_identity_fragment(std::u32string_view span
 const std::vector<std::u32string>& known_country_names();
 
 // Whether a bare country reported as an organization is masked as an address.
-// Reads the switch in rules/org_context at each call.
+// Reads the setting in rules/org_context at each call; true where that fails.
 bool _geo_country_mask_as_address_enabled();
 
 // Whether an organization span consists of the country alone: its canonical

@@ -1,39 +1,26 @@
 #include "core/anonymization/llm_decider.hpp"
 
-#include <memory>
-#include <mutex>
-
+#include "core/anonymization/hook.hpp"
 #include "core/errors.hpp"
 
 namespace core::anonymization {
 namespace {
 
-struct Decider {
-  std::mutex mutex;
-  std::shared_ptr<const ReplacementSpanFilter> filter;
-};
+using DeciderHook =
+    Hook<std::vector<Replacement>(std::u32string_view text, const std::vector<Replacement>& spans)>;
 
-Decider& decider() {
-  static Decider instance;
+DeciderHook& decider() {
+  static DeciderHook instance;
   return instance;
 }
 
 }  // namespace
 
-void set_replacement_span_filter(ReplacementSpanFilter filter) {
-  auto next = filter ? std::make_shared<const ReplacementSpanFilter>(std::move(filter)) : nullptr;
-  const std::lock_guard lock(decider().mutex);
-  decider().filter.swap(next);
-}
+void set_replacement_span_filter(ReplacementSpanFilter filter) { decider().set(std::move(filter)); }
 
 std::vector<Replacement> filter_replacement_spans(std::u32string_view text,
                                                   const std::vector<Replacement>& spans) {
-  std::shared_ptr<const ReplacementSpanFilter> filter;
-  {
-    // Not held while the decider works, which may take long and ask us things.
-    const std::lock_guard lock(decider().mutex);
-    filter = decider().filter;
-  }
+  const auto filter = decider().get();
   if (filter == nullptr) throw Error("no keep/mask decider is set");
   return (*filter)(text, spans);
 }

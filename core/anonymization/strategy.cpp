@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "core/anonymization/hook.hpp"
 #include "core/anonymization/span_index.hpp"
 #include "core/errors.hpp"
 #include "core/text/word_set.hpp"
@@ -96,9 +97,28 @@ std::vector<RecognizerResult> keep_identities(std::u32string_view, std::u32strin
   return results;
 }
 
+using ResolverHook = Hook<std::optional<StrategySteps>(std::string_view, std::string_view)>;
+
+ResolverHook& strategy_resolver() {
+  static ResolverHook instance;
+  return instance;
+}
+
 }  // namespace
 
-StrategySteps _resolve_semantic_strategy_steps(std::string_view profile, std::string_view) {
+StrategySteps _resolve_semantic_strategy_steps(std::string_view profile,
+                                               std::string_view language) {
+  if (const auto resolver = strategy_resolver().get()) {
+    if (auto steps = (*resolver)(profile, language)) return std::move(*steps);
+  }
+  return built_in_strategy_steps(profile);
+}
+
+void set_strategy_resolver(StrategyResolver resolver) {
+  strategy_resolver().set(std::move(resolver));
+}
+
+StrategySteps built_in_strategy_steps(std::string_view profile) {
   if (profile == "contract_default" || profile == "strict") {
     return {.before_overlaps = {alias_step(is_left_by_none)}, .after_overlaps = {}};
   }

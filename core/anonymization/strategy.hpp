@@ -14,6 +14,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -30,7 +31,17 @@ struct StrategySteps {
   std::vector<StrategyStep> after_overlaps;
 };
 
-// Throws ValueError, listing the known profiles, if `profile` is none of them.
+// The steps of a profile: the application's, or those above. Throws ValueError,
+// listing the known profiles, if `profile` is none of them.
 StrategySteps _resolve_semantic_strategy_steps(std::string_view profile, std::string_view language);
+
+// The steps of a profile above, whatever the application says.
+StrategySteps built_in_strategy_steps(std::string_view profile);
+
+// Steps of the application's own: asked at each call, from any thread; nothing
+// leaves the profile to those above. An empty function removes it.
+using StrategyResolver = std::function<std::optional<StrategySteps>(std::string_view profile,
+                                                                    std::string_view language)>;
+void set_strategy_resolver(StrategyResolver resolver);
 
 }  // namespace core::anonymization

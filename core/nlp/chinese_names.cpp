@@ -5,7 +5,9 @@
 
 #include "core/nlp/characters.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/name_evidence.hpp"
 #include "core/nlp/vocabulary.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/lexicon.hpp"
 
 namespace core::text::lexicon_data {
@@ -21,13 +23,19 @@ using recognition::WordClass;
 // Seldom the second character of a given name, often the first of what follows a name.
 constexpr std::u32string_view NEVER_IN_GIVEN_NAME =
     U"的自与和就在于为曾应须将以等及或向对签任作负担代是到从按由已可提先女称即均不未会该此其各但并且因则被把给让使说经至所有并需拟"
-    U"同系处号曾仅诉辩述拟须";
+    U"同系处号曾仅诉辩述拟须副";
 
 // Surnames that are everyday words too: without a label they are none.
 constexpr std::u32string_view WEAK_SURNAMES =
-    U"应于和时向任经能有后从成相关同方全都平常单计支包权那明安高通满步强终易万元公由";
+    U"应于和时向任经能有后从成相关同方全都平常单计支包权那明安高通满步强终易万元公由须";
 
 constexpr std::size_t LONGEST_PART = 8;
+
+// The evidence that a name must have: as a run of its own, and in a sentence.
+constexpr Evidence LEAST_OF_RUN = -25;
+constexpr Evidence LEAST_IN_SENTENCE = -3;
+// Of a name before a title or a mark.
+constexpr Evidence LEAST_BEFORE_TITLE = -12;
 
 std::size_t han_run_end(std::u32string_view t, std::size_t at, std::size_t longest) {
   std::size_t end = at;
@@ -39,12 +47,6 @@ bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・' || c =
 
 bool never_in_given_name(char32_t c) {
   return NEVER_IN_GIVEN_NAME.find(c) != NEVER_IN_GIVEN_NAME.npos;
-}
-
-// 1 or 2 for a single or compound surname at `at`, 0 for none.
-std::size_t surname_length(std::u32string_view t, std::size_t at) {
-  if (at + 2 <= t.size() && is_chinese_surname(t.substr(at, 2))) return 2;
-  return at < t.size() && is_chinese_surname(t.substr(at, 1)) ? 1 : 0;
 }
 
 bool holds_word(const NlpArtifacts& a, std::size_t start, std::size_t end) {
@@ -97,46 +99,64 @@ std::size_t spaced_name_end(std::u32string_view t, std::size_t at) {
   return end;
 }
 
-// How far the given name reaches behind a surname in running text.
-std::size_t given_name_end(const NlpArtifacts& a, std::size_t at, std::size_t surname) {
-  const std::u32string_view t = a.folded;
-  std::size_t end = at + surname;
-  while (end < t.size() && end < at + surname + 2 && is_han(t[end]) &&
-         (!never_in_given_name(t[end]) || end == at + surname) &&
-         end_of_word_at(a.of(WordClass::PERSON_TITLE), end) == end &&
-         end_of_word_at(a.of(WordClass::CLAUSE_WORD), end) == end) {
-    ++end;
-  }
-  return end;
+// Whether start..end is a known word of two characters or more, or ends like one for
+// persons of an office.
+bool is_known_word(const NlpArtifacts& a, std::size_t start, std::size_t end) {
+  constexpr std::u32string_view OFFICES = U"工员师长手";
+  if (OFFICES.find(a.folded[end - 1]) != OFFICES.npos) return true;
+  const auto* word = word_at(a.chinese_words, start);
+  return are_ordinary_words(a.chinese_words, start, end) ||
+         (word != nullptr && word->start == start && word->end == end && word->known() &&
+          word->length() > 1 && word->word_class != recognition::ChineseWordClass::PERSON);
+}
+
+// A run of ideographs behind a label that is a name as a whole.
+bool is_whole_name(const NlpArtifacts& a, std::size_t at, std::size_t run, std::size_t surname) {
+  constexpr std::u32string_view NEVER_FIRST = U"其本该各每上下以另此由";
+  constexpr std::size_t LONGEST_RUN = 6;
+  if (run < 2 || run > LONGEST_RUN || holds_word(a, at, at + run)) return false;
+  if (surname == 0 && NEVER_FIRST.find(a.folded[at]) != NEVER_FIRST.npos) return false;
+  if (surname == 0 && is_touched(a.of(WordClass::PUBLIC_BODY), at, at + run)) return false;
+  const bool title_inside =
+      run > surname + 1 && is_touched(a.of(WordClass::PERSON_TITLE), at + surname + 1, at + run);
+  if (title_inside) return false;
+  return run <= (surname > 0 ? surname + 2 : 3) || !is_name_with_words(a, at, at + run);
 }
 
 std::size_t plain_name_end(const NlpArtifacts& a, std::size_t at, NameContext context) {
   const std::u32string_view t = a.folded;
   const std::size_t run = han_run_end(t, at, LONGEST_PART) - at;
   const std::size_t surname = surname_length(t, at);
-  constexpr std::u32string_view NEVER_FIRST = U"其本该各每上下以另此由";
-  const bool whole = context == NameContext::LABEL && run >= 2 && run <= 6U &&
-                     (surname > 0 || NEVER_FIRST.find(t[at]) == NEVER_FIRST.npos);
-  if (whole && !holds_word(a, at, at + run) &&
-      (surname > 0 || !is_touched(a.of(WordClass::PUBLIC_BODY), at, at + run))) {
-    const bool title_inside =
-        run > surname + 1 && is_touched(a.of(WordClass::PERSON_TITLE), at + surname + 1, at + run);
-    if (!title_inside) return at + run;
-  }
+  if (context == NameContext::LABEL && is_whole_name(a, at, run, surname)) return at + run;
   if (surname == 0 || run <= surname) return at;
-  // The run is as long as a name; what follows it is no part of a sentence.
   const bool weak = surname == 1 && WEAK_SURNAMES.find(t[at]) != WEAK_SURNAMES.npos;
+  // The run is as long as a name; what follows it is no part of a sentence.
   const bool neat = run == surname + 1 || run == surname + 2;
   if (neat && !weak && !never_in_given_name(t[at + run - 1]) &&
-      !is_touched(a.of(WordClass::PERSON_TITLE), at + surname, at + run)) {
+      !is_touched(a.of(WordClass::PERSON_TITLE), at + surname, at + run) &&
+      name_evidence(a, at, at + run, surname) >=
+          (context == NameContext::LABEL ? LEAST_OF_RUN : LEAST_IN_SENTENCE)) {
     return at + run;
   }
   if (context == NameContext::PROSE && weak) return at;
-  const std::size_t end = given_name_end(a, at, surname);
-  return end - at > surname && !never_in_given_name(t[at + surname]) ? end : at;
+  const std::size_t end = likeliest_name_end(a, at, surname);
+  if (end == at || never_in_given_name(t[at + surname])) return at;
+  return name_evidence(a, at, end, surname) >= LEAST_IN_SENTENCE ? end : at;
 }
 
 }  // namespace
+
+bool is_name_with_words(const NlpArtifacts& a, std::size_t start, std::size_t end) {
+  const auto is_name = [&](std::size_t from, std::size_t to) {
+    const std::size_t surname = surname_length(a.folded, from);
+    return surname > 0 && surname < to - from && name_evidence(a, from, to, surname) > 0;
+  };
+  for (std::size_t length = 2; length + 2 <= end - start; ++length) {
+    if (is_known_word(a, start, end - length) && is_name(end - length, end)) return true;
+    if (is_known_word(a, start + length, end) && is_name(start, start + length)) return true;
+  }
+  return false;
+}
 
 bool is_everyday_word(std::u32string_view word) {
   static const auto words = [] {
@@ -166,28 +186,37 @@ std::size_t chinese_name_start(const NlpArtifacts& a, std::size_t end) {
   const std::u32string_view t = a.folded;
   std::size_t run = end;
   while (run > 0 && end - run < LONGEST_PART && is_han(t[run - 1])) --run;
-  const auto fits = [&](std::size_t length, std::size_t surname) {
-    if (end - run < length) return false;
+  const auto evidence = [&](std::size_t length, std::size_t surname) {
+    if (end - run < length) return NO_NAME;
     const std::size_t at = end - length;
     const auto name = t.substr(at, length);
     // 由张三, not the surname 由
     const bool weak = surname == 1 && length == 3 &&
                       WEAK_SURNAMES.find(t[at]) != WEAK_SURNAMES.npos &&
                       surname_length(t, at + 1) > 0;
-    return !weak && surname_length(t, at) == surname && !is_everyday_word(name) &&
-           !is_everyday_word(name.substr(0, 2)) && !holds_word(a, at, end) &&
-           !is_touched(a.of(WordClass::PERSON_LABEL), at, end);
+    const bool fits = !weak && surname_length(t, at) == surname && !is_everyday_word(name) &&
+                      !is_everyday_word(name.substr(0, 2)) && !holds_word(a, at, end) &&
+                      !is_touched(a.of(WordClass::PERSON_LABEL), at, end);
+    return fits ? name_evidence(a, at, end, surname) : NO_NAME;
   };
   // 叶陈淑芬: the husband's surname before one's own
-  if (fits(4, 1) && surname_length(t, end - 3) == 1 && (end == 4 || !is_han(t[end - 5])) &&
-      WEAK_SURNAMES.find(t[end - 4]) == WEAK_SURNAMES.npos) {
+  if (evidence(4, 1) > NO_NAME && surname_length(t, end - 3) == 1 &&
+      (end == 4 || !is_han(t[end - 5])) && WEAK_SURNAMES.find(t[end - 4]) == WEAK_SURNAMES.npos) {
     return end - 4;
   }
-  if (fits(4, 2)) return end - 4;
-  if (fits(3, 2)) return end - 3;
-  if (fits(3, 1)) return end - 3;
-  if (fits(2, 1)) return end - 2;
-  return end;
+  struct Shape {
+    std::size_t length;
+    std::size_t surname;
+  };
+  std::size_t best = end;
+  Evidence most = LEAST_BEFORE_TITLE;
+  for (const Shape shape : {Shape{4, 2}, Shape{3, 2}, Shape{3, 1}, Shape{2, 1}}) {
+    const Evidence weight = evidence(shape.length, shape.surname);
+    if (weight <= most) continue;
+    most = weight;
+    best = end - shape.length;
+  }
+  return best;
 }
 
 }  // namespace core::nlp

@@ -22,6 +22,10 @@ std::size_t chinese_name_end(const recognition::NlpArtifacts& artifacts, std::si
 // sentence runs on to the left without a mark, the surname decides.
 std::size_t chinese_name_start(const recognition::NlpArtifacts& artifacts, std::size_t end);
 
+// Whether start..end is a name and a word before or behind it: 交警彭德胜, 丁大伟参加.
+bool is_name_with_words(const recognition::NlpArtifacts& artifacts, std::size_t start,
+                        std::size_t end);
+
 // Whether a word that looks like a name is an everyday word (项目, 应付).
 bool is_everyday_word(std::u32string_view word);
 

@@ -2,8 +2,12 @@
 #include <optional>
 
 #include "core/nlp/characters.hpp"
+#include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/more_organizations.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/name_pieces.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::nlp {
@@ -13,16 +17,9 @@ using recognition::WordClass;
 
 constexpr double SCORE = 0.85;
 constexpr std::size_t LONGEST_NAME = 40;
-// 天津 (滨海) in a name, not a remark
-constexpr std::size_t LONGEST_BRACKET = 12;
+constexpr std::size_t SHORTEST_BRAND = 2;
 // What may stand between a company and its branch: 苏州吴中
 constexpr std::size_t LONGEST_BRANCH_PLACE = 14;
-
-// Characters that may be part of a name (华为, 和平) but usually link it to the sentence.
-constexpr std::u32string_view LINKS =
-    U"为至给到在于对从将被是和及经以自按如同请凭就让后前应须可已曾拟其该此系";
-// Those that also end a phrase which no clause word announces.
-constexpr std::u32string_view FIRM_LINKS = U"为至给到在于对从将被是";
 
 // What stands before the kind of organization when no particular one is meant.
 constexpr auto GENERIC_NAMES = text::words(
@@ -38,7 +35,12 @@ constexpr auto GENERIC_NAMES = text::words(
      U"独立", U"股份制商业", U"项目所在地", U"物业服务", U"保险",     U"物流",     U"快递",
      U"转账", U"我国",       U"注册",       U"设计",     U"依法",     U"普通",     U"有限",
      U"经办", U"代理",       U"担保",       U"付款人",   U"乙方开户", U"甲方开户", U"卖方",
-     U"买方", U"人民",       U"各",         U"双方",     U"评估",     U"审计",     U"造价咨询"});
+     U"买方", U"人民",       U"各",         U"双方",     U"评估",     U"审计",     U"造价咨询",
+     U"国有", U"股份制",     U"地方",       U"大型",     U"全国性",   U"国内",     U"国外",
+     U"正规", U"本地",       U"外地",       U"相应",     U"有关",     U"电影",     U"农业",
+     U"村镇", U"乡镇",       U"出借",       U"合作的",   U"中资",     U"外国",     U"离岸",
+     U"私人", U"原审",       U"上级",       U"基层",     U"专门",     U"普通高等", U"职业",
+     U"成人", U"专科",       U"社区",       U"民办"});
 
 // Kinds that make a name of any brand.
 constexpr auto ANCHORED_KINDS =
@@ -60,7 +62,7 @@ struct Span {
 
 class Search {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded), reader_(a) {}
 
   std::vector<RecognizerResult> run() {
     for (const Ending& ending : endings()) take(ending);
@@ -81,11 +83,14 @@ class Search {
     for (const auto kind : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BRANCH,
                             WordClass::BANK, WordClass::INSTITUTION, WordClass::PUBLIC_BODY}) {
       for (const auto& hit : a_.of(kind)) {
-        if (!is_covered(a_.of(WordClass::SHIELD), hit.start, hit.end)) {
+        if (!is_covered(a_.of(WordClass::SHIELD), hit.start, hit.end) &&
+            !is_covered(a_.of(WordClass::CLAUSE_WORD),
+                        hit.start - std::min<std::size_t>(hit.start, 1), hit.end)) {
           all.push_back({hit.start, hit.end, kind});
         }
       }
     }
+    add_short_endings(all);
     std::sort(all.begin(), all.end(), [](const Ending& x, const Ending& y) {
       return x.start != y.start ? x.start < y.start : x.end > y.end;
     });
@@ -98,11 +103,24 @@ class Search {
     return all;
   }
 
+  // 石料|行, 卤味|店, but not 进行, 店面, 二社: a character that is a word of its own.
+  void add_short_endings(std::vector<Ending>& all) const {
+    constexpr std::u32string_view SHORT = U"店铺坊行社寺";
+    constexpr std::u32string_view NUMERALS = U"一二三四五六七八九十";
+    for (const auto& word : a_.chinese_words) {
+      if (word.length() != 1 || word.start == 0 || SHORT.find(t_[word.start]) == SHORT.npos ||
+          NUMERALS.find(t_[word.start - 1]) != NUMERALS.npos) {
+        continue;
+      }
+      all.push_back({word.start, word.end, WordClass::PLAIN_COMPANY});
+    }
+  }
+
   void take(const Ending& ending) {
     if (extend_last(ending)) return;
     const std::size_t floor = found_.empty() ? 0 : found_.back().end;
-    const std::size_t left = walk_left(ending.start, floor);
-    if (const auto start = name_start(ending, left)) found_.push_back({*start, ending.end});
+    NamePieces name = reader_.before(ending.start, floor);
+    if (const auto start = name_start(ending, name)) found_.push_back({*start, ending.end});
   }
 
   // 江澜银行股份有限公司 + 苏州吴中支行, 江夏东澜大学 + 附属协济医院: one organization.
@@ -113,138 +131,82 @@ class Search {
     if (ending.start < last.end || ending.start - last.end > LONGEST_BRANCH_PLACE) return false;
     const bool adjacent = ending.start == last.end;
     const bool blank = ending.start == last.end + 1 && t_[last.end] == U' ';
-    if (ending.kind == WordClass::COMPANY_FORM && !adjacent && !blank) return false;
+    // 中国检验认证集团 + 辽宁有限公司
+    const bool place = reader_.place_end(last.end) == ending.start;
+    if (ending.kind == WordClass::COMPANY_FORM && !adjacent && !blank && !place) return false;
     if (ending.kind == WordClass::BANK) return false;
-    // 西陵理工大学机械与动力学院
-    const bool faculty = ending.kind == WordClass::INSTITUTION && ending.start > last.end &&
-                         t_.substr(last.start, last.end - last.start).ends_with(U"大学") &&
-                         t_.substr(ending.start, ending.end - ending.start) == U"学院" &&
-                         t_[last.end] != U'与' && t_[last.end] != U'和' && t_[last.end] != U'及';
-    if (faculty && is_all_han(last.end, ending.start)) {
+    if (is_faculty(last, ending)) {
       last.end = ending.end;
       return true;
     }
-    for (std::size_t i = last.end; i < ending.start && !blank; ++i) {
-      if (!is_han(t_[i]) || LINKS.find(t_[i]) != LINKS.npos) return false;
-    }
-    if (is_touched(a_.of(WordClass::CLAUSE_WORD), last.end, ending.start)) return false;
+    if (!blank && !adjacent && !reader_.is_name_text(last.end, ending.start)) return false;
     last.end = ending.end;
     return true;
   }
 
-  bool is_all_han(std::size_t start, std::size_t end) const {
-    const auto part = t_.substr(start, end - start);
-    return std::all_of(part.begin(), part.end(), is_han);
+  // 西陵理工大学机械与动力学院
+  bool is_faculty(const Span& last, const Ending& ending) const {
+    constexpr std::u32string_view AND = U"与和及";
+    const auto between = t_.substr(last.end, ending.start - last.end);
+    return t_.substr(last.start, last.end - last.start).ends_with(U"大学") &&
+           t_.substr(ending.start, ending.end - ending.start) == U"学院" && !between.empty() &&
+           AND.find(between.front()) == AND.npos &&
+           std::all_of(between.begin(), between.end(), is_han);
   }
 
-  // Where the run of characters that may belong to a name begins.
-  std::size_t walk_left(std::size_t from, std::size_t floor) const {
-    std::size_t i = from;
-    int blanks = 0;
-    while (i > floor && from - i < LONGEST_NAME) {
-      const char32_t c = t_[i - 1];
-      if (is_han(c) || text::is_ascii_alpha(c) || c == U'·') {
-        --i;
-      } else if (c == U')') {
-        const auto open = opening_bracket(i - 1, floor);
-        if (!open) break;
-        i = *open;
-      } else if (c == U' ' && blanks < 2 && i >= floor + 2 && is_han(t_[i - 2]) &&
-                 (i == from || t_[i] == U'(')) {
-        ++blanks;
-        --i;
-      } else {
-        break;
-      }
-    }
-    return i;
-  }
-
-  // The bracket that is closed at `close`, if what it holds may stand in a name.
-  std::optional<std::size_t> opening_bracket(std::size_t close, std::size_t floor) const {
-    for (std::size_t i = close; i > floor && close - i < LONGEST_BRACKET; --i) {
-      const char32_t c = t_[i - 1];
-      if (c == U'(') {
-        const bool behind_name = i >= floor + 2 && (is_han(t_[i - 2]) || t_[i - 2] == U' ');
-        return behind_name && close > i ? std::optional(i - 1) : std::nullopt;
-      }
-      if (!is_han(c)) return std::nullopt;
-    }
-    return std::nullopt;
-  }
-
-  std::optional<std::size_t> name_start(const Ending& ending, std::size_t left) const {
-    std::size_t start = behind_clause(left, ending.start);
-    const bool cut = start > left;
-    while (start < ending.start && is_lead(start, cut)) ++start;
-    // 甲方(盖章)西安…
-    if (cut && t_[start] == U'(')
-      start = std::min(t_.substr(0, ending.start).find(U')', start), ending.start - 1) + 1;
+  std::optional<std::size_t> name_start(const Ending& ending, NamePieces& name) const {
+    trim_front(ending, name);
+    if (name.empty()) return std::nullopt;
     switch (ending.kind) {
       case WordClass::PUBLIC_BODY:
-        return public_start(start, ending);
+        return public_start(ending, name);
       case WordClass::PLAIN_COMPANY:
       case WordClass::BRANCH:
-        if (first_place(start, ending.start) == ending.start) return anchored(start, ending);
-        start = first_place(start, ending.start);
-        return is_plain_name(start, ending) ? std::optional(start) : std::nullopt;
+        return plain_start(ending, name);
       default:
-        start = behind_link(start, ending.start, cut);
-        return is_particular(start, ending) ? std::optional(start) : std::nullopt;
+        cut_to_place(ending, name);
+        return is_particular(name, ending) ? std::optional(name.pieces.front().start)
+                                           : std::nullopt;
     }
   }
 
-  // Blanks and words such as 应, 在 before the name. 为 and the like only behind a clause word.
-  bool is_lead(std::size_t at, bool cut) const {
-    constexpr std::u32string_view LEADS = U" )应须可已曾拟其该后前报即于在至";
-    constexpr std::u32string_view CUT_LEADS = U"为给到对从将被是";
-    if (end_of_word_at(a_.of(WordClass::PLACE), at) > at) return false;
-    return LEADS.find(t_[at]) != LEADS.npos || (cut && CUT_LEADS.find(t_[at]) != CUT_LEADS.npos);
-  }
-
-  // Behind the last word of running text in left..right.
-  std::size_t behind_clause(std::size_t left, std::size_t right) const {
-    const auto& words = a_.of(WordClass::CLAUSE_WORD);
-    for (auto it = first_from(words, right); it != words.begin();) {
-      --it;
-      if (it->start < left) break;
-      if (it->end > right || is_part_of_word(*it)) continue;
-      return it->end;
+  // Blanks and words such as 应, 在 before the name.
+  void trim_front(const Ending& ending, NamePieces& name) const {
+    constexpr std::u32string_view LEADS = U"应须可已曾拟其该后前报即于在至";
+    auto& pieces = name.pieces;
+    std::size_t n = 0;
+    while (n < pieces.size()) {
+      const NamePiece& piece = pieces[n];
+      const bool lead = piece.kind != PieceKind::PLACE && piece.end - piece.start == 1 &&
+                        LEADS.find(t_[piece.start]) != LEADS.npos;
+      // 甲方(盖章)西安…
+      if (!lead && piece.kind != PieceKind::OTHER) break;
+      ++n;
     }
-    return left;
+    pieces.erase(pieces.begin(), pieces.begin() + static_cast<std::ptrdiff_t>(n));
+    if (pieces.empty() || pieces.front().start >= ending.start) pieces.clear();
   }
 
-  // 自由贸易, 理由: the character is no preposition here.
-  bool is_part_of_word(const WordHit& hit) const {
-    return hit.end - hit.start == 1 && hit.start > 0 && t_[hit.start] == U'由' &&
-           (t_[hit.start - 1] == U'自' || t_[hit.start - 1] == U'理');
-  }
-
-  // The first place in start..end that a name may begin with; `end` if there is none.
-  std::size_t first_place(std::size_t start, std::size_t end) const {
-    const auto& places = a_.of(WordClass::PLACE);
-    for (auto it = first_from(places, start); it != places.end() && it->end <= end; ++it) {
-      if (!is_covered(a_.of(WordClass::SHIELD), it->start, it->end)) return it->start;
-    }
-    return end;
-  }
-
-  std::size_t behind_link(std::size_t start, std::size_t end, bool cut) const {
-    const std::size_t place = first_place(start, end);
-    if (place == start) return start;
-    if (place < end && LINKS.find(t_[place - 1]) != LINKS.npos) return place;
+  // 货物供应商苏州澜迅…有限公司: everyday words before a place are no part of the name.
+  void cut_to_place(const Ending& ending, NamePieces& name) const {
+    auto& pieces = name.pieces;
     constexpr std::size_t SHORTEST_REST = 2;
-    const std::u32string_view links = cut ? LINKS : FIRM_LINKS;
-    for (std::size_t i = end; i > start + (cut ? 1 : 2); --i) {
-      const bool name = t_[i - 1] == U'为' && t_[i - 2] == U'华';
-      if (links.find(t_[i - 1]) != links.npos && end - i >= SHORTEST_REST && !name) return i;
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+      const NamePiece& piece = pieces[i];
+      if (piece.kind == PieceKind::PLACE) {
+        if (i > 0 && ending.start - piece.end >= SHORTEST_REST) {
+          pieces.erase(pieces.begin(), pieces.begin() + static_cast<std::ptrdiff_t>(i));
+        }
+        return;
+      }
+      if (piece.kind != PieceKind::WORD) return;
     }
-    return start;
   }
 
-  std::optional<std::size_t> public_start(std::size_t start, const Ending& ending) const {
-    std::size_t place = first_place(start, ending.start);
-    for (std::size_t i = start; i < std::min(place, ending.start); ++i) {
+  std::optional<std::size_t> public_start(const Ending& ending, const NamePieces& name) const {
+    const std::size_t first = name.pieces.front().start;
+    std::size_t place = first_place(name, ending.start);
+    for (std::size_t i = first; i < std::min(place, ending.start); ++i) {
       const auto rest = t_.substr(i, ending.start - i);
       for (const std::u32string_view national :
            {U"国家", U"全国", U"中华", U"最高人民", U"国务院", U"华南", U"华东", U"华北", U"华中",
@@ -252,10 +214,13 @@ class Search {
         if (rest.starts_with(national) && rest.size() > national.size()) return i;
       }
     }
-    if (place == ending.start) place = shaped(start, ending.start);
-    if (place >= ending.start) return std::nullopt;
+    if (place == ending.start) place = shaped(first, ending.start);
+    if (place >= ending.start) {
+      const bool brand = name.at_edge && NamePieceReader::brand_length(name) >= SHORTEST_BRAND;
+      return brand && is_particular(name, ending) ? std::optional(first) : std::nullopt;
+    }
     // 上海中心 and 北京机场 are places, 中国政府 is none in particular.
-    const auto end = end_of_word_at(a_.of(WordClass::PLACE), place);
+    const auto end = reader_.place_end(place);
     const std::size_t own = ending.start - std::min(ending.start, std::max(end, place));
     const bool short_kind = ending.end - ending.start <= 2;
     const auto kind = t_.substr(ending.start, ending.end - ending.start);
@@ -274,35 +239,83 @@ class Search {
     return end;
   }
 
+  std::optional<std::size_t> plain_start(const Ending& ending, const NamePieces& name) const {
+    const std::size_t place = first_place(name, ending.start);
+    if (place == ending.start) return anchored(ending, name);
+    if (begins_with_brand(name, place) ||
+        (ending.kind == WordClass::BRANCH && begins_with_trade_name(name, place))) {
+      return name.pieces.front().start;
+    }
+    const std::size_t place_end = reader_.place_end(place);
+    if (ending.start < place_end + SHORTEST_BRAND) return std::nullopt;
+    // 上海直营|店, 华东经销|社: a single character needs a brand.
+    if (ending.end - ending.start == 1 && t_[ending.start] != U'厂' &&
+        NamePieceReader::brand_length(name) == 0) {
+      return std::nullopt;
+    }
+    if (GENERIC_NAMES.contains(t_.substr(place_end, ending.start - place_end))) {
+      return std::nullopt;
+    }
+    return place;
+  }
+
+  // 众橙洛阳分公司: a brand before the place, and nothing before the brand.
+  static bool begins_with_brand(const NamePieces& name, std::size_t place) {
+    constexpr std::size_t LONGEST = 8;
+    const std::size_t start = name.pieces.front().start;
+    std::size_t brand = start;
+    for (const NamePiece& piece : name.pieces) {
+      if (piece.kind != PieceKind::BRAND) break;
+      brand = piece.end;
+    }
+    return name.at_edge && brand >= start + SHORTEST_BRAND && place <= start + LONGEST;
+  }
+
+  // 平安产险大连分公司: a company without a legal form, and its branch.
+  static bool begins_with_trade_name(const NamePieces& name, std::size_t place) {
+    constexpr std::size_t LONGEST = 8;
+    const auto& pieces = name.pieces;
+    const auto at =
+        std::find_if(pieces.begin(), pieces.end(), [&](const auto& p) { return p.start == place; });
+    return name.at_edge && at - pieces.begin() >= 2 && place <= pieces.front().start + LONGEST &&
+           std::prev(at)->kind == PieceKind::TRADE && pieces.front().kind != PieceKind::TRADE;
+  }
+
   // 瑞泰企业社, 大地院线: no place in it, but nothing else in the phrase either. 公司 and
-  // 酒店 say too little for that.
-  std::optional<std::size_t> anchored(std::size_t start, const Ending& ending) const {
+  // 酒店 say too little for that, unless the brand is no everyday word.
+  std::optional<std::size_t> anchored(const Ending& ending, const NamePieces& name) const {
     constexpr std::size_t LONGEST_BRAND = 10;
+    constexpr unsigned RARE = 8;
+    const std::size_t start = name.pieces.front().start;
+    if (!is_particular(name, ending)) return std::nullopt;
     const auto kind = t_.substr(ending.start, ending.end - ending.start);
-    if (!ANCHORED_KINDS.contains(kind) || !is_particular(start, ending)) return std::nullopt;
-    const bool edge = start == 0 || !is_han(t_[start - 1]) ||
-                      is_touched(a_.of(WordClass::CLAUSE_WORD), start - 1, start);
-    const bool fits = ending.start - start <= LONGEST_BRAND;
-    if (fits && edge) return start;
-    const std::size_t county = shaped(start, ending.start);
-    return county == start && ending.start > start + 3 ? std::optional(start) : std::nullopt;
+    const bool fits = ending.start - start <= LONGEST_BRAND && name.at_edge;
+    // 东软, 海|澜 + 集团: a rare word, or single characters that make none
+    const bool rare = kind == U"集团" && ending.start - start == SHORTEST_BRAND &&
+                      (name.pieces.size() == SHORTEST_BRAND ||
+                       !is_ordinary_word(t_.substr(start, SHORTEST_BRAND), RARE));
+    const bool brand = rare || NamePieceReader::brand_length(name) >= SHORTEST_BRAND;
+    if (fits && (brand || ANCHORED_KINDS.contains(kind))) return start;
+    const bool county = shaped(start, ending.start) == start && ending.start > start + 3;
+    return county && ANCHORED_KINDS.contains(kind) ? std::optional(start) : std::nullopt;
   }
 
-  bool is_plain_name(std::size_t start, const Ending& ending) const {
-    const std::size_t place_end = end_of_word_at(a_.of(WordClass::PLACE), start);
-    if (ending.start < place_end + 2) return false;
-    return !GENERIC_NAMES.contains(t_.substr(place_end, ending.start - place_end));
+  static std::size_t first_place(const NamePieces& name, std::size_t none) {
+    const auto it = std::find_if(name.pieces.begin(), name.pieces.end(),
+                                 [](const auto& p) { return p.kind == PieceKind::PLACE; });
+    return it == name.pieces.end() ? none : it->start;
   }
 
-  bool is_particular(std::size_t start, const Ending& ending) const {
-    const auto name = t_.substr(start, ending.start - start);
-    constexpr std::size_t SHORTEST = 2;
-    if (name.size() < SHORTEST || GENERIC_NAMES.contains(name)) return false;
-    return std::any_of(name.begin(), name.end(), [](char32_t c) { return c != U' '; });
+  bool is_particular(const NamePieces& name, const Ending& ending) const {
+    if (name.empty()) return false;
+    const auto own = t_.substr(name.pieces.front().start, ending.start - name.pieces.front().start);
+    if (own.size() < SHORTEST_BRAND || GENERIC_NAMES.contains(own)) return false;
+    return std::any_of(own.begin(), own.end(), [](char32_t c) { return c != U' '; });
   }
 
   const NlpArtifacts& a_;
   std::u32string_view t_;
+  NamePieceReader reader_;
   std::vector<Span> found_;
 };
 
@@ -314,7 +327,9 @@ ChineseOrganizationFinder::ChineseOrganizationFinder()
 
 std::vector<RecognizerResult> ChineseOrganizationFinder::analyze(
     const NlpArtifacts& artifacts) const {
-  return Search(artifacts).run();
+  std::vector<RecognizerResult> out = Search(artifacts).run();
+  add_trade_named_organizations(artifacts, out);
+  return out;
 }
 
 }  // namespace core::nlp

@@ -1,11 +1,16 @@
 #include <algorithm>
+#include <unordered_set>
 
 #include "core/nlp/characters.hpp"
+#include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/chinese_names.hpp"
 #include "core/nlp/chinese_prose_persons.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/name_evidence.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/span_cover.hpp"
 #include "core/nlp/vocabulary.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/word_set.hpp"
 
@@ -32,6 +37,16 @@ const Regex RE_PARTY("RE_PARTY",
 constexpr auto SURE_TITLES =
     text::words({U"先生", U"女士", U"小姐", U"律师", U"博士", U"教授", U"老师", U"同志", U"法官"});
 
+// Titles of one character: 周总, 李工
+constexpr std::u32string_view SHORT_TITLES = U"总工哥姐董局叔姨嫂";
+
+// What ends a label before a person's name.
+constexpr auto PERSON_ACTS =
+    text::words({U"代表", U"经办", U"联系", U"签字", U"签名", U"签收", U"审核", U"复核", U"制单",
+                 U"制表", U"记录", U"主持", U"核对", U"审批", U"批准", U"校对", U"编制", U"填表",
+                 U"验收", U"见证", U"抄送", U"经手", U"主任", U"经理", U"主管", U"会计", U"出纳",
+                 U"签发", U"拟稿", U"核稿", U"承办", U"丈夫", U"妻子", U"儿子", U"女儿"});
+
 // Compound surnames that are also places or everyday words.
 constexpr auto AMBIGUOUS_SURNAMES =
     text::words({U"东方", U"西门", U"南门", U"东门", U"百里", U"第五", U"微生", U"公上", U"公门",
@@ -44,7 +59,7 @@ constexpr std::u32string_view TRANSLITERATION =
     U"阿埃艾爱安昂奥巴白拜班邦保堡贝本比彼边别宾波伯博布查柴达大戴丹德登迪蒂丁东杜敦多俄厄恩尔法凡范菲费芬丰弗福夫佛盖甘冈高戈哥格葛根古瓜圭哈海"
     U"汉赫亨胡华怀惠霍基吉加贾杰金居卡凯坎康科克肯库昆拉莱兰朗劳勒雷黎里利莉丽林琳列卢鲁路伦罗洛吕马玛迈麦曼芒梅门蒙孟米密明摩莫默穆木娜纳南内"
     U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾图土吐托瓦万威维韦温翁沃得乌吾武西"
-    U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买";
+    U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗";
 
 bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・'; }
 
@@ -62,6 +77,7 @@ class Search {
 
   std::vector<RecognizerResult> run() {
     behind_labels();
+    before_colons();
     parties();
     before_titles();
     before_identity_numbers();
@@ -69,6 +85,7 @@ class Search {
     dotted_names();
     find_prose_persons(a_, out_);
     lists();
+    surnames_with_titles();
     return std::move(out_);
   }
 
@@ -80,10 +97,7 @@ class Search {
   void behind_labels() {
     for (const auto& label : a_.of(WordClass::PERSON_LABEL)) {
       if (label.from_table) {
-        const std::size_t end = chinese_name_end(a_, label.end, NameContext::LABEL);
-        const bool named =
-            has_surname(label.end) || transliterates(t_.substr(label.end, end - label.end));
-        if (end > label.end && ends_cell(end) && named) add(label.end, end, LABEL_SCORE);
+        in_cell(label.end);
         continue;
       }
       const auto m = RE_SEPARATOR.match_at(t_, label.end);
@@ -94,9 +108,17 @@ class Search {
       // A name is set off by blanks as well, but a sentence that goes on is none.
       const bool blank =
           at > label.end + 1 && t_[at - 1] == U' ' && at < t_.size() && has_surname(at);
+      // Of a sentence that goes on, the words decide.
+      if (at == label.end && at < t_.size() && !is_word_boundary(a_.chinese_words, at)) continue;
       if (add_foreign_list(at)) continue;
       add_list(at, marked || blank ? NameContext::LABEL : NameContext::PROSE);
     }
+  }
+
+  void in_cell(std::size_t at) {
+    const std::size_t end = chinese_name_end(a_, at, NameContext::LABEL);
+    const bool named = has_surname(at) || transliterates(t_.substr(at, end - at));
+    if (end > at && ends_cell(end) && named) add(at, end, LABEL_SCORE);
   }
 
   static bool is_quote(char32_t c) { return c == U'「' || c == U'『' || c == U'“' || c == U'"'; }
@@ -165,7 +187,7 @@ class Search {
                          WordClass::TRADE_WORD, WordClass::ORGANIZATION_LABEL}) {
       if (is_touched(a_.of(c), at, end)) return false;
     }
-    return short_enough;
+    return short_enough && !is_name_with_words(a_, at, end);
   }
 
   // 保证人二：田小妹, 承租人：张三. The party is a person when all of it is a name.
@@ -179,9 +201,12 @@ class Search {
         continue;
       }
       const auto m = RE_PARTY.match_at(t_, label.end);
-      if (!m || m->end() >= t_.size() || !has_surname(m->end())) continue;
+      if (!m || m->end() >= t_.size()) continue;
       const std::size_t end = chinese_name_end(a_, m->end(), NameContext::LABEL);
-      if (end > m->end() && end - m->end() <= 9 && ends_cell(end)) add(m->end(), end, LABEL_SCORE);
+      const bool dotted = t_.substr(m->end(), end - m->end()).find_first_of(U"·•・") != t_.npos;
+      if (!dotted && !has_surname(m->end())) continue;
+      if (end > m->end() && (dotted || end - m->end() <= 9) && ends_cell(end))
+        add(m->end(), end, LABEL_SCORE);
     }
   }
 
@@ -219,6 +244,91 @@ class Search {
     }
   }
 
+  // 郑经理, 周工, 老王 where the text names somebody of that surname in full
+  void surnames_with_titles() {
+    std::unordered_set<std::u32string_view> surnames;
+    SpanCover named;
+    for (const auto& r : out_) {
+      const auto start = static_cast<std::size_t>(r.start);
+      const std::size_t surname = surname_length(t_, start);
+      if (surname > 0) surnames.insert(t_.substr(start, surname));
+      named.add(r.start, r.end);
+    }
+    named.finish();
+    for (const auto& title : a_.of(WordClass::PERSON_TITLE)) {
+      for (std::size_t length = 2; length > 0; --length) {
+        if (title.start < length) continue;
+        const std::size_t start = title.start - length;
+        if (!surnames.contains(t_.substr(start, length)) || !is_free(named, start, title.end)) {
+          continue;
+        }
+        add_whole_word(start, title.end);
+        break;
+      }
+    }
+    for (std::size_t at = 0; at + 1 < t_.size(); ++at) {
+      if (is_form_of_address(at, surnames) && is_free(named, at, at + 2)) {
+        add_whole_word(at, at + 2);
+      }
+    }
+  }
+
+  // 周工, 老周
+  bool is_form_of_address(std::size_t at,
+                          const std::unordered_set<std::u32string_view>& surnames) const {
+    const bool nickname = t_[at] == U'老' || t_[at] == U'小';
+    const bool suffix = SHORT_TITLES.find(t_[at + 1]) != SHORT_TITLES.npos;
+    if (!nickname && !suffix) return false;
+    return surnames.contains(t_.substr(nickname ? at + 1 : at, 1)) &&
+           !is_ordinary_word(t_.substr(at, 2));
+  }
+
+  void add_whole_word(std::size_t start, std::size_t end) {
+    if (begins_word(start) && ends_word(end)) add(start, end, PROSE_SCORE);
+  }
+
+  static bool is_free(const SpanCover& named, std::size_t start, std::size_t end) {
+    return !named.touches(static_cast<std::ptrdiff_t>(start), static_cast<std::ptrdiff_t>(end));
+  }
+
+  bool begins_word(std::size_t at) const {
+    if (at == 0 || !is_han(t_[at - 1])) return true;
+    const auto* before = word_at(a_.chinese_words, at - 1);
+    return before != nullptr && before->known() && before->end == at;
+  }
+
+  bool ends_word(std::size_t at) const {
+    if (at >= t_.size() || !is_han(t_[at])) return true;
+    const auto* behind = word_at(a_.chinese_words, at);
+    return behind != nullptr && behind->known() && behind->start == at;
+  }
+
+  // 在场人：谭明, 交底人：…: what ends like a word for persons, before a whole name
+  void before_colons() {
+    for (std::size_t colon = t_.find(U':'); colon != t_.npos; colon = t_.find(U':', colon + 1)) {
+      if (!is_person_word(colon)) continue;
+      std::size_t at = colon + 1;
+      while (at < t_.size() && t_[at] == U' ') ++at;
+      const std::size_t surname = surname_length(t_, at);
+      std::size_t end = at;
+      while (end < t_.size() && is_han(t_[end])) ++end;
+      if (surname == 0 || end <= at + surname || end > at + surname + 2 || !ends_cell(end))
+        continue;
+      constexpr Evidence LEAST = -15;
+      if (name_evidence(a_, at, end, surname) < LEAST) continue;
+      if (chinese_name_end(a_, at, NameContext::LABEL) == end) add(at, end, LABEL_SCORE);
+    }
+  }
+
+  bool is_person_word(std::size_t end) const {
+    std::size_t start = end;
+    while (start > 0 && is_han(t_[start - 1])) --start;
+    constexpr std::size_t LONGEST_LABEL = 10;
+    if (end - start < 2 || end - start > LONGEST_LABEL) return false;
+    constexpr std::u32string_view PERSONS = U"人员者师长手";
+    return PERSONS.find(t_[end - 1]) != PERSONS.npos || PERSON_ACTS.contains(t_.substr(end - 2, 2));
+  }
+
   // 田小妹（身份证号…）, 王大勇，居民身份证…
   void before_identity_numbers() {
     for (const auto c : {WordClass::ID_CARD_LABEL, WordClass::PASSPORT_LABEL}) {
@@ -239,6 +349,8 @@ class Search {
       const bool ambiguous =
           AMBIGUOUS_SURNAMES.contains(t_.substr(surname.start, surname.end - surname.start));
       if (ambiguous && end < t_.size() && is_han(t_[end])) continue;
+      // 工长孙晨 is no 长孙.
+      if (!is_word_boundary(a_.chinese_words, surname.start)) continue;
       add(surname.start, end, PROSE_SCORE);
     }
   }
@@ -254,13 +366,22 @@ class Search {
       constexpr std::size_t LONGEST_NAME = 40;
       while (end < t_.size() && end - start < LONGEST_NAME && is_dot(t_[end])) {
         std::size_t part = end + 1;
-        while (part < t_.size() && part - end <= 7 && sounds(t_[part])) ++part;
+        while (part < t_.size() && part - end <= 7 && sounds(t_[part]) && !begins_verb(part))
+          ++part;
         if (part == end + 1) break;
         end = part;
       }
       if (start < i && end > i && end - start >= 4) add(start, end, PROSE_SCORE);
       done = std::max(done, end);
     }
+  }
+
+  // 提 in 索科洛夫提供
+  bool begins_verb(std::size_t at) const {
+    const auto* word = word_at(a_.chinese_words, at);
+    return word != nullptr && word->start == at && word->length() > 1 &&
+           word->word_class == recognition::ChineseWordClass::ORDINARY &&
+           !sounds(t_[word->end - 1]);
   }
 
   bool sounds(char32_t c) const { return is_han(c) && transliterates(std::u32string_view(&c, 1)); }

@@ -1,6 +1,9 @@
 #include "core/nlp/characters.hpp"
+#include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/name_pieces.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/regex.hpp"
 
 namespace core::nlp {
@@ -22,6 +25,28 @@ const Regex RE_CROSSING(
     "RE_CROSSING",
     UR"((?:(?:与|和|、|-)[\u4e00-\u9fff]{2,6}?[路街道])?(?:交叉路口|交叉口|交汇处|交界处|交会处|路口)(?:往?[东南西北]{1,2}[侧角]?(?:\d{1,4}米)?)?)");
 
+// 东至, 北接: a side of a parcel, and what lies there
+const Regex RE_BOUNDARY(
+    "RE_BOUNDARY",
+    UR"((?<![\u4e00-\u9fff])[东南西北]{1,2}(?:侧)?(?:至|临|接|抵|靠|邻|起)([\u4e00-\u9fff]{2,12})(?=[,，、。;；)\n]|\d|[A-Z]))");
+
+// Behind a street: 以北、深圳路以东
+const Regex RE_SIDES("RE_SIDES",
+                     UR"(以[东南西北](?:[、,，][\u4e00-\u9fff]{2,8}?[路街道河]以[东南西北]){0,3})");
+
+// Behind a town or a village: 王家沟, 二社
+const Regex RE_HAMLET(
+    "RE_HAMLET",
+    UR"([\u4e00-\u9fff]{1,4}?(?:嘎查|[沟坪湾坝寨堡屯庄坡垸塆队组]|[一二三四五六七八九十\d]{1,2}[社队]))");
+
+// Behind a room: 、1908
+const Regex RE_MORE_ROOMS("RE_MORE_ROOMS", UR"((?:[、/-]\d{3,4}){1,4}(?![\d.])(?:室|号|房)?)");
+
+// 1897公里+400米, K12+350 behind a road
+const Regex RE_KILOMETRE(
+    "RE_KILOMETRE",
+    UR"((?:K?\d{1,5}(?:公里|千米|km)?\+\d{1,4}(?:米|m)?|\d{1,5}(?:公里|千米)(?:处)?)(?:处)?)");
+
 // What ends a part of an address. Longer words first.
 constexpr std::u32string_view UNITS[] = {
     U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区", U"产业园",
@@ -29,14 +54,15 @@ constexpr std::u32string_view UNITS[] = {
     U"新区",       U"园区",   U"街道",   U"社区",   U"地区",   U"大街",     U"大道",     U"公路",
     U"大厦",       U"广场",   U"中心",   U"公寓",   U"花园",   U"小区",     U"单元",     U"厂房",
     U"底商",       U"商城",   U"国际城", U"号楼",   U"会议室", U"实验楼",   U"办公楼",   U"仓库",
-    U"丁目",       U"番地",   U"码头",   U"小镇",   U"东段",   U"西段",     U"南段",     U"北段",
+    U"丁目",       U"番地",   U"码头",   U"小镇",   U"街坊",   U"路段",     U"地块",     U"农庄",
+    U"家属院",     U"东户",   U"西户",   U"机场",   U"东段",   U"西段",     U"南段",     U"北段",
     U"村部",       U"村口",   U"中段",   U"一段",   U"二段",   U"三段",     U"四段",     U"五段",
     U"省",         U"市",     U"区",     U"县",     U"旗",     U"盟",       U"州",       U"镇",
     U"乡",         U"村",     U"路",     U"街",     U"道",     U"巷",       U"弄",       U"胡同",
     U"号",         U"幢",     U"栋",     U"座",     U"楼",     U"层",       U"室",       U"组",
     U"院",         U"园",     U"苑",     U"庄",     U"里",     U"港",       U"岛",       U"屯",
     U"段",         U"期",     U"城",     U"汇",     U"塔",     U"馆",       U"厦",       U"河北岸",
-    U"岸",         U"町",     U"厅"};
+    U"岸",         U"町",     U"厅",     U"门",     U"东户",   U"西户"};
 
 // Units that a place may be followed by without being an address: 无锡路 is one, 无锡的路 is not.
 constexpr std::u32string_view ADMINISTRATIVE = U"省市区县旗盟州镇乡村港岛";
@@ -50,11 +76,12 @@ bool is_room_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'-'
 
 class Search {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded), reader_(a) {}
 
   std::vector<RecognizerResult> run() {
     from_places();
     from_labels();
+    from_boundaries();
     by_shape();
     from_villages();
     return std::move(out_);
@@ -73,7 +100,7 @@ class Search {
 
   void from_places() {
     std::size_t done = 0;
-    for (const auto& place : a_.of(WordClass::PLACE)) {
+    for (const auto& place : places()) {
       if (place.start < done || is_covered(a_.of(WordClass::SHIELD), place.start, place.end) ||
           is_covered(a_.of(WordClass::CURRENCY), place.start, place.end)) {
         continue;
@@ -84,11 +111,62 @@ class Search {
     }
   }
 
+  // The words of the list of places, and the divisions among the words of the text.
+  std::vector<WordHit> places() const {
+    std::vector<WordHit> all = a_.of(WordClass::PLACE);
+    for (const auto& word : a_.chinese_words) {
+      if (word.word_class == recognition::ChineseWordClass::PLACE && is_division_name(word)) {
+        all.push_back({word.start, word.end});
+      }
+    }
+    std::sort(all.begin(), all.end(), [](const WordHit& x, const WordHit& y) {
+      return x.start != y.start ? x.start < y.start : x.end > y.end;
+    });
+    return all;
+  }
+
+  // 屏山县; also 扬中, where nothing that could make it part of a longer name stands beside it.
+  bool is_division_name(const recognition::ChineseWord& word) const {
+    constexpr std::u32string_view GENERIC[] = {U"东城区", U"西城区", U"上城区", U"新城区"};
+    const auto name = t_.substr(word.start, word.length());
+    const auto facts = chinese_word(name);
+    if (!facts || facts->division == Division::NONE || facts->ambiguous_division) return false;
+    if (word.length() > 2 && !facts->bare_division) {
+      return std::find(std::begin(GENERIC), std::end(GENERIC), name) == std::end(GENERIC);
+    }
+    return reader_.is_right_edge(word.end) &&
+           reader_.before(word.start, word.start - std::min<std::size_t>(word.start, 4)).empty();
+  }
+
+  // 规划路, 人民路: any such thing.
+  bool is_any(std::size_t start, std::size_t end) const {
+    return are_ordinary_words(a_.chinese_words, start, end) ||
+           is_ordinary_word(t_.substr(start, end - start - 1), 16);
+  }
+
+  // 东至打邦河, 北接白岩脚: what bounds a parcel, unless it is any road or field.
+  void from_boundaries() {
+    for (const auto& m : RE_BOUNDARY.find_all(t_)) {
+      const std::size_t start = m.start(1);
+      const Address address = read(start, reader_.place_end(start));
+      std::size_t end = std::max(address.end, start);
+      if (address.units == 0) end = m.end(1);
+      constexpr std::u32string_view FEATURES =
+          U"河江湖海港湾沟渠坝塘库泉溪涧山岭坡岩崖峰洞路街巷道桥村屯寨坪垭坳堤圩场";
+      const bool feature = FEATURES.find(t_[end - 1]) != FEATURES.npos;
+      if (end < start + 2 || is_any(start, end)) continue;
+      if (address.units > 0 || feature || unknown_run(a_.chinese_words, start).end > start + 1) {
+        add(start, end, PLACE_SCORE);
+      }
+    }
+  }
+
   void from_labels() {
     for (const auto& label : a_.of(WordClass::ADDRESS_LABEL)) {
       const auto m = RE_SEPARATOR.match_at(t_, label.end);
       const std::size_t at = m ? m->end() : label.end;
-      if (at >= t_.size() || !is_han(t_[at])) continue;
+      constexpr std::u32string_view ANY = U"本该各我贵";
+      if (at >= t_.size() || !is_han(t_[at]) || ANY.find(t_[at]) != ANY.npos) continue;
       const Address address = read(at, end_of_word_at(a_.of(WordClass::PLACE), at));
       if (address.units >= 2 || (address.units == 1 && address.has_number)) {
         add(at, address.end, ADDRESS_SCORE);
@@ -106,8 +184,15 @@ class Search {
       while (start > 0 && i - start < 5 && is_han(t_[start - 1])) --start;
       const std::size_t length = i - start;
       if (length < 2 || length > 4 || (start > 0 && is_han(t_[start - 1]))) continue;
+      // 晋泓香港
+      const auto* const word = word_at(a_.chinese_words, i);
+      if (word != nullptr && word->start > start &&
+          end_of_word_at(a_.of(WordClass::PLACE), word->start) == i + 1) {
+        continue;
+      }
       const auto name = t_.substr(start, length);
-      if (name.find_first_of(GENERIC) == name.npos) add(start, i + 1, PLACE_SCORE);
+      if (name.find_first_of(GENERIC) == name.npos && name.find(U'至') == name.npos)
+        add(start, i + 1, PLACE_SCORE);
     }
   }
 
@@ -138,30 +223,69 @@ class Search {
   // Reads the parts of an address from `start`; up to `known` it is known.
   Address read(std::size_t start, std::size_t known) const {
     Address address{known};
+    bool division = known > start && is_division(known);
+    const bool free = known == start;
+    read_units(address, division, free);
+    if (address.units > 0 || (address.end > start && t_[address.end - 1] == U'镇')) {
+      const std::size_t before = address.end;
+      read_tail(address);
+      // 交叉口西北角 + 汽配城C区07号
+      if (address.end > before) {
+        division = true;
+        read_units(address, division, free);
+      }
+    }
+    return address;
+  }
+
+  // `free`: no place begins the address; `division`: one is known by what it says it is.
+  void read_units(Address& address, bool& division, bool free) const {
     while (true) {
-      const std::size_t place = end_of_word_at(a_.of(WordClass::PLACE), address.end);
+      const std::size_t place = address_place_end(address.end);
       if (place > address.end) {
         address.end = place;
-        if (address.units == 0 && address.end > known) known = place;
+        division = division || is_division(place);
         continue;
       }
-      const std::size_t end =
-          unit_end(address.end, address.units == 0 && known > start && !is_division(known));
+      const std::size_t end = unit_end(address.end, address.units == 0 && !free && !division);
       if (end == address.end) break;
       address.has_number |= text::is_ascii_digit(t_[address.end]) || number_before(end);
       address.end = end;
       ++address.units;
     }
-    if (address.units > 0) {
-      if (const auto m = RE_CROSSING.match_at(t_, address.end)) address.end = m->end();
-      address.end = room_end(address.end);
+  }
+
+  // What may stand behind the last part: a hamlet, kilometres, a crossing, a room.
+  void read_tail(Address& address) const {
+    if (const auto m = RE_HAMLET.match_at(t_, address.end); m && is_hamlet(*m)) {
+      address.end = m->end();
     }
-    return address;
+    for (const Regex* regex : {&RE_SIDES, &RE_KILOMETRE, &RE_CROSSING}) {
+      if (const auto m = regex->match_at(t_, address.end)) address.end = m->end();
+    }
+    const std::size_t room = room_end(address.end);
+    if (room > address.end || t_[room - 1] == U'室') {
+      const auto more = RE_MORE_ROOMS.match_at(t_, room);
+      address.end = more ? more->end() : room;
+    }
+  }
+
+  // The end of the place at `at`; of the names of towns only those that say what they are.
+  std::size_t address_place_end(std::size_t at) const {
+    const std::size_t listed = end_of_word_at(a_.of(WordClass::PLACE), at);
+    if (listed > at) return listed;
+    const auto* const word = word_at(a_.chinese_words, at);
+    if (word == nullptr || word->start != at ||
+        word->word_class != recognition::ChineseWordClass::PLACE || word->length() < 3) {
+      return at;
+    }
+    const auto facts = chinese_word(t_.substr(at, word->length()));
+    return facts && facts->division != Division::NONE ? word->end : at;
   }
 
   // 江苏省, 吴中区: more of an address is to be expected than behind 无锡.
   bool is_division(std::size_t end) const {
-    constexpr std::u32string_view DIVISIONS = U"省市区县州盟旗镇";
+    constexpr std::u32string_view DIVISIONS = U"省市区县盟旗镇乡道州";
     // 台州 and 广州 go on like any city; 自治州 is a division.
     if (t_[end - 1] == U'州') return end >= 2 && t_[end - 2] == U'治';
     return DIVISIONS.find(t_[end - 1]) != DIVISIONS.npos;
@@ -177,17 +301,35 @@ class Search {
     std::size_t best = at;
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
-      if (STOPS.find(c) != STOPS.npos || is_clause_at(i)) break;
+      if ((STOPS.find(c) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i)) break;
       if (const std::size_t unit = unit_at(i);
           unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos ||
                        STREETS.find(t_[i]) != STREETS.npos)) {
-        best = i + unit;
+        if (!ends_organization(i + unit)) best = i + unit;
         break;
       }
       if (!is_han(c) && !is_room_character(c)) break;
     }
     if (best == at || !first) return best;
     return goes_on_well(at, best) ? best : at;
+  }
+
+  bool is_hamlet(const text::Match& m) const {
+    constexpr std::u32string_view ABOVE = U"镇乡村";
+    constexpr std::u32string_view GROUPS = U"社队组";
+    return ABOVE.find(t_[m.start() - 1]) != ABOVE.npos && reader_.is_right_edge(m.end()) &&
+           m.text().find_first_of(STOPS) == std::u32string_view::npos &&
+           !is_ordinary_word(m.text()) &&
+           (GROUPS.find(m.text().back()) == GROUPS.npos ||
+            !are_ordinary_words(a_.chinese_words, m.start(), m.end()));
+  }
+
+  // 自 in 自流井, 向 in 向阳路: no word of running text.
+  bool is_inside_name(std::size_t i) const {
+    const auto* const word = word_at(a_.chinese_words, i);
+    return word != nullptr && word->length() > 1 &&
+           (word->word_class == recognition::ChineseWordClass::PLACE ||
+            word->word_class == recognition::ChineseWordClass::PERSON);
   }
 
   bool is_clause_at(std::size_t i) const {
@@ -197,25 +339,38 @@ class Search {
   std::size_t unit_at(std::size_t i) const {
     const auto rest = t_.substr(i);
     for (const auto unit : UNITS) {
-      if (rest.starts_with(unit)) return is_phase_of_works(unit, i) ? 0 : unit.size();
+      if (rest.starts_with(unit)) return is_no_part(unit, i) ? 0 : unit.size();
     }
     return 0;
   }
 
-  // 景谷县供水二期工程
-  bool is_phase_of_works(std::u32string_view unit, std::size_t i) const {
-    return unit == U"期" && i + 1 < t_.size() && (t_[i + 1] == U'工' || t_[i + 1] == U'项');
+  // 江苏省建筑科学研究|院: no yard with houses.
+  bool ends_organization(std::size_t end) const {
+    constexpr std::u32string_view ENDS = U"院馆局";
+    if (ENDS.find(t_[end - 1]) == ENDS.npos || end < 3) return false;
+    return is_covered(a_.of(WordClass::INSTITUTION), end - 2, end) ||
+           is_covered(a_.of(WordClass::PUBLIC_BODY), end - 2, end);
+  }
+
+  // 景谷县供水二期工程; 1门4号 but no other 门
+  bool is_no_part(std::u32string_view unit, std::size_t i) const {
+    const char32_t next = i + 1 < t_.size() ? t_[i + 1] : U' ';
+    if (unit == U"门") return !text::is_ascii_digit(next) || !text::is_ascii_digit(t_[i - 1]);
+    return unit == U"期" && (next == U'工' || next == U'项');
   }
 
   // Whether the first part behind a place makes the two an address.
   bool goes_on_well(std::size_t at, std::size_t end) const {
     constexpr std::size_t LONGEST_NAME = 7;
     const char32_t last = t_[end - 1];
+    if (t_.substr(at, end - at).ends_with(U"开发区")) return true;
     if (ADMINISTRATIVE.find(last) != ADMINISTRATIVE.npos) return end - at <= LONGEST_NAME;
     if (STREETS.find(last) == STREETS.npos && !text::is_ascii_digit(t_[at])) {
       return end < t_.size() && text::is_ascii_alnum(t_[end]);
     }
-    return end - at <= LONGEST_NAME && end < t_.size() && is_room_character(t_[end]);
+    return end - at <= LONGEST_NAME && end < t_.size() &&
+           (is_room_character(t_[end]) || RE_SIDES.match_at(t_, end) ||
+            RE_CROSSING.match_at(t_, end));
   }
 
   // A room or a house behind the last part: B座1203, 6层608, 大厦A1506
@@ -224,12 +379,15 @@ class Search {
     constexpr std::size_t LONGEST_ROOM = 8;
     while (end < t_.size() && end - at < LONGEST_ROOM && is_room_character(t_[end])) ++end;
     const bool goes_on = end < t_.size() && (is_room_character(t_[end]) || t_[end] == U'.');
-    const bool number = end > at && text::is_ascii_digit(t_[end - 1]);
+    // 1203, 1703A, 7F
+    const bool number = end > at && (text::is_ascii_digit(t_[end - 1]) ||
+                                     (end > at + 1 && text::is_ascii_digit(t_[end - 2])));
     return number && !goes_on ? end : at;
   }
 
   const NlpArtifacts& a_;
   std::u32string_view t_;
+  NamePieceReader reader_;
   std::vector<RecognizerResult> out_;
 };
 

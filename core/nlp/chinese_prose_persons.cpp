@@ -8,14 +8,15 @@
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_names.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/name_evidence.hpp"
 #include "core/nlp/span_cover.hpp"
 #include "core/nlp/vocabulary.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/lexicon.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::text::lexicon_data {
 extern const std::string_view japanese_surnames;
-extern const std::string_view given_name_characters;
 }  // namespace core::text::lexicon_data
 
 namespace core::nlp {
@@ -26,51 +27,76 @@ using recognition::WordClass;
 
 constexpr double SCORE = 0.6;
 
-// Weights, in half points.
-constexpr int COMMON_SURNAME = 4;
-constexpr int RARE_SURNAME = 2;
-constexpr int WORD_SURNAME = -1;
-constexpr int GIVEN_CHARACTER = 4;
-constexpr int ROLE_BEFORE = 8;
-constexpr int EDGE = 3;
-constexpr int LINK = 2;
-constexpr int VERB_BEHIND = 5;
-constexpr int IN_LIST = 5;
-constexpr int SHORT_NAME = -4;
-constexpr int AGAIN = 3;
-constexpr int NEVER = -100;
-constexpr int ENOUGH = 13;
-constexpr int POSSIBLE = 9;
+// What speaks for a name besides its characters, in the steps of Evidence.
+constexpr Evidence ROLE_BEFORE = 14;    // 项目经理王建国
+constexpr Evidence OFFICE_BEFORE = 11;  // 信号工, 仓库管理员
+constexpr Evidence PARTY_BEFORE = 6;    // 受让方
+constexpr Evidence VERB_BEFORE = 9;     // 委托, 通知
+constexpr Evidence UNIT_BEFORE = 7;     // 设备科, 有限公司
+constexpr Evidence LINK_BEFORE = 7;     // 由, 与
+constexpr Evidence MARK_BEFORE = 6;
+constexpr Evidence IN_LIST = 7;
+constexpr Evidence MENTION_SIGN = 14;  // @
+constexpr Evidence TITLE_BEHIND = 10;
+constexpr Evidence VERB_BEHIND = 7;
+constexpr Evidence LINK_BEHIND = 6;
+constexpr Evidence MARK_BEHIND = 6;
+constexpr Evidence WORD_AROUND = 1;
+constexpr Evidence UNKNOWN_AROUND = -4;
+constexpr Evidence UNLIKELY = -14;
+constexpr Evidence UNLISTED_SURNAME = -4;
+constexpr Evidence PLACE_INSIDE = -10;
+constexpr Evidence EVERYDAY_WORD = -14;
+constexpr Evidence LINKING_SURNAME = -6;
+constexpr Evidence JOINING_SURNAME = -20;
+constexpr Evidence VERB_INSIDE = -5;
+constexpr Evidence AGAIN = 3;
+constexpr Evidence NEVER = NO_NAME;
+constexpr Evidence ENOUGH = 19;
+constexpr Evidence POSSIBLE = 10;
+constexpr Evidence JAPANESE = 16;
 
-constexpr std::u32string_view COMMON_SURNAMES =
-    U"王李张刘陈杨黄赵吴周徐孙马朱胡郭何高林罗郑梁谢宋唐许韩冯邓曹彭曾肖田董袁潘蒋蔡余杜叶程苏魏吕丁任沈姚卢姜崔钟谭陆汪范石廖贾夏韦付傅方白"
-    U"邹孟熊秦邱江尹薛闫段雷侯龙史陶黎贺顾毛郝龚邵覃武钱戴严莫孔汤赖庞倪岑符翁柯佟邬祁舒费柴翟苗车洪葛温殷牛庄颜梅盛童翟骆霍邢阮欧聂章岳耿"
-    U"詹裴祝尚申屠吉鲍涂靳尤项柳甘骆苑左冉虞冼麦佘蒲";
-
-// Surnames that begin everyday words more often than names.
-constexpr std::u32string_view WORD_SURNAMES =
-    U"应于和时向任经能有后从成相关同方全都平常单计支包权那明安高通满步强终易万元公由双水力本主工原年法信业商言行农区"
-    U"过国家政正用期第保合实定资产管开式当房施收海文车金石田白黄连乐游沙山南门井巴印束空别火池初红色种光";
-
-// Characters of contracts that names hardly hold.
+// Characters that names hardly hold.
 constexpr std::u32string_view NOT_IN_NAMES =
     U"的了是在不与或及等于由应须将被把为并而但且从对向给就都也还要会该此每各某另至因所其他她它们这那个项款条件期限额价费率表单据证书"
     U"合同协议约签章账户号码办处部门院局所司厂店社会议员工者时间内外上下前后左右量数度级类型种式样品质物料付收缴纳违责任务权利义租赁借贷还买卖购销运输"
     U"送货提供使施用途验检测试修理管控制造产设计划算结拟拒按照如若除非经";
 
 // Single characters that may stand directly before a name in a sentence.
-constexpr std::u32string_view LINKS_BEFORE = U"由向与和及跟给被让对请为至从据如因经或同即系将以指";
+constexpr std::u32string_view LINKS_BEFORE =
+    U"由与向和及跟给被让对请为至从据如因经或同即系将以指找交归若仅凭叫是在并而但则使替代约称问送付报请派雇聘托陪帮邀推选举欠借还赔致转询诉告";
 // And behind one.
 constexpr std::u32string_view LINKS_BEHIND =
-    U"与和及或向对将应须于因可已未仅曾均在的之为系是也从由持称诉辩述等经把被让就按承签自不拟故无有代以所到负同";
+    U"与和及或向对将应须于因可已未仅曾均在的之为系是也从由持称诉辩述等经把被让就按承签自不拟故无有代以所到负同任须得家需给说指如若现仍至均各先再";
 
-// Surnames that follow a role as words: 主任应指定.
-constexpr std::u32string_view NO_SURNAME_IN_SENTENCE = U"应于和时向任经能有后从由同对将及";
+// Surnames that follow a role or a name as words: 主任应指定, 张三和李四.
+constexpr std::u32string_view LINKING_SURNAMES = U"应于时向任经能有后";
+constexpr std::u32string_view JOINING_SURNAMES = U"和从由同对将及须";
+
+// What often stands behind a name in a sentence and seldom ends one.
+constexpr std::u32string_view FIRST_OF_VERBS = U"任兼代如需须应均各先再又才已未曾仅现至若按";
+
+// Words that end like the names of offices and are none.
+constexpr auto NO_OFFICES = text::words(
+    {U"施工", U"竣工", U"开工", U"加工", U"完工", U"分工", U"用工", U"手工",   U"复工", U"停工",
+     U"误工", U"增长", U"延长", U"成长", U"全长", U"加长", U"着手", U"入手",   U"他人", U"本人",
+     U"个人", U"人工", U"收入", U"二人", U"三人", U"两人", U"法人", U"自然人", U"化工", U"动工"});
 
 constexpr auto VERBS_BEFORE = text::words(
     {U"告知", U"通知", U"委托", U"指定", U"聘任", U"聘请", U"选举", U"推荐", U"免去", U"任命",
      U"授权", U"包括", U"邀请", U"查明", U"归还", U"返还", U"偿还", U"判令", U"委派", U"提名",
      U"增补", U"罢免", U"判决", U"责令", U"以及", U"客户", U"员工", U"教师", U"原名", U"曾用",
+     U"指派", U"安排", U"抄送", U"要求", U"通过", U"回复", U"转让", U"转给", U"交给", U"交由",
+     U"支付", U"付给", U"联系", U"聘用", U"雇用", U"任用", U"派遣", U"派出", U"撤换", U"更换",
+     U"配合", U"协助", U"会同", U"陪同", U"代表", U"代替", U"接替", U"顶替", U"邻居", U"同事",
+     U"业主", U"客人", U"起诉", U"依据", U"根据", U"按照", U"经由", U"汇报", U"关于", U"认定",
+     U"确认", U"其中", U"名下", U"系由", U"改由", U"均由", U"先由", U"应由", U"须经", U"报经",
+     U"并与", U"应向", U"应与", U"介绍", U"收到", U"未经", U"委任", U"选任", U"改派", U"加派",
+     U"提请", U"报请", U"还给", U"退还", U"赠与", U"赔偿", U"补偿", U"起草", U"现金", U"原告",
+     U"被告", U"因为", U"由于", U"除了", U"只有", U"仅有", U"还有", U"没有", U"没收", U"如果",
+     U"配偶", U"丈夫", U"妻子", U"儿子", U"女儿", U"父亲", U"母亲", U"长子", U"次子", U"长女",
+     U"次女", U"兄弟", U"胞兄", U"胞弟", U"胞姐", U"胞妹", U"哥哥", U"弟弟", U"姐姐", U"妹妹",
+     U"岳父", U"岳母", U"公公", U"婆婆", U"之子", U"之女", U"之妻", U"之夫", U"之父", U"之母",
      U"其夫", U"其妻", U"其子", U"其女", U"其父", U"其母", U"其弟", U"其兄", U"其姐", U"其妹"});
 
 constexpr auto VERBS_BEHIND = text::words(
@@ -80,21 +106,21 @@ constexpr auto VERBS_BEHIND = text::words(
      U"修改", U"替代", U"牵头", U"主持", U"记录", U"发言", U"提出", U"介绍", U"汇报", U"任职",
      U"出资", U"认缴", U"实缴", U"转让", U"受让", U"借款", U"购买", U"出售", U"取得", U"继承",
      U"占有", U"居住", U"地界", U"宅基", U"户主", U"本人", U"夫妇", U"夫妻", U"一家", U"之间",
-     U"双方", U"二人", U"两人", U"三人", U"共同", U"分别", U"发放", U"家中", U"签收", U"领取",
-     U"交付", U"代为", U"补充", U"退休", U"入职", U"离职", U"辞去", U"财务", U"自愿", U"承包",
-     U"租赁", U"所有", U"提交", U"证明", U"陈述", U"申请", U"起诉", U"上诉", U"曾任", U"现任",
-     U"本金", U"民间", U"房屋", U"离婚", U"股权", U"女士", U"先生", U"男方", U"女方"});
+     U"双方", U"二人", U"两人", U"三人", U"四人", U"共同", U"分别", U"发放", U"家中", U"签收",
+     U"领取", U"交付", U"代为", U"补充", U"退休", U"入职", U"离职", U"辞去", U"财务", U"自愿",
+     U"承包", U"租赁", U"所有", U"提交", U"证明", U"陈述", U"申请", U"起诉", U"上诉", U"曾任",
+     U"现任", U"本金", U"民间", U"房屋", U"离婚", U"股权", U"女士", U"先生", U"男方", U"女方",
+     U"之子", U"之女", U"之妻", U"之夫", U"之父", U"之母", U"配合", U"协助", U"审核", U"审批",
+     U"批准", U"复核", U"签发", U"验收", U"清点", U"完成", U"组成", U"参加", U"出席", U"缺席",
+     U"强调", U"指出", U"反映", U"通报", U"回复", U"要求", U"书面", U"知悉", U"驾驶", U"垫付",
+     U"所在", U"住所", U"户籍", U"身份", U"受伤", U"死亡", U"去世", U"已故", U"予以", U"代理",
+     U"没有", U"不得", U"有权", U"无权", U"应当", U"须在", U"处理", U"召集", U"组织", U"协调",
+     U"协商", U"解决", U"经手", U"代收", U"代签", U"收取", U"收到", U"报警", U"均已", U"已经",
+     U"承运", U"送达", U"送货", U"过磅", U"保管", U"管理", U"监督", U"无关", U"有关", U"及其",
+     U"以外", U"任何", U"尚未", U"未能", U"按期", U"按月", U"逾期", U"违约", U"口头", U"电话"});
 
-const std::unordered_set<char32_t>& given_characters() {
-  static const std::unordered_set<char32_t> characters = [] {
-    std::unordered_set<char32_t> out;
-    for (const auto& word : text::lexicon_words(text::lexicon_data::given_name_characters)) {
-      out.insert(word.front());
-    }
-    return out;
-  }();
-  return characters;
-}
+// The last characters of units whose members are named behind them: 设备科王建国.
+constexpr std::u32string_view UNITS = U"科部组处室队厂村家店院所局司行站班中心";
 
 const std::unordered_set<std::u32string>& japanese_surnames() {
   static const std::unordered_set<std::u32string> names = [] {
@@ -104,43 +130,59 @@ const std::unordered_set<std::u32string>& japanese_surnames() {
   return names;
 }
 
+bool begins_japanese_surname(char32_t c) {
+  static const std::unordered_set<char32_t> characters = [] {
+    std::unordered_set<char32_t> out;
+    for (const auto& name : japanese_surnames()) out.insert(name.front());
+    return out;
+  }();
+  return characters.contains(c);
+}
+
 bool holds(std::u32string_view set, char32_t c) { return set.find(c) != set.npos; }
 
 struct Candidate {
   std::size_t start = 0;
   std::size_t end = 0;
-  int weight = 0;
+  Evidence weight = 0;
 };
 
 class Search {
  public:
   explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {
     for (const auto c :
-         {WordClass::COMPANY_FORM, WordClass::BANK, WordClass::BRANCH, WordClass::PLACE,
-          WordClass::PUBLIC_NAME, WordClass::SHIELD, WordClass::INSTITUTION, WordClass::PUBLIC_BODY,
-          WordClass::TRADE_WORD, WordClass::CURRENCY}) {
+         {WordClass::COMPANY_FORM, WordClass::BANK, WordClass::BRANCH, WordClass::PUBLIC_NAME,
+          WordClass::SHIELD, WordClass::INSTITUTION, WordClass::PUBLIC_BODY, WordClass::CURRENCY}) {
       cover(c);
     }
     for (std::size_t c = 0; c < recognition::LABEL_CLASSES; ++c) cover(static_cast<WordClass>(c));
     taken_.finish();
+    for (const auto c : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BRANCH,
+                         WordClass::BANK, WordClass::INSTITUTION, WordClass::PUBLIC_BODY}) {
+      for (const auto& unit : a.of(c)) units_.insert(unit.end);
+    }
     for (const auto& label : a.of(WordClass::PERSON_LABEL)) add_role_end(label);
     for (const auto& title : a.of(WordClass::PERSON_TITLE)) add_role_end(title);
-    for (const auto& party : a.of(WordClass::ORGANIZATION_LABEL)) add_role_end(party);
+    for (const auto& party : a.of(WordClass::ORGANIZATION_LABEL)) {
+      if (!party.from_table) parties_.insert(party.end);
+    }
   }
 
   void run(std::vector<anonymization::RecognizerResult>& out) {
     collect();
     weigh_repeats();
     spaced_names(out);
-    std::size_t free_from = 0;
-    for (std::size_t i = 0; i < candidates_.size();) {
-      const std::size_t best = best_of_cluster(i);
-      const Candidate& c = candidates_[best];
-      if (c.weight >= ENOUGH && c.start >= free_from) {
-        out.push_back(make_hit(anonymization::entity_type::PERSON, c.start, c.end, SCORE));
-        free_from = c.end;
-      }
-      i = std::max(next_cluster(i), i + 1);
+    std::erase_if(candidates_, [](const Candidate& c) { return c.weight < ENOUGH; });
+    // The likeliest first; what overlaps it is no name.
+    std::stable_sort(candidates_.begin(), candidates_.end(),
+                     [](const auto& x, const auto& y) { return x.weight > y.weight; });
+    std::vector<bool> taken(t_.size());
+    for (const Candidate& c : candidates_) {
+      const auto first = taken.begin() + static_cast<std::ptrdiff_t>(c.start);
+      const auto last = taken.begin() + static_cast<std::ptrdiff_t>(c.end);
+      if (std::find(first, last, true) != last) continue;
+      std::fill(first, last, true);
+      out.push_back(make_hit(anonymization::entity_type::PERSON, c.start, c.end, SCORE));
     }
   }
 
@@ -155,35 +197,36 @@ class Search {
   }
 
   void add_role_end(const recognition::WordHit& hit) {
-    if (!hit.from_table && hit.end > hit.start && is_han(t_[hit.end - 1])) roles_.insert(hit.end);
+    if (hit.from_table || hit.end == hit.start || !is_han(t_[hit.end - 1])) return;
+    // 会计 in 会计师 is none.
+    if (is_word_boundary(a_.chinese_words, hit.end)) roles_.insert(hit.end);
   }
 
   void collect() {
     for (std::size_t at = 0; at + 1 < t_.size(); ++at) {
       if (!is_han(t_[at]) || !is_han(t_[at + 1])) continue;
-      const int left = left_weight(at);
-      if (left == NEVER) continue;
-      if (try_japanese(at, left)) continue;
-      const bool in_sentence = at > 0 && is_han(t_[at - 1]);
-      if (in_sentence && holds(NO_SURNAME_IN_SENTENCE, t_[at])) continue;
-      const bool compound = is_chinese_surname(t_.substr(at, 2));
-      if (!compound && !is_chinese_surname(t_.substr(at, 1))) continue;
-      const std::size_t surname = compound ? 2 : 1;
-      for (std::size_t given = 1; given <= 2; ++given) try_name(at, surname, given, left);
+      std::size_t surname = surname_length(t_, at);
+      const bool japanese = begins_japanese_surname(t_[at]);
+      if (surname == 0 && !japanese) continue;
+      const Evidence left = left_weight(at);
+      if (left == NEVER || (japanese && try_japanese(at, left))) continue;
+      for (; surname > 0; --surname) {
+        for (std::size_t given = 1; given <= 2; ++given) try_name(at, surname, given, left);
+      }
     }
   }
 
   // 佐藤健一, 长谷川优子: a surname and one to three characters up to a mark or a verb
-  bool try_japanese(std::size_t at, int left) {
+  bool try_japanese(std::size_t at, Evidence left) {
     for (std::size_t surname = 3; surname >= 2; --surname) {
       if (!japanese_surnames().contains(std::u32string(t_.substr(at, surname)))) continue;
       if (at > 0 && is_han(t_[at - 1]) && !roles_.contains(at)) return false;
       for (std::size_t end = at + surname; end <= at + surname + 3 && end <= t_.size(); ++end) {
         const bool title = end_of_word_at(a_.of(WordClass::PERSON_TITLE), end) > end;
-        const int right = right_weight(end);
+        const Evidence right = right_weight(end);
         const bool alone = end == at + surname && !title;
         if (!alone && right != NEVER) {
-          candidates_.push_back({at, end, left + right + COMMON_SURNAME + GIVEN_CHARACTER});
+          candidates_.push_back({at, end, left + right + JAPANESE});
           return true;
         }
         if (end >= t_.size() || !is_han(t_[end]) || holds(NOT_IN_NAMES, t_[end])) break;
@@ -192,60 +235,97 @@ class Search {
     return false;
   }
 
-  void try_name(std::size_t at, std::size_t surname, std::size_t given, int left) {
+  void try_name(std::size_t at, std::size_t surname, std::size_t given, Evidence left) {
     const std::size_t end = at + surname + given;
     if (end > t_.size()) return;
-    const int inside = name_weight(at, surname, end);
+    const Evidence inside = inner_weight(at, surname, end);
     if (inside == NEVER) return;
-    const int right = right_weight(end);
+    const Evidence right = right_weight(end);
     if (right == NEVER) return;
-    const int weight = left + inside + right;
+    const Evidence weight = left + inside + right;
     if (weight >= POSSIBLE) candidates_.push_back({at, end, weight});
   }
 
-  int left_weight(std::size_t at) const {
+  Evidence left_weight(std::size_t at) const {
     if (roles_.contains(at)) return ROLE_BEFORE;
-    if (at == 0) return EDGE;
+    if (at == 0) return MARK_BEFORE;
     const char32_t c = t_[at - 1];
     if (c == U'、') return IN_LIST;
-    if (!is_han(c)) return is_latin_letter(c) || text::is_ascii_digit(c) ? NEVER : EDGE;
-    if (at > 1 && VERBS_BEFORE.contains(t_.substr(at - 2, 2))) return VERB_BEHIND;
-    return holds(LINKS_BEFORE, c) ? LINK : NEVER;
+    if (c == U'@') return MENTION_SIGN;
+    if (is_latin_letter(c) || text::is_ascii_digit(c)) return 0;
+    if (c == U'·') return NEVER;
+    if (!is_han(c)) return MARK_BEFORE;
+    if (parties_.contains(at)) return PARTY_BEFORE;
+    if (at > 1 && VERBS_BEFORE.contains(t_.substr(at - 2, 2))) {
+      return t_[at] == U'方' ? UNKNOWN_AROUND : VERB_BEFORE;
+    }
+    return left_word_weight(at);
   }
 
-  int right_weight(std::size_t end) const {
-    if (end >= t_.size()) return EDGE;
+  // What the word before the name says.
+  Evidence left_word_weight(std::size_t at) const {
+    const auto* word = word_at(a_.chinese_words, at - 1);
+    const char32_t c = t_[at - 1];
+    const bool alone = word == nullptr || word->start == at - 1;
+    if (alone && holds(LINKS_BEFORE, c)) return LINK_BEFORE;
+    if (units_.contains(at)) return UNIT_BEFORE;
+    // 收货方 is no person of the surname 方.
+    if (t_[at] == U'方') return UNKNOWN_AROUND;
+    if (word == nullptr || word->end > at) return 0;
+    const auto text = t_.substr(word->start, word->end - word->start);
+    if (text.size() > 1 && word->known() && !NO_OFFICES.contains(text)) {
+      if (holds(U"员师工长手匠", c)) return OFFICE_BEFORE;
+      if (c == U'人' || c == U'方') return PARTY_BEFORE;
+    }
+    if (text.size() == 1 && holds(U"员师工", c)) return PARTY_BEFORE;  // 泥工
+    if (holds(UNITS, c)) return UNIT_BEFORE;
+    return word->known() ? WORD_AROUND : UNKNOWN_AROUND;
+  }
+
+  Evidence right_weight(std::size_t end) const {
+    if (end >= t_.size()) return MARK_BEHIND;
     const char32_t c = t_[end];
     if (c == U'、') return IN_LIST;
-    if (!is_han(c)) return is_latin_letter(c) || text::is_ascii_digit(c) ? NEVER : EDGE;
-    if (end_of_word_at(a_.of(WordClass::INSTITUTION), end) > end) return NEVER;
-    if (end_of_word_at(a_.of(WordClass::PERSON_TITLE), end) > end) return VERB_BEHIND;
+    if (is_latin_letter(c)) return 0;
+    if (!is_han(c)) return MARK_BEHIND;
+    for (const auto form : {WordClass::INSTITUTION, WordClass::COMPANY_FORM,
+                            WordClass::PLAIN_COMPANY, WordClass::BANK, WordClass::TRADE_WORD}) {
+      if (end_of_word_at(a_.of(form), end) > end) return NEVER;
+    }
+    if (end_of_word_at(a_.of(WordClass::PERSON_TITLE), end) > end) return TITLE_BEHIND;
     if (VERBS_BEHIND.contains(t_.substr(end, 2))) return VERB_BEHIND;
-    if (holds(LINKS_BEHIND, c)) return LINK;
-    return end_of_word_at(a_.of(WordClass::CLAUSE_WORD), end) > end ? LINK : NEVER;
+    if (holds(U"省市县区镇乡村路街巷道号", c)) return UNLIKELY;
+    if (holds(LINKS_BEHIND, c)) return LINK_BEHIND;
+    if (end_of_word_at(a_.of(WordClass::CLAUSE_WORD), end) > end) return LINK_BEHIND;
+    const auto* word = word_at(a_.chinese_words, end);
+    if (word != nullptr && word->word_class == recognition::ChineseWordClass::PLACE &&
+        word->length() > 1) {
+      return UNLIKELY;
+    }
+    return word == nullptr || word->known() ? WORD_AROUND : UNKNOWN_AROUND;
   }
 
-  int name_weight(std::size_t at, std::size_t surname, std::size_t end) const {
+  Evidence inner_weight(std::size_t at, std::size_t surname, std::size_t end) const {
     const auto name = t_.substr(at, end - at);
-    for (std::size_t length = 2; length <= name.size(); ++length) {
-      if (is_everyday_word(name.substr(0, length))) return NEVER;
-    }
-    if (name.size() > 2 && is_everyday_word(name.substr(name.size() - 2))) return NEVER;
     if (taken_.touches(static_cast<std::ptrdiff_t>(at), static_cast<std::ptrdiff_t>(end))) {
       return NEVER;
     }
-    int weight = COMMON_SURNAME;
-    if (surname == 1 && holds(WORD_SURNAMES, name[0])) {
-      weight = WORD_SURNAME;
-    } else if (surname == 1 && !holds(COMMON_SURNAMES, name[0])) {
-      weight = RARE_SURNAME;
+    Evidence weight = name_evidence(a_, at, end, surname);
+    if (weight == NEVER) return NEVER;
+    for (std::size_t length = 2; length <= name.size(); ++length) {
+      if (is_everyday_word(name.substr(0, length))) weight += EVERYDAY_WORD;
     }
-    for (const char32_t c : name.substr(surname)) {
-      if (!is_han(c) || holds(NOT_IN_NAMES, c)) return NEVER;
-      if (given_characters().contains(c)) weight += GIVEN_CHARACTER;
+    if (is_touched(a_.of(WordClass::PLACE), at, end)) weight += PLACE_INSIDE;
+    if (is_touched(a_.of(WordClass::TRADE_WORD), at, end)) weight += PLACE_INSIDE;
+    if (surname == 1 && !is_listed_surname(name.front())) weight += UNLISTED_SURNAME;
+    if (at > 0 && is_han(t_[at - 1])) {
+      if (holds(JOINING_SURNAMES, t_[at])) weight += JOINING_SURNAME;
+      if (holds(LINKING_SURNAMES, t_[at])) weight += LINKING_SURNAME;
     }
-    return end - at - surname == 1 && surname == 1 ? weight + SHORT_NAME + GIVEN_CHARACTER / 2
-                                                   : weight;
+    if (end < t_.size() && is_han(t_[end]) && holds(FIRST_OF_VERBS, t_[end - 1])) {
+      weight += VERB_INSIDE;
+    }
+    return weight;
   }
 
   // 万 春 生, 付　敏 on a line of signatures
@@ -255,15 +335,17 @@ class Search {
       if (!is_chinese_surname(t_.substr(at, 1))) continue;
       if (at > 1 && t_[at - 1] == U' ' && is_han(t_[at - 2]) && !roles_.contains(at - 1)) continue;
       const std::size_t second = next_alone(at);
-      if (second == at || !given_characters().contains(t_[second])) continue;
+      if (second == at || !is_given(t_[second])) continue;
       const std::size_t third = next_alone(second);
       const std::size_t last = third;
       const bool more = next_alone(last) != last && next_alone(last) - last == second - at;
-      if (more || (last != second && !given_characters().contains(t_[last]))) continue;
+      if (more || (last != second && !is_given(t_[last]))) continue;
       if (is_everyday_word(std::u32string{t_[at], t_[second]})) continue;
       out.push_back(make_hit(anonymization::entity_type::PERSON, at, last + 1, SCORE));
     }
   }
+
+  static bool is_given(char32_t c) { return given_evidence(c) > 0; }
 
   bool stands_alone(std::size_t at) const {
     return (at == 0 || !is_han(t_[at - 1])) && (at + 1 >= t_.size() || !is_han(t_[at + 1]));
@@ -283,29 +365,16 @@ class Search {
     for (const auto& c : candidates_) ++counts[t_.substr(c.start, c.end - c.start)];
     for (auto& c : candidates_) {
       const int more = counts[t_.substr(c.start, c.end - c.start)] - 1;
-      if (c.end - c.start > 2) c.weight += AGAIN * std::min(more, 2);
+      c.weight += AGAIN * std::min(more, 2);
     }
-  }
-
-  // Behind the candidates that begin where the one at `i` does.
-  std::size_t next_cluster(std::size_t i) const {
-    std::size_t next = i;
-    while (next < candidates_.size() && candidates_[next].start == candidates_[i].start) ++next;
-    return next;
-  }
-
-  std::size_t best_of_cluster(std::size_t i) const {
-    std::size_t best = i;
-    for (std::size_t j = i; j < next_cluster(i); ++j) {
-      if (candidates_[j].weight >= candidates_[best].weight) best = j;
-    }
-    return best;
   }
 
   const NlpArtifacts& a_;
   std::u32string_view t_;
   SpanCover taken_;
-  std::unordered_set<std::size_t> roles_;
+  std::unordered_set<std::size_t> roles_;    // where words for persons end
+  std::unordered_set<std::size_t> parties_;  // and those for parties
+  std::unordered_set<std::size_t> units_;    // and those for companies and offices
   std::vector<Candidate> candidates_;
 };
 

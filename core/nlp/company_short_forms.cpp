@@ -3,6 +3,8 @@
 #include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_tokens.hpp"
+#include "core/nlp/name_pieces.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::nlp {
@@ -44,8 +46,11 @@ struct ChineseName {
 
 std::size_t behind_places(const NlpArtifacts& a, std::size_t start, std::size_t end) {
   while (true) {
-    const std::size_t next = end_of_word_at(a.of(WordClass::PLACE), start);
+    const std::size_t next = NamePieceReader(a).place_end(start);
     if (next == start || next + 2 > end) return start;
+    // 衡山羽软件: a brand is left.
+    const auto trade = first_from(a.of(WordClass::TRADE_WORD), next);
+    if (trade != a.of(WordClass::TRADE_WORD).end() && trade->start < next + 2) return start;
     start = next;
   }
 }
@@ -56,6 +61,8 @@ std::size_t core_end_of(const NlpArtifacts& a, std::size_t start, std::size_t en
   for (const auto c : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BANK}) {
     const auto it = first_from(a.of(c), start);
     if (it == a.of(c).end() || it->end > end) continue;
+    // The 行 of 银行 ends no name; that of 石料行 does.
+    if (it->end - it->start == 1 && it->end != end) continue;
     stop = std::min(stop, c == WordClass::BANK ? it->end : it->start);
   }
   return stop;
@@ -92,6 +99,15 @@ std::size_t brand_length(const NlpArtifacts& a, const ChineseName& name) {
 
 std::u32string joined(std::u32string_view first, std::u32string_view second) {
   return std::u32string(first).append(second);
+}
+
+// Whether no word of the lists lies in it, so that it stands in no other word either.
+bool is_unknown(const NlpArtifacts& a, std::size_t start, std::size_t end) {
+  for (std::size_t i = word_index(a.chinese_words, start);
+       i < a.chinese_words.size() && a.chinese_words[i].start < end; ++i) {
+    if (a.chinese_words[i].known()) return false;
+  }
+  return true;
 }
 
 // 澜迅公司, 苏州澜迅, 澜迅机械: what may be made of the first characters of the core.
@@ -148,7 +164,8 @@ void add_chinese_company_forms(const NlpArtifacts& a, std::size_t start, std::si
   const ChineseName name = parts_of(a, start, end);
   if (name.core.size() < 2) return;
   if (const std::size_t brand = brand_length(a, name); brand > 0) {
-    const bool at_edge = brand < SHORTEST_CHINESE;
+    const bool at_edge =
+        brand < SHORTEST_CHINESE && !is_unknown(a, name.core_start, name.core_start + brand);
     out.push_back({std::u32string(name.core.substr(0, brand)), ORGANIZATION_TYPE, false, at_edge});
   }
   for (std::size_t n = SHORTEST_PREFIX; n <= name.core.size(); ++n) {

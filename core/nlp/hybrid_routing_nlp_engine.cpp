@@ -37,6 +37,7 @@ void HybridRoutingNlpEngine::load() {
   finders_.push_back(std::make_unique<LatinPersonFinder>());
   finders_.push_back(std::make_unique<ChinesePlaceFinder>());
   finders_.push_back(std::make_unique<LatinPlaceFinder>());
+  finders_.push_back(std::make_unique<UnexplainedNameFinder>());  // reads what the others found
   vocabulary_ = make_embedded_nlp_engine();
 }
 

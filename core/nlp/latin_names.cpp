@@ -76,6 +76,7 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
     const auto word = token.in(t);
     const bool links = is_initial(word) || (words > 0 && is_particle(word));
     if (!links && !is_name_word(word)) break;
+    if (is_covered(a.of(WordClass::EN_TITLE), token.start, token.end)) break;
     next = token.end;
     if (links) {
       words = std::max(words, 1);
@@ -102,6 +103,7 @@ std::size_t latin_name_start(const NlpArtifacts& a, std::size_t end) {
     const Token token = token_before(t, at);
     if (token.empty() || (words == 0 && token.end != end)) break;
     const auto word = token.in(t);
+    if (is_covered(a.of(WordClass::EN_TITLE), token.start, token.end)) break;
     if (is_name_word(word)) {
       if (belongs_elsewhere(a, token)) return end;
       start = token.start;

@@ -2,6 +2,7 @@
 
 #include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/more_organizations.hpp"
 #include "core/nlp/name_finders.hpp"
@@ -26,6 +27,13 @@ const Regex RE_BRANCH(
 const Regex RE_OF(
     "RE_OF",
     UR"((?: (?:of|for|di|de|del) (?:the )?\p{Lu}[\p{L}'&-]*(?:(?: | and | & | of | of the )\p{Lu}[\p{L}'&-]*){0,5})(?!\p{L}))");
+
+// Behind a court: District Court in Katowice; Superior Court of Washington for Pierce County
+const Regex RE_IN("RE_IN",
+                  UR"( (?:in|at) (?:the )?\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+)?(?!\p{L}))");
+const Regex RE_FOR(
+    "RE_FOR",
+    UR"( (?:for|in|at|in and for) (?:the )?\p{Lu}[\p{L}'-]+(?: (?:of )?\p{Lu}[\p{L}'-]+){0,3}(?!\p{L}))");
 
 // Behind a German court or bank: Landgericht Hamburg
 const Regex RE_BEHIND("RE_BEHIND", UR"( \p{Lu}[\p{L}-]{2,30}(?!\p{L}))");
@@ -104,10 +112,15 @@ class Search {
     add(name.start, end);
   }
 
-  // The last word, in lower case.
-  std::u32string kind_of(const WordHit& hit) const {
+  std::u32string lowered(const WordHit& hit) const {
     std::u32string word(t_.substr(hit.start, hit.end - hit.start));
     for (char32_t& c : word) c = lower(c);
+    return word;
+  }
+
+  // The last word, in lower case.
+  std::u32string kind_of(const WordHit& hit) const {
+    const std::u32string word = lowered(hit);
     return word.substr(word.rfind(U' ') + 1);
   }
 
@@ -124,30 +137,54 @@ class Search {
     const bool word = form.end - form.start > 2;
     const bool capital_behind =
         word_behind && is_upper(t_[next.start]) && is_lower(t_[form.end - 1]);
+    // Medikon Handels AG and: a brand in small letters before the capitals
+    const Token brand = token_before(t_, form.start);
+    if (!word && is_upper(t_[form.end - 1]) && !brand.empty() && brand.end + 1 == form.start &&
+        brand.end > brand.start + 2 && is_lower(t_[brand.end - 1]) &&
+        !is_common_english_word(brand.in(t_), 1) && !(word_behind && is_upper(t_[next.start]))) {
+      return true;
+    }
     return word ? name.words >= 2 && !capital_behind : !word_behind;
   }
 
   void take_head(const WordHit& head) {
-    std::u32string word(t_.substr(head.start, head.end - head.start));
-    for (char32_t& c : word) c = lower(c);
+    const std::u32string word = lowered(head);
     const std::u32string_view kind = std::u32string_view(word).substr(word.rfind(U' ') + 1);
     const bool strong = STRONG_HEADS.contains(kind);
     const bool compound = kind.size() < word.size();
     const bool court = kind.starts_with(U"court");
+    // Choice of Court
+    if (court && token_before(t_, head.start).in(t_) == U"of") return;
     Name name = walk_left(head.start, FIRM_FORMS.contains(kind));
     if (compound) ++name.words, ++name.particular;
     const auto of =
         is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
     std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
-    if (court) end = std::min(end, std::max(head.end, t_.substr(0, end).find(U" and ", head.end)));
+    if (court) end = behind_court(head.end, end);
     const bool ranked = court && (name.words > 0 || compound);
     const bool plain = !is_set_in_capitals(head.start) && strong &&
                        name.words >= (COMMON_HEADS.contains(kind) ? 2 : 3);
-    const bool named = ranked || plain || name.particular >= (strong ? 1 : 2);
+    const bool public_body = name.words >= 2 && is_public_rank(name.start);
+    const bool named = ranked || plain || public_body || name.particular >= (strong ? 1 : 2);
     if (!named && !(of && is_named_by(*of, kind, name))) return;
     if (end == head.end && kind == U"bank") end = behind_place(end);
     if (const auto m = RE_BRANCH.match_at(t_, end)) end = m->end();
     add(std::min(name.start, head.start), end);
+  }
+
+  // With the place or the district of the court, but not with what follows "and"
+  std::size_t behind_court(std::size_t head, std::size_t end) const {
+    const auto place = end == head ? RE_IN.match_at(t_, end) : RE_FOR.match_at(t_, end);
+    if (place) end = place->end();
+    return std::min(end, std::max(head, t_.substr(0, end).find(U" and ", head)));
+  }
+
+  // National Tax Agency, Federal Customs Service
+  bool is_public_rank(std::size_t start) const {
+    static constexpr auto RANKS =
+        text::words({U"National", U"Federal", U"Royal", U"Metropolitan", U"Provincial",
+                     U"Municipal", U"Ministry", U"Imperial", U"Cantonal", U"Prefectural"});
+    return RANKS.contains(token_after(t_, start).in(t_));
   }
 
   // Standard Trust Bank Ghana
@@ -159,6 +196,10 @@ class Search {
   // Whether what stands behind the head makes it particular: University of Vardøya
   bool is_named_by(const text::Match& of, std::u32string_view kind, const Name& name) const {
     if (is_of_common_word(of.text())) return false;
+    // Centre of Main Interests
+    if (kind == U"centre" || kind == U"center") {
+      return is_touched(a_.of(WordClass::EN_PLACE), of.start(), of.end());
+    }
     if (STRONG_HEADS.contains(kind)) return OF_HEADS.contains(kind) || is_place_or_long(of);
     return name.particular >= 1 && is_touched(a_.of(WordClass::EN_PLACE), of.start(), of.end());
   }
@@ -207,8 +248,30 @@ class Search {
     if (walk.capitals && (is_small_word(word) || (word == U"OF" && !is_behind_head(token)))) {
       return true;
     }
+    if (word == U"of" && is_behind_common_word(token)) return true;
+    if (word == U"and" && parts_two_brands(token, walk.at)) return true;
     // ... Therapeutics and the University
     return walk.connected && (word == U"and" || !heads_of(token, walk.at));
+  }
+
+  // Opinion of Hollis Trevanion LLP; but Bank of Ghana Ltd
+  bool is_behind_common_word(const Token& of) const {
+    const Token left = token_before(t_, of.start);
+    return !left.empty() && is_contract_language(left.in(t_)) &&
+           !is_covered(a_.of(WordClass::EN_ORGANIZATION_HEAD), left.start, left.end);
+  }
+
+  // Snowdrift Analytics and Datakern OÜ; but Ship Repair and Trading Ltd
+  bool parts_two_brands(const Token& conjunction, std::size_t right) const {
+    const Token brand = token_after(t_, right);
+    if (brand.empty() || !is_upper(t_[brand.start]) || is_common_english_word(brand.in(t_), 1) ||
+        is_contract_language(brand.in(t_))) {
+      return false;
+    }
+    const Token last = token_before(t_, conjunction.start);
+    if (last.empty() || !is_upper(t_[last.start])) return false;
+    const Token first = token_before(t_, last.start);
+    return !first.empty() && first.end + 1 == last.start && is_upper(t_[first.start]);
   }
 
   // Adds the word to the name; false if it ends before it.

@@ -2,7 +2,9 @@
 
 #include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/latin_names.hpp"
+#include "core/nlp/latin_prose_persons.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/text/regex.hpp"
@@ -33,11 +35,12 @@ const Regex RE_NEXT_NAME(
     UR"((?: ?\([^()\n]{1,24}\)| ?<[^<>\n]{3,64}>)?(?:, and |; and |[,;] ?| and | & |[、，；/] ?)(?:(?:Mr|Ms|Mrs|Dr|Prof)\.? )?(?=\p{Lu}))");
 
 // A greeting and the close of a letter, with a given name alone behind
-const Regex RE_GREETING("RE_GREETING",
-                        UR"((?i:dear|hi|hello) (\p{Lu}[\p{L}'-]{1,20})(?=[,:\n]| and ))");
+const Regex RE_GREETING(
+    "RE_GREETING",
+    UR"((?<![\p{L}])(?i:dear|hi|hello|hey|gd day|good (?:morning|day|afternoon)) (\p{Lu}[\p{L}'-]{1,20}(?: \p{Lu}[\p{L}'-]{1,20}){0,2})(?=[,:\n]| and | / ))");
 const Regex RE_CLOSE(
     "RE_CLOSE",
-    UR"((?i:regards|sincerely|thanks|yours|wishes|cheers|best|faithfully|truly),? ?\n{1,5} {0,8}(\p{Lu}[\p{L}'. -]{1,40})(?=\n|$))");
+    UR"((?i:regards|rgds|brgds|sincerely|thanks|thank you|thx|yours|wishes|cheers|best|faithfully|truly|cordialement|saludos),? ?\n{1,5} {0,8}(\p{Lu}[\p{L}'. -]{1,40})(?=\n|$))");
 
 // What stands in the line below a name: a role, a date, a mail address
 const Regex RE_BELOW_NAME(
@@ -56,6 +59,8 @@ class Search {
     given_names();
     letters();
     signatures();
+    const PersonEvidence evidence{out_, expected_};
+    for (auto& person : latin_prose_persons(a_, evidence)) out_.push_back(std::move(person));
     return std::move(out_);
   }
 
@@ -90,6 +95,7 @@ class Search {
       const bool chinese = !word.empty() && is_han(word.front()) && m->end() > label.end;
       const bool marked = label.from_table || m->has(1) || chinese;
       if (!marked && !RE_OPEN_LABEL.full_match(word)) continue;
+      if (marked) expected_.push_back(m->end());
       add_list(m->end(), LABEL_SCORE);
       // Authorised signatory: van Oostrum
       const Token first = token_after(t_, m->end());
@@ -142,11 +148,26 @@ class Search {
                         t_.begin() + static_cast<std::ptrdiff_t>(next.end), is_upper);
   }
 
+  // Not Dear Sir, Dear Valued Customer
+  bool may_be_name(std::size_t start, std::size_t end) const {
+    bool named = false;
+    for (std::size_t at = start; at < end;) {
+      const Token word = token_after(t_, at);
+      const auto s = word.in(t_);
+      if (is_covered(a_.of(WordClass::EN_TITLE), word.start, word.end)) return false;
+      const bool ordinary =
+          is_contract_word(s) || is_contract_language(s) ||
+          (is_common_english_word(s) && latin_name_class(s) == LatinNameClass::NONE);
+      named |= !ordinary;
+      at = word.end;
+    }
+    return named;
+  }
+
   void letters() {
     for (const auto& m : RE_GREETING.find_all(t_)) {
       const bool known = is_touched(a_.of(WordClass::EN_GIVEN_NAME), m.start(1), m.end(1));
-      const bool word = is_contract_word(m.text(1)) || is_contract_language(m.text(1));
-      if (known || !word) add(m.start(1), m.end(1), LABEL_SCORE);
+      if (known || may_be_name(m.start(1), m.end(1))) add(m.start(1), m.end(1), LABEL_SCORE);
     }
     for (const auto& m : RE_CLOSE.find_all(t_)) {
       const std::size_t end = latin_name_end(a_, m.start(1), 1);
@@ -202,6 +223,7 @@ class Search {
       const Token before = token_before(t_, given.start);
       const bool inside_name = !before.empty() && before.end + 1 == given.start &&
                                is_upper(t_[before.start]) && !is_contract_word(before.in(t_)) &&
+                               english_word_frequency(before.in(t_)) <= 2 &&
                                !is_covered(a_.of(WordClass::EN_TITLE), before.start, before.end);
       if (inside_name) {
         const std::size_t end = latin_name_end(a_, given.start, 1);
@@ -263,6 +285,7 @@ class Search {
   const NlpArtifacts& a_;
   std::u32string_view t_;
   std::vector<RecognizerResult> out_;
+  std::vector<std::size_t> expected_;  // where a label announces a name
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/text/regex.hpp"
@@ -18,12 +19,24 @@ constexpr std::size_t LONGEST_ADDRESS = 12;  // parts between commas
 // A part of a date or an amount, a clause, a telephone: no part of an address.
 const Regex RE_NOT_ADDRESS(
     "RE_NOT_ADDRESS",
-    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|attn)\b|branch$|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9})");
+    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|attn)\b(?! Aviv)|branch$|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9})");
 
-// 69007 Lyon, NJ 07086, EC4N 6AP, 339411
+// 69007 Lyon, NJ 07086, EC4N 6AP, K1A 0B1, D02 AF30, 114 79 Stockholm, 01422-000 São
+// Paulo, 1017 CB Amsterdam, 339411
 const Regex RE_POSTAL_CODE(
     "RE_POSTAL_CODE",
-    UR"((?<![\d-])\d{4,6}(?![\d-])|\b[A-Z]{1,2}\d{1,2}[A-Z]? \d[A-Z]{2}\b|\b[A-Z]\d[A-Z] \d[A-Z]\d\b)");
+    UR"((?<![\d-])\d{4,6}(?![\d-])|\b[A-Z]{1,2}\d{1,2}[A-Z]? \d[A-Z]{2}\b|\b[A-Z]\d[A-Z] \d[A-Z]\d\b|\b[A-Z]\d{2} [A-Z0-9]{4}\b|\b\d{3} \d{2} \p{Lu}|\b\d{5}-\d{3,4}\b|\b[A-Z]{1,2}-\d{4,5}\b)");
+
+// A street with its number or a post box: enough for an address by itself. 12 Harbour
+// Street; Lindenstraße 4a; 14 rue du Gave; Via Roma, 27; ul. Młyńska 14/3; P.O. Box 94
+const Regex RE_STREET(
+    "RE_STREET",
+    UR"((?<![\p{L}\d])(?:\d{1,5}[A-Za-z]?(?:[-/]\d{1,4})?,? (?:(?:[NSEW]\.?|\p{Lu}[\p{L}'.-]+) ){1,4}(?:Street|Road|Avenue|Lane|Drive|Boulevard|Way|Court|Place|Terrace|Crescent|Close|Square|Highway|Parkway|Trail|Row|Quay|Wharf|Walk|Mews|Gardens|Hill|Esplanade|Parade|Pike|Loop|Circle|Broadway|Alley|St|Rd|Ave|Blvd|Ln|Hwy|Pkwy|STREET|ROAD|AVENUE|LANE|DRIVE|BOULEVARD|HIGHWAY)(?!\p{L})|\p{Lu}[\p{L}-]*(?:stra(?:ß|ss)e|str\.|gasse|weg|platz|allee|ring|damm|ufer|chaussee|gatan?|gaten?|vägen|veien|vegen|vej|gade|straat|laan|plein|kade|gracht|singel|dijk|katu|utca) \d{1,4}(?! ?%)|\d{1,4}(?: ?(?:bis|ter))?,? (?:rue|avenue|boulevard|place|quai|chemin|route|impasse|allée|cours|Rue|Via|Viale|Piazza|Corso|Largo|Calle|C/|Av(?:da?)?\.|Avenida|Paseo|Rua|Rodovia|Travessa|Praça|ul\.|al\.|os\.|Jalan|Jln?\.?|Lorong|Persiaran|Calea|Strada|Bd\.)(?: (?:de|du|des|del|della|di|la|las|los|le|les|da|das|do|dos))* ?(?:(?:dell|l|d)')?\p{Lu}[\p{L}'.-]+(?: (?:[a-z]{1,3} )?\p{Lu}[\p{L}'.-]+){0,3}|(?:rue|avenue|boulevard|place|quai|chemin|route|impasse|allée|cours|Rue|Via|Viale|Piazza|Corso|Largo|Calle|C/|Av(?:da?)?\.|Avenida|Paseo|Rua|Rodovia|Travessa|Praça|ul\.|al\.|os\.|Jalan|Jln?\.?|Lorong|Persiaran|Calea|Strada|Bd\.)(?: (?:de|du|des|del|della|di|la|las|los|le|les|da|das|do|dos))* ?(?:(?:dell|l|d)')?\p{Lu}[\p{L}'.-]+(?: (?:[a-z]{1,3} )?\p{Lu}[\p{L}'.-]+){0,3},? (?:n[.º]?o? ?)?\d{1,5}|(?:P\.? ?O\.? ?Box|PO BOX|P\.O\. BOX|Postfach|Private Bag|Locked Bag|GPO Box|Apartado|Casilla|Caixa Postal|B\.?P\.?|Rural Route|R\.R\.|DX|RMB) [A-Z]?\d[\d-]*))");
+
+// A street without a number: North Main Street
+const Regex RE_STREET_NAME(
+    "RE_STREET_NAME",
+    UR"((?<![\p{L}\d])(?:\p{Lu}[\p{L}'-]+ ){1,3}(?:Street|Road|Avenue|Lane|Boulevard|Crescent)(?!\p{L}))");
 
 // New York Convention, Hamburg Rules: the place is part of the name of a rule.
 constexpr auto NOT_BEHIND_PLACE =
@@ -49,20 +62,40 @@ constexpr bool is_hard_break(char32_t c) {
 // City, state and code, or code and city, in a line of their own below a street
 const Regex RE_CITY_LINE(
     "RE_CITY_LINE",
-    UR"((?<=[\p{L}\d.])\n(?=(?:\p{Lu}[\p{L}.'-]+ ){0,3}\p{Lu}[\p{L}.'-]+,? [A-Z]{2,3} \d{4,5}|\d{4,6} \p{Lu}\p{L}+))");
+    UR"((?<=[\p{L}\d.])\n(?=(?:\p{Lu}[\p{L}.'-]+ ){0,3}\p{Lu}[\p{L}.'-]+(?:,? [A-Z]{2,3}|, \p{Lu}\p{Ll}+(?: \p{Lu}\p{Ll}+)?) \d{4,5}|(?:[A-Z]{1,2}-)?\d{4,6}(?: [A-Z]{2})? \p{Lu}\p{L}+|\d{3} \d{2} \p{Lu}\p{L}+|(?:\p{Lu}[\p{L}'-]+,? ){1,3}[A-Z]{1,2}\d{1,2}[A-Z]? \d[A-Z]{2}))");
 
 // (MO) behind an Italian city
 const Regex RE_PROVINCE("RE_PROVINCE", UR"((?<=\p{L} )\([A-Z]{2}\)(?=[, \n]))");
 
+// "Caddesi No: 185": no label
+const Regex RE_NUMBER_COLON("RE_NUMBER_COLON", UR"((?<=\p{L} No):(?= ?\d))");
+
 // Words of addresses in lower case
 constexpr auto LOWER_STREET_WORDS = text::words(
-    {U"rue",   U"avenue",  U"boulevard", U"place", U"quai",  U"allée", U"chemin", U"route",
-     U"cours", U"impasse", U"via",       U"viale", U"calle", U"paseo", U"rua",    U"ul.",
-     U"al.",   U"os.",     U"pl.",       U"út",    U"utca",  U"tér",   U"krt.",   U"mnt",
-     U"tee",   U"tn",      U"pst",       U"iela",  U"pr.",   U"g.",    U"bis",    U"ter",
-     U"m.",    U"nr",      U"nr.",       U"no.",   U"izq.",  U"dcha.", U"floor",  U"beon-gil",
-     U"sok.",  U"cad.",    U"str.",      U"bd.",   U"esq.",  U"unit",  U"près",   U"sur",
-     U"ro",    U"gil",     U"daero",     U"kom",   U"cho"});
+    {U"rue",     U"avenue",   U"boulevard", U"place", U"quai",  U"allée", U"chemin", U"route",
+     U"cours",   U"impasse",  U"via",       U"viale", U"calle", U"paseo", U"rua",    U"ul.",
+     U"al.",     U"os.",      U"pl.",       U"út",    U"utca",  U"tér",   U"krt.",   U"mnt",
+     U"tee",     U"tn",       U"pst",       U"iela",  U"pr.",   U"g.",    U"bis",    U"ter",
+     U"m.",      U"nr",       U"nr.",       U"no.",   U"izq.",  U"dcha.", U"floor",  U"beon-gil",
+     U"sok.",    U"cad.",     U"str.",      U"bd.",   U"esq.",  U"unit",  U"près",   U"sur",
+     U"ro",      U"gil",      U"daero",     U"kom",   U"cho",   U"apto.", U"apt.",   U"dpto.",
+     U"km",      U"piso",     U"étage",     U"c/o",   U"of.",   U"desp.", U"loc.",   U"sala",
+     U"náměstí", U"námestie", U"ulica",     U"ulice", U"sokak", U"mah.",  U"trg",    U"cesta",
+     U"körút",   U"körútja",  U"prospekt",  U"las",   U"los",   U"les",   U"das",    U"el"});
+
+// Canton of Ticino: the head belongs to the name.
+const Regex RE_HEADED_PLACE(
+    "RE_HEADED_PLACE",
+    UR"((?<![\p{L}])(?:Canton|Parish|Port|Isle|Principality|Emirate|Prefecture|Duchy|Commune|Municipality|Borough) of (?:the )?\p{Lu}[\p{L}'-]+(?: \p{Lu}\p{Ll}[\p{L}'-]+)?)");
+
+// What may stand in front of a street without a number
+constexpr auto STREET_LINKS =
+    text::words({U"in", U"at", U"on", U"to", U"from", U"off", U"along", U"near", U"of", U"into"});
+
+// A line of an address below its first: Dublin 2, D02 AF30, Switzerland, Fort Wayne, IN 46802
+const Regex RE_LINE_BELOW(
+    "RE_LINE_BELOW",
+    UR"(\n[ >]{0,8}((?:[\p{Lu}\d][\p{L}\d.'-]*(?:,? |,?(?=\n|$))|(?:of|de|the|du|am|an) ){1,6})(?=\n|$))");
 
 std::u32string prepared(std::u32string_view folded) {
   std::u32string out = unwrapped(folded);
@@ -74,6 +107,7 @@ std::u32string prepared(std::u32string_view folded) {
     const auto above = folded.substr(line, m.start() - line);
     if (std::any_of(above.begin(), above.end(), text::is_ascii_digit)) out[m.start()] = U' ';
   }
+  for (const auto& m : RE_NUMBER_COLON.find_all(folded)) out[m.start()] = U'.';
   for (const auto& m : RE_PROVINCE.find_all(folded)) out[m.start()] = out[m.end() - 1] = U'-';
   return out;
 }
@@ -87,12 +121,14 @@ class Search {
       while (i < t_.size() && is_hard_break(t_[i])) ++i;
       std::size_t end = i;
       while (end < t_.size() && !is_hard_break(t_[end])) ++end;
-      if (is_touched(a_.of(WordClass::EN_PLACE), i, end) ||
+      find_streets(i, end);
+      if (is_touched(streets_, i, end) || is_touched(a_.of(WordClass::EN_PLACE), i, end) ||
           is_touched(a_.of(WordClass::EN_STREET_WORD), i, end)) {
         read_stretch(i, end);
       }
       i = end;
     }
+    lines_below();
     single_places();
     towns_of_regions();
     return std::move(out_);
@@ -139,7 +175,16 @@ class Search {
   // Whether what would become part of an address is something else.
   bool is_foreign(std::size_t start, std::size_t end) const {
     return start < end && (RE_NOT_ADDRESS.search(t_.substr(start, end - start)).has_value() ||
-                           is_touched(a_.of(WordClass::EN_LEGAL_FORM), start, end));
+                           (!is_touched(streets_, start, end) && ends_in_legal_form(end)));
+  }
+
+  // Not "Corporation Drive" or "Co. Cork"
+  bool ends_in_legal_form(std::size_t end) const {
+    const auto& forms = a_.of(WordClass::EN_LEGAL_FORM);
+    const auto it = first_from(forms, end);
+    if (it == forms.begin() || std::prev(it)->end + 1 < end) return false;
+    const std::size_t start = std::prev(it)->start;  // LS10 1AB
+    return start == 0 || !text::is_ascii_digit(t_[start - 1]);
   }
 
   Piece read_piece(std::size_t start, std::size_t end) const {
@@ -170,9 +215,22 @@ class Search {
     const auto word = token.in(t_);
     if (is_connective(word) && word != U"and" && word != U"for") return true;
     if (word == U"and" || is_small_capitals(word)) return false;
+    // The, In, This: a sentence begins. The Hague
+    if (is_upper(word.front()) && is_small_word(word) && word != U"A" && word != U"No." &&
+        word != U"May" && !is_covered(a_.of(WordClass::EN_STREET_WORD), token.start, token.end) &&
+        word != U"No" && !is_covered(a_.of(WordClass::EN_PLACE), token.start, token.end)) {
+      return false;
+    }
     return is_upper(word.front()) || text::is_ascii_digit(word.front()) || word.front() == U'#' ||
            (word.front() == U'-' && word.size() == 4) || is_lower_street_word(word) ||
-           (word.size() > 2 && word[1] == U'\'' && is_upper(word[2]));
+           is_elided(word);
+  }
+
+  // d'Albret, dell'Artigianato
+  static bool is_elided(std::u32string_view word) {
+    const std::size_t apostrophe = word.find(U'\'');
+    return apostrophe != word.npos && apostrophe > 0 && apostrophe < 5 &&
+           apostrophe + 1 < word.size() && is_upper(word[apostrophe + 1]);
   }
 
   // Also where the comma behind has cost the word its full stop: 2o izq., 28027 Madrid
@@ -197,7 +255,10 @@ class Search {
   // "Brokers Limited of" before 30 Fenchurch Avenue, "Note." before a street
   bool ends_other(const Token& token, const Piece& piece) const {
     const auto word = token.in(t_);
-    if (is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end)) return true;
+    const bool goes_on = token.end + 1 < piece.end && is_upper(t_[token.end + 1]);
+    if (!goes_on && is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end)) {
+      return true;
+    }
     if (piece.tail >= piece.end) return false;
     return ends_sentence(word) || ((word == U"of" || word == U"at" || word == U"in") &&
                                    text::is_ascii_digit(t_[piece.tail]));
@@ -214,6 +275,7 @@ class Search {
   bool begins_address(const Piece& piece) const {
     const auto words = t_.substr(piece.tail, piece.end - piece.tail);
     return std::any_of(words.begin(), words.end(), text::is_ascii_digit) ||
+           is_touched(streets_, piece.tail, piece.end) ||
            is_touched(a_.of(WordClass::EN_PLACE), piece.tail, piece.end) ||
            is_touched(a_.of(WordClass::EN_STREET_WORD), piece.tail, piece.end);
   }
@@ -227,14 +289,27 @@ class Search {
     const bool place = is_touched(a_.of(WordClass::EN_PLACE), start, end);
     const bool street = is_touched(a_.of(WordClass::EN_STREET_WORD), start, end);
     const bool digit = std::any_of(surface.begin(), surface.end(), text::is_ascii_digit);
-    const bool code = RE_POSTAL_CODE.search(surface).has_value();
-    const bool address = digit && chain.size() >= 2 && (place || code) &&
-                         (street || code || (chain.size() >= 3 && begins_with_house(start, end)));
+    const bool code = has_postal_code(surface, place);
+    const bool address =
+        (digit && chain.size() >= 2 && (place || code) &&
+         (street || code || (chain.size() >= 3 && begins_with_house(start, end)))) ||
+        is_touched(streets_, start, end) ||
+        (chain.size() >= 2 && (place || chain.size() >= 3) &&
+         RE_STREET_NAME.search(surface).has_value());
     if (address) {
       add(start, end, ADDRESS_SCORE);
     } else if (chain.size() >= 2) {
       joined_places(chain);
     }
+  }
+
+  // A year counts only beside a place: 2023 Marlinspike
+  static bool has_postal_code(std::u32string_view surface, bool place) {
+    const auto m = RE_POSTAL_CODE.search(surface);
+    if (!m) return false;
+    const bool year =
+        m->text().size() == 4 && (m->text().starts_with(U"19") || m->text().starts_with(U"20"));
+    return place || !year;
   }
 
   // 3-14-8 Ginza, Plot 45, Ilica 242, but not 1 SB Qingdao
@@ -256,11 +331,65 @@ class Search {
     }
   }
 
+  // The lines of an address below the one that was found
+  void lines_below() {
+    constexpr int MOST_LINES = 3;
+    const std::size_t found = out_.size();
+    for (std::size_t i = 0; i < found; ++i) {
+      auto at = static_cast<std::size_t>(out_[i].end);
+      for (int n = 0; n < MOST_LINES; ++n) {
+        while (at < t_.size() && (t_[at] == U',' || t_[at] == U' ')) ++at;
+        const auto line = RE_LINE_BELOW.match_at(a_.folded, at);
+        if (!line || !is_place_line(line->text(1))) break;
+        out_.push_back(make_hit(anonymization::entity_type::LOCATION, line->start(1), line->end(1),
+                                ADDRESS_SCORE));
+        at = line->end(1);
+      }
+    }
+  }
+
+  bool is_place_line(std::u32string_view line) const {
+    const auto start = static_cast<std::size_t>(line.data() - a_.folded.data());
+    if (RE_NOT_ADDRESS.search(line)) return false;
+    return end_of_word_at(a_.of(WordClass::EN_PLACE), start) > start ||
+           world_city_length(line) > 2 || RE_POSTAL_CODE.search(line).has_value();
+  }
+
+  // Chinese text is not searched.
+  void find_streets(std::size_t start, std::size_t end) {
+    const auto stretch = t_.substr(start, end - start);
+    if (std::none_of(stretch.begin(), stretch.end(), is_upper)) return;
+    if (std::any_of(stretch.begin(), stretch.end(), text::is_ascii_digit)) {
+      for (const auto& m : RE_STREET.find_all(stretch)) {
+        streets_.push_back({start + m.start(), start + m.end()});
+      }
+    }
+    for (const auto& m : RE_HEADED_PLACE.find_all(stretch)) {
+      add(start + m.start(), start + m.end(), PLACE_SCORE);
+    }
+    if (is_touched(a_.of(WordClass::EN_STREET_WORD), start, end)) {
+      streets_without_number(start, stretch);
+    }
+  }
+
+  void streets_without_number(std::size_t start, std::u32string_view stretch) {
+    for (const auto& m : RE_STREET_NAME.find_all(stretch)) {
+      const auto link = token_before(t_, start + m.start()).in(t_);
+      const auto first = m.text().substr(0, m.text().find(U' '));
+      if (STREET_LINKS.contains(link) && !is_contract_language(first)) {
+        add(start + m.start(), start + m.end(), PLACE_SCORE);
+      }
+    }
+  }
+
   void single_places() {
     for (const auto& place : a_.of(WordClass::EN_PLACE)) {
       if (place.end < t_.size() && t_[place.end] == U'$') continue;
       const Token next = token_after(t_, place.end);
       if (!next.empty() && NOT_BEHIND_PLACE.contains(next.in(t_))) continue;
+      // York-Antwerp Rules
+      const bool joined = !next.empty() && t_[next.start] == U'-';
+      if (joined && NOT_BEHIND_PLACE.contains(token_after(t_, next.end).in(t_))) continue;
       add(place.start, place.end, PLACE_SCORE);
     }
   }
@@ -284,7 +413,10 @@ class Search {
                           link == U"near" || link == U"IN" || link == U"of";
       const bool other = is_touched(a_.of(WordClass::EN_LEGAL_FORM), start, region.start) ||
                          is_touched(a_.of(WordClass::EN_ORGANIZATION_HEAD), start, region.start);
-      if (linked && !other && start < region.start - 2 &&
+      const bool city = is_world_city(t_.substr(start, region.start - 2 - start));
+      // "Hong Kong, Macao": a list of two.
+      if (is_covered(a_.of(WordClass::EN_REGION), start, region.start - 2)) continue;
+      if ((linked || city) && !other && start < region.start - 2 &&
           !is_contract_language(t_.substr(start, t_.find(U',', start) - start))) {
         add(start, region.end, PLACE_SCORE + 0.05);
       }
@@ -294,6 +426,7 @@ class Search {
   const NlpArtifacts& a_;
   std::u32string unwrapped_;
   std::u32string_view t_;
+  std::vector<WordHit> streets_;  // with numbers
   std::vector<RecognizerResult> out_;
 };
 

@@ -1,4 +1,9 @@
-#include "core/nlp/name_finders.hpp"
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+#include "core/nlp/hits.hpp"
+#include "core/nlp/refinements.hpp"
 #include "core/nlp/span_cover.hpp"
 #include "core/text/regex.hpp"
 
@@ -35,10 +40,90 @@ bool is_in_title_type(const RecognizerResult& r) {
          r.entity_type == entity_type::ORGANIZATION || r.entity_type == entity_type::PERSON;
 }
 
+bool is_name(std::string_view type) {
+  return type == entity_type::PERSON || type == entity_type::ORGANIZATION ||
+         type == entity_type::LOCATION || type == entity_type::GPE;
+}
+
+// 张三 + 律师事务所: the whole is the name of a firm. Not 张三 + 医院, which may be where
+// he went.
+void widen_to_firms(const NlpArtifacts& a, std::vector<RecognizerResult>& results) {
+  using recognition::WordClass;
+  for (auto& r : results) {
+    if (r.entity_type != entity_type::PERSON) continue;
+    const auto at = static_cast<std::size_t>(r.end);
+    for (const auto form : {WordClass::INSTITUTION, WordClass::COMPANY_FORM}) {
+      const std::size_t end = end_of_word_at(a.of(form), at);
+      const auto word = std::u32string_view(a.folded).substr(at, end - at);
+      if (!word.ends_with(U"事务所") && !word.ends_with(U"有限公司")) continue;
+      r.entity_type = entity_type::ORGANIZATION;
+      r.end = static_cast<std::ptrdiff_t>(end);
+      break;
+    }
+  }
+}
+
+// Drops what lies within a longer hit of the list, which is sorted by start, the longer
+// first: it would win over the longer one by its score and leave the rest readable.
+void drop_nested(const std::vector<RecognizerResult*>& sorted) {
+  const RecognizerResult* widest = nullptr;
+  for (auto* r : sorted) {
+    if (widest != nullptr && r->end <= widest->end) {
+      if (r->start > widest->start || r->end < widest->end) r->score = 0;
+    } else {
+      widest = r;
+    }
+  }
+}
+
+// Ngozi Young of Aire Valley University: a person and a firm. Not Bank of Cyprus.
+void part_persons_from_firms(std::u32string_view t, std::vector<RecognizerResult>& results) {
+  constexpr std::u32string_view OF = U" of ";
+  std::unordered_map<anonymization::Offset, anonymization::Offset> person_ends;
+  for (const auto& r : results) {
+    if (r.entity_type == entity_type::PERSON) person_ends.emplace(r.start, r.end);
+  }
+  for (auto& r : results) {
+    if (r.entity_type != entity_type::ORGANIZATION) continue;
+    const auto found = person_ends.find(r.start);
+    if (found == person_ends.end() || found->second >= r.end) continue;
+    const auto at = static_cast<std::size_t>(found->second);
+    if (t.substr(at, OF.size()) != OF) continue;
+    const auto start = found->second + static_cast<anonymization::Offset>(OF.size());
+    if (start < r.end) r.start = start;
+  }
+}
+
+// A name within a longer one of its kind, one character within any longer name.
+void drop_parts_of_names(std::vector<RecognizerResult>& results) {
+  std::vector<RecognizerResult*> names;
+  for (auto& r : results) {
+    if (is_name(r.entity_type)) names.push_back(&r);
+  }
+  std::stable_sort(names.begin(), names.end(), [](const auto* x, const auto* y) {
+    return x->start != y->start ? x->start < y->start : x->end > y->end;
+  });
+  for (const auto kind : {entity_type::PERSON, entity_type::ORGANIZATION}) {
+    std::vector<RecognizerResult*> of_kind;
+    std::copy_if(names.begin(), names.end(), std::back_inserter(of_kind),
+                 [&](const auto* r) { return r->entity_type == kind; });
+    drop_nested(of_kind);
+  }
+  const RecognizerResult* widest = nullptr;
+  for (auto* r : names) {
+    if (widest != nullptr && r->end <= widest->end && r->end - r->start == 1) r->score = 0;
+    if (widest == nullptr || r->end > widest->end) widest = r;
+  }
+  std::erase_if(results, [](const auto& r) { return is_name(r.entity_type) && r.score <= 0; });
+}
+
 }  // namespace
 
 std::vector<RecognizerResult> drop_misplaced(const NlpArtifacts& artifacts,
                                              std::vector<RecognizerResult> results) {
+  widen_to_firms(artifacts, results);
+  part_persons_from_firms(artifacts.folded, results);
+  drop_parts_of_names(results);
   SpanCover addresses;
   SpanCover codes;
   for (const auto& r : results) {

@@ -5,7 +5,7 @@
 // title, quotes or the brackets around it.
 #pragma once
 
-#include "core/recognition/analyzer_engine.hpp"
+#include "core/recognition/entity_recognizer.hpp"
 
 namespace core::nlp {
 
@@ -54,21 +54,13 @@ class LatinPlaceFinder : public recognition::EntityRecognizer {
   std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;
 };
 
-// Refinements, to be run in this order.
-
-// Persons who stand beside what was found: before a telephone number or a mail
-// address, and in brackets behind their name in the other script.
-std::vector<RecognizerResult> add_neighbouring_persons(const NlpArtifacts& artifacts,
-                                                       std::vector<RecognizerResult> results);
-
-// Further mentions of the names that were found, also by the short forms that the
-// document defines or that follow from the full name.
-std::vector<RecognizerResult> add_further_mentions(const NlpArtifacts& artifacts,
-                                                   std::vector<RecognizerResult> results);
-
-// Drops persons and places inside the name of an organization or an address, and
-// dates and places inside the title of a law (《…》).
-std::vector<RecognizerResult> drop_misplaced(const NlpArtifacts& artifacts,
-                                             std::vector<RecognizerResult> results);
+// Names that no other finder has read: capitalized words in running text that are not
+// explained as words of the language or of contracts (..., with Pagewell; Blue Gum Haulage).
+// Runs behind the others and leaves what they found.
+class UnexplainedNameFinder : public recognition::EntityRecognizer {
+ public:
+  UnexplainedNameFinder();
+  std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;
+};
 
 }  // namespace core::nlp

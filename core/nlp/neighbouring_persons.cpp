@@ -6,7 +6,7 @@
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_names.hpp"
 #include "core/nlp/latin_tokens.hpp"
-#include "core/nlp/name_finders.hpp"
+#include "core/nlp/refinements.hpp"
 #include "core/nlp/span_cover.hpp"
 #include "core/nlp/vocabulary.hpp"
 #include "core/text/regex.hpp"

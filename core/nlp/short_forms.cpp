@@ -1,8 +1,11 @@
 #include "core/nlp/short_forms.hpp"
 
 #include "core/nlp/company_short_forms.hpp"
+#include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/latin_tokens.hpp"
+#include "core/nlp/name_abbreviations.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/word_set.hpp"
 
@@ -25,12 +28,32 @@ const Regex RE_ACRONYM("RE_ACRONYM", UR"((?<=\()([A-Z]{2,8})(?=\)))");
 const Regex RE_UNQUOTED("RE_UNQUOTED",
                         UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
 
-constexpr auto GENERIC_ALIASES = text::words(
-    {U"公司", U"集团", U"银行", U"大学", U"医院", U"法院", U"学院", U"中心", U"目标公司",
-     U"合资公司", U"项目公司", U"仲裁委", U"有限公司", U"合作社", U"律所", U"项目"});
+constexpr auto GENERIC_ALIASES =
+    text::words({U"公司",       U"集团",     U"银行",     U"大学",     U"医院",     U"法院",
+                 U"学院",       U"中心",     U"目标公司", U"合资公司", U"项目公司", U"仲裁委",
+                 U"有限公司",   U"合作社",   U"律所",     U"项目",     U"标的公司", U"独资商号",
+                 U"个体工商户", U"承运公司", U"平台公司", U"借款公司"});
 
 std::u32string_view surface_of(const NlpArtifacts& a, const RecognizerResult& r) {
   return text::slice(a.folded, r.start, r.end);
+}
+
+// Lourdes M. Echeverría -> Lourdes Echeverría; Inés Ortega Villalobos -> Inés Ortega,
+// Ortega Villalobos
+void add_pairs_of_names(std::u32string_view name, std::vector<ShortForm>& out) {
+  constexpr std::size_t SHORTEST = 3;
+  std::vector<std::u32string_view> words;
+  for (Token word = token_after(name, 0); !word.empty(); word = token_after(name, word.end)) {
+    if (word.end - word.start >= SHORTEST && is_upper(name[word.start])) {
+      words.push_back(word.in(name));
+    }
+  }
+  const auto add = [&](std::u32string_view first, std::u32string_view second) {
+    auto form = std::u32string(first).append(U" ").append(second);
+    if (form != name) out.push_back({std::move(form), std::string(entity_type::PERSON), false});
+  };
+  for (std::size_t i = 1; i < words.size(); ++i) add(words[i - 1], words[i]);
+  if (words.size() > 2) add(words.front(), words.back());
 }
 
 void add_person(std::u32string_view name, std::vector<ShortForm>& out) {
@@ -48,7 +71,9 @@ void add_person(std::u32string_view name, std::vector<ShortForm>& out) {
   const std::size_t blank = name.rfind(U' ');
   if (blank == name.npos) return;
   const auto last = name.substr(blank + 1);
-  if (last.size() >= 4) out.push_back({std::u32string(last), type, true});
+  if (last.size() >= 4 && !is_everyday_name(last))
+    out.push_back({std::u32string(last), type, true});
+  add_pairs_of_names(name, out);
 }
 
 // 洛社镇, 青白江区: the districts that an address names.
@@ -65,6 +90,17 @@ void add_districts(std::u32string_view address, std::vector<ShortForm>& out) {
     }
     start = i + 1;
   }
+}
+
+// 区教育局 of 甘州区教育局: a body without the name of its division.
+void add_body(std::u32string_view name, std::vector<ShortForm>& out) {
+  constexpr std::u32string_view UNITS = U"市县区镇乡";
+  constexpr std::u32string_view BODIES = U"局委会府所办院厅";
+  constexpr std::size_t SHORTEST = 4;
+  if (name.size() < SHORTEST + 2 || BODIES.find(name.back()) == BODIES.npos) return;
+  const std::size_t unit = name.find_last_of(UNITS, name.size() - SHORTEST);
+  if (unit == name.npos || unit < 2) return;
+  out.push_back({std::u32string(name.substr(unit)), std::string(entity_type::ORGANIZATION)});
 }
 
 // Whether the characters of `alias` stand in `name` in this order, from its first on.
@@ -97,9 +133,23 @@ class Definitions {
     }
   }
 
+  // Original Lender: each of its words is one of contracts
+  static bool is_role(std::u32string_view alias) {
+    if (alias.find(U' ') == alias.npos) return false;
+    for (std::size_t at = 0; at < alias.size();) {
+      const Token word = token_after(alias, at);
+      if (word.empty() ||
+          !(is_contract_word(word.in(alias)) || is_contract_language(word.in(alias)))) {
+        return false;
+      }
+      at = word.end;
+    }
+    return true;
+  }
+
   bool defines(const text::Match& m) const {
     const auto alias = m.text(1);
-    if (GENERIC_ALIASES.contains(alias) || is_contract_word(alias)) return false;
+    if (GENERIC_ALIASES.contains(alias) || is_contract_word(alias) || is_role(alias)) return false;
     if (is_covered(a_.of(WordClass::ORGANIZATION_LABEL), m.start(1), m.end(1))) return false;
     const auto at = static_cast<std::ptrdiff_t>(m.start());
     auto it = std::upper_bound(organizations_.begin(), organizations_.end(), at,
@@ -145,6 +195,7 @@ std::vector<ShortForm> short_forms_of(const NlpArtifacts& a, const RecognizerRes
   if (r.entity_type == entity_type::ORGANIZATION) {
     is_han(surface.front()) ? add_chinese_company_forms(a, start, end, out)
                             : add_latin_company_forms(a, start, end, out);
+    if (is_han(surface.front())) add_body(surface, out);
   } else if (r.entity_type == entity_type::PERSON) {
     add_person(surface, out);
   } else if (r.entity_type == entity_type::LOCATION && is_han(surface.front())) {
@@ -157,6 +208,7 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
                                            const std::vector<RecognizerResult>& results) {
   const Definitions definitions(a, results);
   std::vector<ShortForm> out;
+  add_abbreviations(a, results, out);
   for (const Regex* regex : {&RE_QUOTED, &RE_UNQUOTED, &RE_ACRONYM}) {
     for (const auto& m : regex->find_all(a.folded)) {
       if (definitions.defines(m)) {
@@ -165,6 +217,11 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
     }
   }
   return out;
+}
+
+bool is_everyday_name(std::u32string_view word) {
+  constexpr unsigned EVERYDAY = 3;
+  return !word.empty() && is_latin_letter(word.front()) && is_common_english_word(word, EVERYDAY);
 }
 
 }  // namespace core::nlp

@@ -32,4 +32,8 @@ std::vector<ShortForm> defined_short_forms(
     const recognition::NlpArtifacts& artifacts,
     const std::vector<recognition::RecognizerResult>& results);
 
+// Grace, Price: a word of everyday language. Where it names a person is told by its
+// surroundings, which latin_prose_persons reads.
+bool is_everyday_name(std::u32string_view word);
+
 }  // namespace core::nlp

@@ -34,6 +34,12 @@ class SpanCover {
     return it != spans_.end() && it->second >= end;
   }
 
+  // Whether a span reaches beyond start..end on one side or on both.
+  bool contains_more_than(anonymization::Offset start, anonymization::Offset end) const {
+    const auto it = before(start);
+    return it != spans_.end() && it->second >= end && (it->first < start || it->second > end);
+  }
+
   bool touches(anonymization::Offset start, anonymization::Offset end) const {
     const auto it = before(end - 1);
     return it != spans_.end() && it->second > start;

@@ -8,6 +8,7 @@
 
 #include "core/nlp/characters.hpp"
 #include "core/nlp/table_labels.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/lexicon.hpp"
 #include "core/text/multi_pattern.hpp"
 #include "core/text/unicode.hpp"
@@ -301,6 +302,7 @@ class EmbeddedNlpEngine : public recognition::NlpEngine {
     out.folded = fold_width(text);
     Vocabulary::instance().scan(out);
     find_numbers(out);
+    out.chinese_words = segment_words(out.folded);
     add_table_labels(out);
     return out;
   }

@@ -47,6 +47,25 @@ std::u32string joined(const std::vector<std::u32string>& words, std::size_t from
   return out;
 }
 
+// 周 of 周工, 老周, 周师傅; empty if the name is none of these forms.
+std::u32string_view surname_of_form(std::u32string_view name) {
+  constexpr std::u32string_view PREFIXES = U"老小";
+  constexpr std::u32string_view FORMS[] = {U"工", U"哥", U"姐",   U"叔",   U"姨",  U"嫂",
+                                           U"董", U"局", U"总工", U"师傅", U"师父"};
+  const auto is_surname = [](std::u32string_view part) {
+    return !part.empty() && part.size() <= 2 && parse_chinese_name(part).surname == part;
+  };
+  if (name.size() == 2 && PREFIXES.find(name.front()) != PREFIXES.npos) {
+    return is_surname(name.substr(1)) ? name.substr(1) : std::u32string_view{};
+  }
+  for (const auto form : FORMS) {
+    if (!name.ends_with(form)) continue;
+    const auto rest = name.substr(0, name.size() - form.size());
+    if (is_surname(rest)) return rest;
+  }
+  return {};
+}
+
 // A spelling of a name.
 struct Spelling {
   std::u32string surface;
@@ -55,7 +74,8 @@ struct Spelling {
   std::set<Gender> genders;      // what titles say around its mentions
   // Of what is no full name: what is looked up, a surname or a part of a name.
   std::u32string part;
-  std::u32string job;  // the title that is part of it, if that is no honorific
+  std::u32string job;    // the title that is part of it, if that is no honorific
+  bool is_form = false;  // 周工
 
   bool is_latin() const { return parties::is_latin(surface); }
 };
@@ -74,7 +94,9 @@ class Persons {
   std::vector<KnownPerson> run() {
     read_mentions();
     unite_pairs();
+    unite_initials();
     index_parts();
+    note_wrapped();
     note_rivals();
     std::vector<std::size_t> meant(spellings_.size(), NOBODY);
     for (std::size_t i = 0; i < spellings_.size(); ++i) meant[i] = whole_person(spellings_[i]);
@@ -136,6 +158,12 @@ class Persons {
     const auto plain = without_chinese_title(whole);
     if (plain.size() < whole.size() && parties::is_latin(plain)) {
       spelling.part = plain;  // Osterkamp先生
+      return;
+    }
+    const auto form = surname_of_form(whole);
+    if (!form.empty()) {
+      spelling.is_form = true;
+      spelling.part = form;
       return;
     }
     const auto chinese = parse_chinese_name(whole);
@@ -210,8 +238,80 @@ class Persons {
     }
   }
 
+  // J.P. van der Westhuizen for Johannes Petrus van der Westhuizen, Qian W.J. for Qian
+  // Weijun, where one person fits.
+  void unite_initials() {
+    std::unordered_map<std::u32string, std::size_t> by_initials;
+    const auto add = [&](std::u32string key, std::size_t cluster) {
+      const auto whose = person(cluster);
+      const auto [found, is_new] = by_initials.try_emplace(std::move(key), whose);
+      if (!is_new && found->second != whose) found->second = SEVERAL;
+    };
+    constexpr std::size_t MOST_WORDS = 8;
+    for (const auto& spelling : spellings_) {
+      const auto& words = spelling.name.names;
+      if (!spelling.is_latin() || words.size() < 2 || words.size() > MOST_WORDS ||
+          words.front().size() < 2) {
+        continue;
+      }
+      std::u32string letters;
+      for (std::size_t i = 1; i < words.size(); ++i) {
+        letters += words[i - 1].front();
+        add(letters + U'|' + joined(words, i, words.size()), spelling.cluster);
+      }
+      add(letters + words.back().front() + U'|', spelling.cluster);  // T.J.
+      letters.clear();
+      for (std::size_t i = 1; i < words.size(); ++i) letters += words[i].front();
+      if (words.back().size() > 1) add(letters + U'|' + words.front(), spelling.cluster);
+    }
+    for (const auto& spelling : spellings_) {
+      if (!spelling.is_latin()) continue;
+      const auto found = by_initials.find(initials_key(spelling.name.names));
+      if (found == by_initials.end() || found->second == SEVERAL) continue;
+      unite(spelling.cluster, found->second);
+    }
+  }
+
+  // "jp|van der westhuizen" of J.P. van der Westhuizen; empty if a name is spelled out.
+  static std::u32string initials_key(const std::vector<std::u32string>& words) {
+    std::size_t first = 0;
+    std::size_t last = words.size();
+    std::u32string letters;
+    while (first < last && words[first].size() == 1) letters += words[first++];
+    if (letters.empty()) {
+      while (last > first && words[last - 1].size() == 1) letters.insert(0, words[--last]);
+    }
+    constexpr std::size_t FEWEST = 2;
+    if (letters.empty() || (first == last && letters.size() < FEWEST)) return {};
+    return letters + U'|' + joined(words, first, last);
+  }
+
+  // "Cornelius" at the end of a line and "O'Sullivan" on the next are a person, so that
+  // O'Sullivan alone may be this one.
+  void note_wrapped() {
+    std::unordered_set<std::u32string> known;
+    for (const auto& s : spellings_) known.insert(joined(s.name.names, 0, s.name.names.size()));
+    for (std::size_t m = 0; m + 1 < mentions_.size(); ++m) {
+      const auto a = spelling_of_[m];
+      const auto b = spelling_of_[m + 1];
+      if (a == NOBODY || b == NOBODY || !spellings_[a].is_latin() || !spellings_[b].is_latin()) {
+        continue;
+      }
+      const auto gap = text::slice(text_, mentions_[m].end, mentions_[m + 1].start);
+      const auto behind = text::slice(text_, mentions_[m + 1].end, mentions_[m + 1].end + 1);
+      if (gap != U"\n" || behind.empty() || behind == U"\n") continue;
+      const auto& first = spellings_[a].name.names;
+      const auto& last = spellings_[b].name.names;
+      const auto surname = joined(last, 0, last.size());
+      if (first.size() == 1 && !known.contains(first.front() + U' ' + surname)) {
+        person_by_part_[surname] = SEVERAL;
+      }
+    }
+  }
+
   static bool is_full(const Spelling& spelling) {
     if (spelling.is_latin()) return spelling.name.names.size() >= MIN_FULL_NAME;
+    if (spelling.is_form) return false;
     const auto& whole = spelling.name.names.front();
     const auto chinese = parse_chinese_name(whole);
     return whole.size() >= MIN_FULL_NAME && (chinese.surname.empty() || !chinese.given.empty()) &&
@@ -240,9 +340,8 @@ class Persons {
     for (std::size_t i = 1; i < words.size(); ++i) {
       add_part(joined(words, i, words.size()), spelling.cluster);
     }
-    // Siti Norhafizah binti Rahman; Ying of Ying Xueyao, who is 应雪瑶.
-    const std::size_t fewest = paired_.contains(spelling.cluster) ? 1 : 2;
-    for (std::size_t n = fewest; n < words.size(); ++n) {
+    // Siti Norhafizah binti Rahman; Katarzyna.
+    for (std::size_t n = 1; n < words.size(); ++n) {
       add_part(joined(words, 0, n), spelling.cluster);
     }
   }

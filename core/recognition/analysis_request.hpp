@@ -35,6 +35,9 @@ struct AnalysisResult {
   std::vector<RecognizerResult> results;
   // One for each result, in their order, if they were asked for.
   std::vector<AnalysisExplanation> explanations = {};
+  // What was found and is not among the results, in the order in which it was
+  // lost, if explanations were asked for.
+  std::vector<LostResult> lost = {};
 };
 
 }  // namespace core::recognition

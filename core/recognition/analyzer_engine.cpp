@@ -33,36 +33,93 @@ bool serves(const EntityRecognizer& recognizer, const std::vector<std::string>& 
   return std::any_of(own.begin(), own.end(), [&](const auto& k) { return contains(kinds, k); });
 }
 
-// The hits of one recognizer that reach the threshold; noted if there is a log.
-void collect(const EntityRecognizer& recognizer, const NlpArtifacts& artifacts, double threshold,
-             std::vector<RecognizerResult>& out, DecisionLog* log) {
-  const auto keep = [&](RecognizerResult& r) {
-    return r.score >= threshold && keep_in_cell(artifacts.text, r);
-  };
-  if (log == nullptr) {
-    for (auto& r : recognizer.analyze(artifacts)) {
-      if (keep(r)) out.push_back(std::move(r));
-    }
-    return;
-  }
-  for (auto& [r, explanation] : recognizer.explain(artifacts)) {
-    if (!keep(r)) continue;
-    log->note(r, std::move(explanation));
-    out.push_back(std::move(r));
-  }
+// Names of the steps, where hits are explained.
+constexpr auto THRESHOLD = "threshold";
+constexpr auto DUPLICATES = "duplicates";
+constexpr auto ONLY_SHIELDS = "kinds that only shield";
+constexpr auto KINDS = "kinds asked for";
+constexpr auto ALLOW_LIST = "allow list";
+
+using Results = std::vector<RecognizerResult>;
+
+Results drop_below(double threshold, Results results) {
+  std::erase_if(results, [&](const auto& r) { return !(r.score >= threshold); });
+  return results;
 }
 
-// Drops what the request does not ask for.
-void select(const AnalysisRequest& request, double threshold,
-            std::vector<RecognizerResult>& results) {
+Results drop_other_kinds(const std::vector<std::string>& kinds, Results results) {
+  std::erase_if(results, [&](const auto& r) { return !contains(kinds, r.entity_type); });
+  return results;
+}
+
+Results drop_consumed(const std::vector<Refinement>& refinements, Results results) {
+  std::erase_if(results, [&](const auto& r) { return is_consumed(refinements, r.entity_type); });
+  return results;
+}
+
+Results drop_allowed(const AnalysisRequest& request, Results results) {
   const AllowList allow_list(request.allow_list, request.allow_list_match);
   std::erase_if(results, [&](const auto& r) {
-    if (!request.entities.empty() && !contains(request.entities, r.entity_type)) return true;
-    return r.score < threshold || allow_list.allows(text::slice(request.text, r.start, r.end));
+    return allow_list.allows(text::slice(request.text, r.start, r.end));
   });
+  return results;
 }
 
+// The hits of one analysis on their way, explained if that is asked for.
+class Hits {
+ public:
+  explicit Hits(const AnalysisRequest& request)
+      : text_(request.text), explained_(request.return_decision_process) {}
+
+  void collect(const EntityRecognizer& recognizer, const NlpArtifacts& artifacts) {
+    if (!explained_) {
+      for (auto& r : recognizer.analyze(artifacts)) add(std::move(r));
+      return;
+    }
+    for (auto& [r, explanation] : recognizer.explain(artifacts)) {
+      if (add(std::move(r))) log_.note(results_.back(), std::move(explanation));
+    }
+  }
+
+  // Replaces the list by what the step makes of it.
+  template <class Step>
+  void run(const std::string& name, const Step& step) {
+    if (!explained_) {
+      results_ = step(std::move(results_));
+      return;
+    }
+    auto after = step(results_);
+    log_.note_step(name, results_, after);
+    results_ = std::move(after);
+  }
+
+  AnalysisResult take() && {
+    AnalysisResult out{std::move(results_)};
+    if (!explained_) return out;
+    for (const auto& r : out.results) out.explanations.push_back(log_.of(r));
+    out.lost = log_.take_lost();
+    return out;
+  }
+
+ private:
+  bool add(RecognizerResult r) {
+    if (!keep_in_cell(text_, r)) return false;
+    results_.push_back(std::move(r));
+    return true;
+  }
+
+  std::u32string_view text_;
+  bool explained_;
+  Results results_;
+  DecisionLog log_;
+};
+
 }  // namespace
+
+bool is_consumed(const std::vector<Refinement>& refinements, std::string_view entity_type) {
+  return std::any_of(refinements.begin(), refinements.end(),
+                     [&](const auto& step) { return contains(step.consumed, entity_type); });
+}
 
 std::vector<RecognizerResult> remove_duplicates(std::vector<RecognizerResult> results) {
   std::stable_sort(results.begin(), results.end(), [](const auto& a, const auto& b) {
@@ -110,14 +167,16 @@ AnalyzerEngine::AnalyzerEngine(std::unique_ptr<const NlpEngine> nlp_engine,
       score_threshold_(score_threshold) {}
 
 std::vector<const EntityRecognizer*> AnalyzerEngine::recognizers_for(
-    const AnalysisRequest& request) const {
+    const AnalysisRequest& request, const RecognizerList& all) const {
   if (!contains(supported_languages_, request.language)) {
     throw ValueError("the analyzer does not serve the language " + request.language);
   }
-  auto recognizers = registry_.get_recognizers(request.language);
-  for (const auto& ad_hoc : request.ad_hoc_recognizers) {
-    const auto& language = ad_hoc->supported_language();
-    if (language.empty() || language == request.language) recognizers.push_back(ad_hoc.get());
+  std::vector<const EntityRecognizer*> recognizers;
+  for (const auto* list : {&all, &request.ad_hoc_recognizers}) {
+    for (const auto& recognizer : *list) {
+      const auto& language = recognizer->supported_language();
+      if (language.empty() || language == request.language) recognizers.push_back(recognizer.get());
+    }
   }
   if (!request.entities.empty() &&
       std::none_of(recognizers.begin(), recognizers.end(),
@@ -133,30 +192,38 @@ std::vector<RecognizerResult> AnalyzerEngine::analyze(std::u32string_view text,
 }
 
 AnalysisResult AnalyzerEngine::analyze(const AnalysisRequest& request) const {
+  return analyze(request, registry_.recognizers());
+}
+
+AnalysisResult AnalyzerEngine::analyze(const AnalysisRequest& request,
+                                       const RecognizerList& all) const {
   const double threshold = request.score_threshold.value_or(score_threshold_);
   if (!(threshold >= 0 && threshold <= 1)) {
     throw ValueError("score_threshold must be a number from 0 to 1");
   }
-  const auto recognizers = recognizers_for(request);
+  const auto recognizers = recognizers_for(request, all);
   NlpArtifacts artifacts = nlp_engine_->process_text(request.text, request.language);
   artifacts.context = request.context;
-  DecisionLog log;
-  AnalysisResult out;
-  for (const auto* recognizer : recognizers) {
-    collect(*recognizer, artifacts, std::min(threshold, score_threshold_), out.results,
-            request.return_decision_process ? &log : nullptr);
-  }
-  out.results = remove_duplicates(std::move(out.results));
+  Hits hits(request);
+  for (const auto* recognizer : recognizers) hits.collect(*recognizer, artifacts);
+  const auto at_least = [](double limit) {
+    return [limit](Results results) { return drop_below(limit, std::move(results)); };
+  };
+  hits.run(THRESHOLD, at_least(std::min(threshold, score_threshold_)));
+  hits.run(DUPLICATES, remove_duplicates);
   for (const auto& refinement : refinements_) {
-    out.results = refinement.refine(artifacts, std::move(out.results));
-    if (request.return_decision_process) log.note_new(out.results, refinement.name);
+    hits.run(refinement.name,
+             [&](Results results) { return refinement.refine(artifacts, std::move(results)); });
   }
-  select(request, threshold, out.results);
-  out.results = remove_duplicates(std::move(out.results));
-  if (request.return_decision_process) {
-    for (const auto& r : out.results) out.explanations.push_back(log.of(r));
+  if (request.entities.empty()) {
+    hits.run(ONLY_SHIELDS, [&](Results r) { return drop_consumed(refinements_, std::move(r)); });
+  } else {
+    hits.run(KINDS, [&](Results r) { return drop_other_kinds(request.entities, std::move(r)); });
   }
-  return out;
+  hits.run(THRESHOLD, at_least(threshold));
+  hits.run(ALLOW_LIST, [&](Results results) { return drop_allowed(request, std::move(results)); });
+  hits.run(DUPLICATES, remove_duplicates);
+  return std::move(hits).take();
 }
 
 }  // namespace core::recognition

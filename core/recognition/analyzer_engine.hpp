@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/anonymization/analyzer.hpp"
@@ -23,7 +24,13 @@ struct Refinement {
   std::function<std::vector<RecognizerResult>(const NlpArtifacts& artifacts,
                                               std::vector<RecognizerResult> results)>
       refine;
+  // Kinds whose hits only serve the step; they are reported to none but who asks
+  // for them by kind.
+  std::vector<std::string> consumed = {};
 };
+
+// Whether one of the steps consumes the kind.
+bool is_consumed(const std::vector<Refinement>& refinements, std::string_view entity_type);
 
 class AnalyzerEngine : public anonymization::Analyzer {
  public:
@@ -52,14 +59,19 @@ class AnalyzerEngine : public anonymization::Analyzer {
   // language or kinds that nobody serves and for a threshold outside 0..1,
   // RegexError for a pattern of the allow list.
   AnalysisResult analyze(const AnalysisRequest& request) const;
+  // The same with these recognizers in place of the registry's.
+  AnalysisResult analyze(const AnalysisRequest& request, const RecognizerList& recognizers) const;
 
   const RecognizerRegistry& registry() const { return registry_; }
   RecognizerRegistry& registry() { return registry_; }
+  // Runs behind those that are there.
+  void add_refinement(Refinement refinement) { refinements_.push_back(std::move(refinement)); }
   const NlpEngine& nlp_engine() const { return *nlp_engine_; }
   const std::vector<std::string>& supported_languages() const { return supported_languages_; }
 
  private:
-  std::vector<const EntityRecognizer*> recognizers_for(const AnalysisRequest& request) const;
+  std::vector<const EntityRecognizer*> recognizers_for(const AnalysisRequest& request,
+                                                       const RecognizerList& recognizers) const;
 
   std::unique_ptr<const NlpEngine> nlp_engine_;
   std::vector<std::string> supported_languages_;

@@ -15,6 +15,8 @@ class DenyList {
  public:
   explicit DenyList(std::span<const std::u32string> words);
 
+  bool empty() const { return words_.empty(); }
+
   // Where the words stand, sorted by end, none within another. Letter case and
   // width do not matter. Letters and digits match whole words only, Chinese
   // characters anywhere.

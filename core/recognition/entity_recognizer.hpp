@@ -30,6 +30,9 @@ class EntityRecognizer {
   // "zh" or "en"; empty for a recognizer that reads every text.
   const std::string& supported_language() const { return supported_language_; }
 
+  // Of one that goes by patterns, for people who ask what it does.
+  virtual std::vector<std::string> pattern_names() const { return {}; }
+
   // The hits in any order. May be called from any thread.
   virtual std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const = 0;
   // The same hits, each with its explanation.

@@ -21,18 +21,27 @@ std::size_t local_part_start(std::u32string_view text, std::size_t at_sign) {
   return start;
 }
 
-// +86, (0755), (+852): the number begins at its signs.
-std::size_t dialled_from(std::u32string_view text, std::size_t at) {
-  while (at > 0 && (text[at - 1] == U'+' || text[at - 1] == U'(')) --at;
-  return at;
+bool is_dialling_sign(char32_t c) { return c == U'+' || c == U'('; }
+
+// Whether a number may begin here, by the kind of anchor.
+bool is_number_start(std::u32string_view t, std::size_t at, Anchor::Kind kind) {
+  const char32_t before = at > 0 ? t[at - 1] : U' ';
+  switch (kind) {
+    case Anchor::Kind::INNER_DIGIT:
+      return text::is_ascii_digit(t[at]) && !text::is_ascii_digit(before);
+    case Anchor::Kind::PHONE:
+      // +86, (0755), (+852): the number begins at its signs.
+      if (is_dialling_sign(before)) return false;
+      if (is_dialling_sign(t[at])) return true;
+      [[fallthrough]];
+    default:
+      return text::is_ascii_alnum(t[at]) && !text::is_ascii_alnum(before);
+  }
 }
 
-template <class Visit>
-void for_each_digit_run(std::u32string_view folded, const NumberRun& run, Visit visit) {
-  for (std::size_t i = run.start; i < run.end; ++i) {
-    const bool begins = i == run.start || !text::is_ascii_digit(folded[i - 1]);
-    if (begins && text::is_ascii_digit(folded[i])) visit(i);
-  }
+bool is_number_anchor(Anchor::Kind kind) {
+  return kind == Anchor::Kind::NUMBER || kind == Anchor::Kind::PHONE ||
+         kind == Anchor::Kind::INNER_DIGIT;
 }
 
 // Calls visit(position) where a pattern with this anchor is tried.
@@ -40,16 +49,10 @@ template <class Visit>
 void for_each_place(const NlpArtifacts& a, const Anchor& anchor, Visit visit) {
   switch (anchor.kind) {
     case Anchor::Kind::ANYWHERE:
-      break;
     case Anchor::Kind::NUMBER:
-      for (const auto& run : a.numbers) visit(run.start);
-      break;
     case Anchor::Kind::PHONE:
-      for (const auto& run : a.numbers) visit(dialled_from(a.folded, run.start));
-      break;
     case Anchor::Kind::INNER_DIGIT:
-      for (const auto& run : a.numbers) for_each_digit_run(a.folded, run, visit);
-      break;
+      break;  // searched for
     case Anchor::Kind::AT_SIGN:
       for (const std::size_t at : a.at_signs) visit(local_part_start(a.folded, at));
       break;
@@ -146,6 +149,28 @@ PatternRecognizer::PatternRecognizer(PatternRecognizerConfig config)
       validate_(config.validate),
       invalidate_(config.invalidate) {}
 
+std::vector<std::string> PatternRecognizer::pattern_names() const {
+  std::vector<std::string> names;
+  for (const auto& pattern : patterns_) names.push_back(pattern.name);
+  for (const auto& pattern : user_patterns_) names.emplace_back(pattern.name());
+  if (!deny_list_.empty()) names.emplace_back(DENY_LIST);
+  return names;
+}
+
+// A search costs less than a try at every number.
+void PatternRecognizer::search_numbers(const Pattern& pattern, const NlpArtifacts& artifacts,
+                                       Collector& collector) {
+  const std::u32string_view t = artifacts.folded;
+  std::size_t from = 0;
+  while (const auto match = pattern.regex->search(t, from)) {
+    if (match->start() >= t.size()) return;
+    from = match->start() + 1;
+    if (!is_number_start(t, match->start(), pattern.anchor.kind)) continue;
+    collector.take(*match);
+    from = std::max(from, collector.free_from());
+  }
+}
+
 std::vector<PatternRecognizer::Find> PatternRecognizer::find(const NlpArtifacts& artifacts) const {
   std::vector<Find> found;
   for (const Pattern& pattern : patterns_) {
@@ -153,6 +178,10 @@ std::vector<PatternRecognizer::Find> PatternRecognizer::find(const NlpArtifacts&
     Collector collector(*this, artifacts, {pattern.name, pattern.score, labelled}, found);
     if (pattern.anchor.kind == Anchor::Kind::ANYWHERE) {
       for (const auto& match : pattern.regex->find_all(artifacts.folded)) collector.take(match);
+      continue;
+    }
+    if (is_number_anchor(pattern.anchor.kind)) {
+      search_numbers(pattern, artifacts, collector);
       continue;
     }
     for_each_place(artifacts, pattern.anchor, [&](std::size_t at) {

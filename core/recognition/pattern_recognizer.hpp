@@ -84,6 +84,8 @@ class PatternRecognizer : public EntityRecognizer {
 
   // Throws RegexError for a user's pattern that does not compile.
   explicit PatternRecognizer(PatternRecognizerConfig config);
+  // Those of users behind the others; the deny list, if there is one, last.
+  std::vector<std::string> pattern_names() const override;
   // Throws RegexError for a user's pattern that takes too long.
   std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;
   std::vector<ExplainedResult> explain(const NlpArtifacts& artifacts) const override;
@@ -92,6 +94,8 @@ class PatternRecognizer : public EntityRecognizer {
   struct Find;
   class Collector;
   std::vector<Find> find(const NlpArtifacts& artifacts) const;
+  static void search_numbers(const Pattern& pattern, const NlpArtifacts& artifacts,
+                             Collector& collector);
   RecognizerResult result_of(const Find& found) const;
 
   std::vector<Pattern> patterns_;

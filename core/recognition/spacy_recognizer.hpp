@@ -12,7 +12,8 @@ class NlpEntityRecognizer : public EntityRecognizer {
   std::vector<RecognizerResult> analyze(const NlpArtifacts& artifacts) const override;
   std::vector<ExplainedResult> explain(const NlpArtifacts& artifacts) const override;
 
- private:
+ protected:
+  // Whether it is of the recognizer's kinds.
   bool reports(const RecognizerResult& result) const;
 };
 

@@ -7,6 +7,7 @@
 #include <pcre2.h>
 
 #include "core/errors.hpp"
+#include "core/text/prefix_automaton.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::text {
@@ -107,19 +108,42 @@ struct Regex::Programs {
   struct Slot {
     std::once_flag once;
     Code code;
+    bool has_jit = false;
   };
+
+  // An automaton costs about as much as a search of so many code points.
+  static constexpr std::size_t WORTH_AN_AUTOMATON = 60'000;
 
   std::u32string pattern;
   std::array<Slot, std::size(ANCHOR_OPTIONS)> slots;
 
-  const pcre2_code* get(const std::string& name, Anchor anchor) {
+  std::atomic<std::size_t> used{0};  // code points read, about
+  std::atomic<bool> is_read{false};
+  std::once_flag reading;
+  std::unique_ptr<const PrefixAutomaton> prefix;
+
+  // What a match can begin with, once the regex has been used for a while.
+  const PrefixAutomaton* beginnings(std::size_t code_points) {
+    if (!is_read.load(std::memory_order_acquire)) {
+      const auto before = used.fetch_add(code_points, std::memory_order_relaxed);
+      if (before + code_points < WORTH_AN_AUTOMATON) return nullptr;
+      std::call_once(reading, [&] {
+        prefix = PrefixAutomaton::of(pattern);
+        is_read.store(true, std::memory_order_release);
+      });
+    }
+    return prefix.get();
+  }
+
+  const Slot& get(const std::string& name, Anchor anchor) {
     const auto index = static_cast<std::size_t>(anchor);
     Slot& slot = slots[index];
     std::call_once(slot.once, [&] {
       if (slot.code == nullptr) slot.code = compile(name, pattern, ANCHOR_OPTIONS[index]);
-      pcre2_jit_compile(slot.code.get(), PCRE2_JIT_COMPLETE);  // without it the interpreter serves
+      // Without machine code the interpreter serves.
+      slot.has_jit = pcre2_jit_compile(slot.code.get(), PCRE2_JIT_COMPLETE) == 0;
     });
-    return slot.code.get();
+    return slot;
   }
 };
 
@@ -138,15 +162,18 @@ Regex::Regex(std::string_view name, std::u32string_view pattern)
 
 Regex::~Regex() = default;
 
+std::u32string_view Regex::pattern() const { return programs_->pattern; }
+
 bool Regex::run(const Request& request, Match& match) const {
-  const pcre2_code* code = programs_->get(name_, request.anchor);
+  const auto& program = programs_->get(name_, request.anchor);
   Workspace& space = workspace();
-  const auto attempt = [&](std::uint32_t extra) {
-    return pcre2_match(code, units(request.text), request.text.size(), request.from,
-                       request.options | extra, space.data, space.context);
+  const auto attempt = [&](auto* matcher, std::uint32_t extra) {
+    return matcher(program.code.get(), units(request.text), request.text.size(), request.from,
+                   request.options | extra, space.data, space.context);
   };
-  int count = attempt(0);
-  if (count == PCRE2_ERROR_JIT_STACKLIMIT) count = attempt(PCRE2_NO_JIT);
+  int count = PCRE2_ERROR_JIT_STACKLIMIT;
+  if (program.has_jit) count = attempt(pcre2_jit_match, 0);
+  if (count == PCRE2_ERROR_JIT_STACKLIMIT) count = attempt(pcre2_match, PCRE2_NO_JIT);
   if (count == PCRE2_ERROR_NOMATCH) return false;
   if (count < 0) fail(name_, count);
   const PCRE2_SIZE* offsets = pcre2_get_ovector_pointer(space.data);
@@ -158,6 +185,25 @@ bool Regex::run(const Request& request, Match& match) const {
                            : std::pair(std::u32string_view::npos, std::u32string_view::npos);
   }
   return true;
+}
+
+bool Regex::run_search(const Request& request, Match& match) const {
+  constexpr std::size_t PATIENCE = 16;  // attempts
+  constexpr std::size_t WORTH = 8;      // code points passed over for each
+  const PrefixAutomaton* prefix = programs_->beginnings(request.text.size() - request.from);
+  if (prefix == nullptr) return run(request, match);
+  Request here{.text = request.text, .anchor = Anchor::START};
+  std::size_t attempts = 0;
+  for (std::size_t at = prefix->next(here.text, request.from); at < here.text.size();
+       at = prefix->next(here.text, at + 1)) {
+    here.from = at;
+    if (run(here, match)) return true;
+    // Where matches could begin nearly everywhere, the engine's own search is better.
+    if (++attempts > PATIENCE && attempts * WORTH > at - request.from) {
+      return run({.text = request.text, .from = at + 1}, match);
+    }
+  }
+  return false;
 }
 
 std::optional<Match> Regex::once(const Request& request) const {
@@ -175,10 +221,17 @@ std::optional<Match> Regex::match(std::u32string_view text) const {
 }
 
 std::optional<Match> Regex::search(std::u32string_view text, std::size_t from) const {
-  return once({.text = text, .from = from});
+  std::optional<Match> match(std::in_place);
+  if (from > text.size() || !run_search({.text = text, .from = from}, *match)) match.reset();
+  return match;
 }
 
 std::optional<Match> Regex::match_at(std::u32string_view text, std::size_t at) const {
+  constexpr std::size_t COST = 16;  // of an attempt, in code points searched
+  const PrefixAutomaton* prefix = programs_->beginnings(COST);
+  if (prefix != nullptr && (at >= text.size() || !prefix->may_begin(text, at))) {
+    return std::nullopt;
+  }
   return once({.text = text, .from = at, .anchor = Anchor::START});
 }
 
@@ -186,7 +239,7 @@ std::vector<Match> Regex::find_all(std::u32string_view text) const {
   std::vector<Match> out;
   Match found;
   Request request{.text = text};
-  while (request.from <= text.size() && run(request, found)) {
+  while (request.from <= text.size() && run_search(request, found)) {
     out.push_back(found);
     // Where an empty match was taken, only a longer one may follow.
     request.options = found.end() == found.start() ? PCRE2_NOTEMPTY_ATSTART : 0;

@@ -78,11 +78,14 @@ class Regex {
   std::size_t group(std::u32string_view group_name) const;
 
   const std::string& name() const { return name_; }
+  std::u32string_view pattern() const;
 
  private:
   struct Programs;
   struct Request;
   bool run(const Request& request, Match& match) const;
+  // The first match from `request.from` on; the same as run(), often sooner.
+  bool run_search(const Request& request, Match& match) const;
   std::optional<Match> once(const Request& request) const;
 
   std::string name_;

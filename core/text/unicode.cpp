@@ -63,6 +63,30 @@ bool is_decimal_digit(char32_t c) {
   return u_charType(static_cast<UChar32>(c)) == U_DECIMAL_DIGIT_NUMBER;
 }
 
+bool is_letter_or_number(char32_t c) {
+  if (c < 0x80) return is_ascii_alnum(c);
+  if (c > MAX_CODE_POINT) return false;
+  const auto character = static_cast<UChar32>(c);
+  return u_isalpha(character) != 0 ||
+         u_getIntPropertyValue(character, UCHAR_NUMERIC_TYPE) != U_NT_NONE;
+}
+
+bool is_control(char32_t c) {
+  if (c > MAX_CODE_POINT) return false;
+  const auto type = u_charType(static_cast<UChar32>(c));
+  return type == U_CONTROL_CHAR || type == U_FORMAT_CHAR;
+}
+
+std::size_t display_width(char32_t c) {
+  if (c < 0x80) return 1;
+  if (c > MAX_CODE_POINT) return 1;
+  const auto character = static_cast<UChar32>(c);
+  const auto type = u_charType(character);
+  if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK) return 0;
+  const auto width = u_getIntPropertyValue(character, UCHAR_EAST_ASIAN_WIDTH);
+  return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+}
+
 std::u32string_view slice(std::u32string_view text, std::ptrdiff_t start, std::ptrdiff_t end) {
   const auto size = static_cast<std::ptrdiff_t>(text.size());
   const auto from = std::clamp<std::ptrdiff_t>(start, 0, size);

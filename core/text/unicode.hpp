@@ -7,6 +7,7 @@
 // May be called from any thread.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,16 @@ bool is_digit(char32_t c);
 
 // General category Nd, what `\d` of Regex matches: "5", "５", not "²".
 bool is_decimal_digit(char32_t c);
+
+// A letter (general category L) or a character with a numeric value: "a", "五", "½".
+bool is_letter_or_number(char32_t c);
+
+// General category Cc or Cf: what steers a terminal or the direction of writing.
+bool is_control(char32_t c);
+
+// How many columns of a terminal it takes: 2 for wide and full-width characters,
+// 0 for combining ones, else 1.
+std::size_t display_width(char32_t c);
 
 constexpr bool is_ascii_alpha(char32_t c) {
   return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z');

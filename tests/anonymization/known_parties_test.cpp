@@ -49,5 +49,21 @@ TEST(CountrySwitch, IsOnAndReadAtEachCall) {
   EXPECT_TRUE(_geo_country_mask_as_address_enabled());
 }
 
+TEST(CountrySwitch, GivesWayToTheApplicationsSetting) {
+  std::optional<bool> answer = false;
+  bool fails = false;
+  set_country_setting([&] {
+    if (fails) throw ExternalError("no settings");
+    return answer;
+  });
+  EXPECT_FALSE(_geo_country_mask_as_address_enabled());
+  fails = true;
+  EXPECT_TRUE(_geo_country_mask_as_address_enabled()) << "what cannot be told is masked";
+  fails = false;
+  answer.reset();
+  EXPECT_TRUE(_geo_country_mask_as_address_enabled());
+  set_country_setting({});
+}
+
 }  // namespace
 }  // namespace core::anonymization

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/anonymization/replacements/span_postprocess.hpp"
 #include "core/anonymization/rules/helpers.hpp"
 #include "tests/support/notation.hpp"
 
@@ -53,6 +54,15 @@ TEST(Joiners, AreDistinctAndFramed) {
       EXPECT_EQ(joiner.find(other) != joiner.npos, &joiner == &other);
     }
   }
+}
+
+TEST(Joiners, AreThoseOfTheApplicationWhereItHasItsOwn) {
+  const std::u32string text = U"甲¤¤乙" + std::u32string(PARAGRAPH_JOINER);
+  set_joiner_setting([] { return std::vector<std::u32string>{U"", U"¤¤"}; });
+  EXPECT_EQ(_strip_docx_joiner_sequences(text), U"甲乙" + std::u32string(PARAGRAPH_JOINER));
+  EXPECT_EQ(_clip_replacements_at_embedded_docx_joiners({{0, 4, U"[机构1]"}}, text).size(), 2U);
+  set_joiner_setting({});
+  EXPECT_EQ(_strip_docx_joiner_sequences(text), U"甲¤¤乙");
 }
 
 }  // namespace

@@ -46,6 +46,21 @@ TEST(Strategy, UnknownProfileIsRefused) {
   }
 }
 
+TEST(Strategy, TheApplicationMayHaveProfilesOfItsOwn) {
+  set_strategy_resolver([](std::string_view profile, std::string_view language) {
+    std::optional<StrategySteps> steps;
+    if (profile == "nothing" && language == "zh") {
+      steps.emplace().after_overlaps = {
+          [](auto, auto, auto) { return std::vector<RecognizerResult>(); }};
+    }
+    return steps;
+  });
+  EXPECT_EQ(kept("nothing", "{PERSON|a}"), "a");
+  EXPECT_EQ(kept("strict", "{PERSON|a}"), "{PERSON|a}");
+  set_strategy_resolver({});
+  EXPECT_THROW(kept("nothing", "{PERSON|a}"), ValueError);
+}
+
 TEST(Strategy, AliasNeedsAnOrganizationBeforeIt) {
   struct {
     const char* why;

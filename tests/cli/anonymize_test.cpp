@@ -63,15 +63,21 @@ TEST(Anonymize, WritesTheTextAndNothingElse) {
 }
 
 TEST(Anonymize, AnswersWithoutReading) {
-  for (const auto& args : {std::vector<std::string>{"--help"}, {"anonymize", "--help"}}) {
+  const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
+      {{"--help"}, {"anonymize", "analyze", "recognizers", "evaluate", "Exit codes", "Examples"}},
+      {{"anonymize", "--help"}, {"--mapping", "--labels", "Profiles", "Examples"}},
+      {{"analyze", "--help"}, {"--explain", "--show-surfaces", "Profiles", "Examples"}},
+      {{"recognizers", "--help"}, {"--recognizers", "--json"}},
+      {{"evaluate", "--help"}, {"--max-leak", "Exit codes", "Profiles", "Examples"}},
+      {{"--version"}, {"veildoc "}},
+  };
+  for (const auto& [args, parts] : cases) {
     const auto ran = run(args, "", ANALYZER);
     EXPECT_EQ(ran.code, cli::EXIT_DONE);
     EXPECT_EQ(ran.err, "");
-    for (const auto* part : {"--mapping", "--labels", "Exit codes", "Examples"}) {
-      EXPECT_NE(ran.out.find(part), std::string::npos) << part;
-    }
+    for (const auto& part : parts) EXPECT_NE(ran.out.find(part), std::string::npos) << part;
+    for (const auto& line : test::lines(ran.out)) EXPECT_LE(line.size(), 110U) << line;
   }
-  EXPECT_TRUE(run({"--version"}, "", ANALYZER).out.starts_with("veildoc "));
 }
 
 TEST(Anonymize, RefusesWrongCommandLines) {
@@ -85,6 +91,12 @@ TEST(Anonymize, RefusesWrongCommandLines) {
   const Case cases[] = {
       {"no command", {}, "subcommand"},
       {"unknown command", {"mask"}, "subcommand"},
+      {"analyze: threshold", {"analyze", file, "--threshold", "1.5"}, "0 to 1"},
+      {"analyze: threshold", {"analyze", file, "--threshold", "nan"}, "0 to 1"},
+      {"analyze: a kind without a name", {"analyze", file, "--entities", "A,,B"}, "--entities"},
+      {"analyze: profile", {"analyze", file, "--profile", "x"}, "identity"},
+      {"evaluate: nothing", {"evaluate"}, "DIR"},
+      {"evaluate: limit", {"evaluate", ".", "--max-leak", "many"}, "0 to 100"},
       {"two files", {"anonymize", file, file}, "not expected"},
       {"unknown option", {"anonymize", "--quick"}, "--quick"},
       {"language", {"anonymize", "-l", "fr"}, "--language"},
@@ -184,6 +196,13 @@ TEST(Anonymize, WarnsOfTextThatReadsLikeAPlaceholder) {
   EXPECT_EQ(ran.out, "甲方：[机构7]，见【DATE2】");
   EXPECT_NE(ran.err.find("2 texts"), std::string::npos) << ran.err;
   EXPECT_EQ(ran.err.find("机构"), std::string::npos) << ran.err;
+}
+
+TEST(Anonymize, WarnsOfNamesThatCannotBeMasked) {
+  const auto finds = test::finding({{"PERSON", "Иван"}, {"PERSON", "——"}});
+  const auto ran = run({"anonymize"}, "签字：Иван ——", finds);
+  EXPECT_EQ(ran.out, "签字：Иван ——");
+  EXPECT_TRUE(ran.err.starts_with("veildoc: warning: 1 name in other scripts")) << ran.err;
 }
 
 TEST(Anonymize, GivesTheProfileToTheAnalyzer) {

@@ -1,7 +1,4 @@
 // The example contracts, through the whole command.
-#include <fstream>
-#include <iterator>
-
 #include <gtest/gtest.h>
 
 #include "tests/cli/support.hpp"
@@ -11,8 +8,7 @@ namespace {
 using test::run;
 
 std::string read(const std::string& name) {
-  std::ifstream file(EXAMPLES_DIR "/" + name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  return test::read_file(std::string(EXAMPLES_DIR "/") + name);
 }
 
 std::string with_crlf(const std::string& text) {

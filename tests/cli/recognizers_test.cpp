@@ -1,19 +1,13 @@
-// The option --recognizers, and the example of its page in docs/.
-#include <fstream>
-#include <iterator>
-
+// The option --recognizers, the example of its page in docs/, and the command
+// that lists the recognizers.
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 
 #include "tests/cli/support.hpp"
 
 namespace {
 
 using test::run;
-
-std::string read(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // What stands between ``` and ```, the language behind the first one left out.
 std::vector<std::string> blocks_of(const std::string& page) {
@@ -30,9 +24,9 @@ std::vector<std::string> blocks_of(const std::string& page) {
 
 TEST(Recognizers, ExampleDoesWhatItsPageSays) {
   const std::string file = EXAMPLES_DIR "/recognizers.yaml";
-  const auto blocks = blocks_of(read(DOCS_DIR "/recognizers.md"));
+  const auto blocks = blocks_of(test::read_file(DOCS_DIR "/recognizers.md"));
   ASSERT_GE(blocks.size(), 3U);
-  EXPECT_EQ(blocks[0], read(file));
+  EXPECT_EQ(blocks[0], test::read_file(file));
   const auto ran = run({"anonymize", "--recognizers", file}, blocks[1]);
   EXPECT_EQ(ran.err, "");
   EXPECT_EQ(ran.out, blocks[2]);
@@ -59,6 +53,37 @@ TEST(Recognizers, FailuresNameTheFile) {
   EXPECT_EQ(ran.code, cli::EXIT_ANALYZER);
   EXPECT_NE(ran.err.find("\"aa\" of recognizer \"Slow\""), std::string::npos) << ran.err;
   EXPECT_EQ(run({"anonymize", "--recognizers", ""}).code, cli::EXIT_USAGE);
+}
+
+TEST(Recognizers, AreListed) {
+  const test::Folder folder;
+  const auto file = folder.write("r.json", R"([
+    {"name": "Contract\u001b numbers", "supported_entity": "OWN_KIND", "supported_language": "en",
+     "patterns": [{"name": "HT", "regex": "HT-\\\\d+", "score": 0.6}], "deny_list": ["Orca"]}])");
+  const auto ran = run({"recognizers", "--json", "--recognizers", file});
+  EXPECT_EQ(ran.code, cli::EXIT_DONE) << ran.err;
+  const auto list = nlohmann::json::parse(ran.out)["recognizers"];
+  const auto named = [&](const std::string& name) {
+    for (const auto& entry : list) {
+      if (entry["name"] == name) return entry;
+    }
+    return nlohmann::json();
+  };
+  EXPECT_EQ(list.back(), nlohmann::json::parse(R"({
+    "name": "Contract\u001b numbers", "types": ["OWN_KIND"], "language": "en",
+    "patterns": ["HT", "deny_list"], "on": "file"})"));
+  EXPECT_EQ(named("PercentRecognizer")["on"], "strict");
+  EXPECT_EQ(named("EmailRecognizer")["on"], "default");
+  EXPECT_TRUE(named("EmailRecognizer")["language"].is_null());
+  EXPECT_EQ(named("HanlpRecognizer")["language"], "zh");
+
+  const auto table = run({"recognizers", "-l", "zh", "--recognizers", file}).out;
+  EXPECT_EQ(table.find("OWN_KIND"), std::string::npos);
+  EXPECT_NE(table.find("HanlpRecognizer "), std::string::npos);
+  EXPECT_EQ(run({"recognizers", "--patterns", "--recognizers", file}).out.find('\x1B'),
+            std::string::npos)
+      << "control characters stay away from the terminal";
+  EXPECT_EQ(run({"recognizers", "--recognizers", folder.path("none.json")}).code, cli::EXIT_INPUT);
 }
 
 }  // namespace

@@ -65,6 +65,18 @@ Ran run(const std::vector<std::string>& args, const std::string& in) {
   return {code, out.str(), err.str()};
 }
 
+std::vector<std::string> lines(const std::string& text) {
+  std::vector<std::string> out;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) out.push_back(line);
+  return out;
+}
+
+std::string read_file(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 Folder::Folder() {
   auto name = (std::filesystem::temp_directory_path() / "veildoc-test-XXXXXX").string();
   if (::mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder");
@@ -77,14 +89,12 @@ Folder::~Folder() {
 }
 
 std::string Folder::write(const std::string& name, const std::string& bytes) const {
+  std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
   std::ofstream(path(name), std::ios::binary) << bytes;
   return path(name);
 }
 
-std::string Folder::read(const std::string& name) const {
-  std::ifstream file(path(name), std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+std::string Folder::read(const std::string& name) const { return read_file(path(name)); }
 
 std::vector<std::string> Folder::names() const {
   std::vector<std::string> names;

@@ -26,6 +26,12 @@ Ran run(const std::vector<std::string>& args, const std::string& in,
 // With the analyzer that the command has by itself.
 Ran run(const std::vector<std::string>& args, const std::string& in = "");
 
+// A text by its lines.
+std::vector<std::string> lines(const std::string& text);
+
+// The bytes of a file; none if there is no such file.
+std::string read_file(const std::string& path);
+
 // A folder that goes away with its owner.
 class Folder {
  public:

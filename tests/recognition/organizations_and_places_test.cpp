@@ -25,6 +25,25 @@ TEST(OrganizationsByForm, Chinese) {
       {"大学与其学院", "参加单位包括{ORGANIZATION|西陵理工大学机械与动力学院}。"},
       {"引号的各种形式",
        "{ORGANIZATION|海宁市橙鹿影视文化工作室}（以下称‘{ORGANIZATION|橙鹿工作室}’）"},
+      {"左边界：动词、介词、职务名词不属于名称",
+       "款项缴到{ORGANIZATION|湾区银行前海支行}，先还{ORGANIZATION|六盘山村镇银行}；经{ORGANIZATION|甘州区市场监管局}核查，"
+       "货物供应商{ORGANIZATION|苏州澜迅机械有限公司}"},
+      {"字号里的常用字",
+       "{ORGANIZATION|锡汇农村商业银行}、{ORGANIZATION|和泰建设有限公司}，与{ORGANIZATION|和泰有限公司}"},
+      {"民族自治县", "向{ORGANIZATION|关岭布依族苗族自治县人民法院}起诉"},
+      {"个体工商户",
+       "{ORGANIZATION|昆明市盘龙区兴旺五金店}、{ORGANIZATION|安仁镇阿兴小炒店}；由{ORGANIZATION|顺捷货运部}承运"},
+      {"没有组织形式的商号",
+       "报价单位：{ORGANIZATION|昆山恒牛五金}、{ORGANIZATION|捷泓报关}（由其代理）"},
+      {"泛称",
+       "投资总额与注册资本；上海仓库、苏州门店、直营店，进行验收，某医院，贵厂，由王建国设计"},
+      {"分支机构前的商号",
+       "由{ORGANIZATION|平安产险大连分公司}承保，委托{ORGANIZATION|中国检验认证集团辽宁有限公司}检验"},
+      {"机关的简称", "由{ORGANIZATION|张掖市甘州区教育局}委托，经{ORGANIZATION|区教育局}核查"},
+      {"研究院不是院落",
+       "由{ORGANIZATION|中国矿业大学徐州研究院}和{ORGANIZATION|江苏省建筑科学研究院}完成"},
+      {"没有定义的简称",
+       "{ORGANIZATION|宁波沐恒创业投资有限公司}出资，{ORGANIZATION|沐恒创投}承诺，{ORGANIZATION|渭川电子科技大学}与{ORGANIZATION|渭川电科大}共有。"},
       {"国家机关不带前面的连词", "如{ORGANIZATION|国家市场监督管理总局}要求申报"},
   };
   test::expect_found(entity_type::ORGANIZATION, cases);
@@ -45,6 +64,12 @@ TEST(OrganizationsByForm, Latin) {
       {"set in capitals",
        "THE BOARD OF DIRECTORS OF {ORGANIZATION|BLACKTHORN RIDGE HOLDINGS, INC.}, A NEVADA CORPORATION, ENTERS "
        "INTO THE CREDIT AGREEMENT WITH {ORGANIZATION|FIRST PRAIRIE NATIONAL BANK} AND A GUARANTY"},
+      {"courts in and for a place",
+       "the {ORGANIZATION|District Court in Katowice} and the {ORGANIZATION|Superior Court of Washington for Pierce "
+       "County} agree"},
+      {"two letters behind a brand", "with {ORGANIZATION|Medikon Handels AG} and others"},
+      {"two brands", "are {ORGANIZATION|Snowdrift Analytics} and {ORGANIZATION|Datakern OÜ}."},
+      {"public bodies by rank", "before the {ORGANIZATION|National Tax Agency} only"},
       {"behind a label",
        "BROKER: {ORGANIZATION|Fjordmegling} (comm 1.25 pct)\nDeliverables Owner: Second Party"},
       {"broken over a line",
@@ -57,6 +82,14 @@ TEST(OrganizationsByForm, Latin) {
 TEST(Addresses, Chinese) {
   const Case cases[] = {
       {"路口", "住所地{LOCATION|洛阳市涧西区丽春路与西苑路交叉口东北角}。"},
+      {"词表以外的乡镇街道与村组",
+       "现住{LOCATION|龙泉市剑池街道华楼街216号2单元602室}，前往{LOCATION|静宁县李店镇王家沟}"},
+      {"没有号数的地块", "地点：{LOCATION|青岛市崂山区株洲路以北、深圳路以东}。"},
+      {"路口之后还有",
+       "{LOCATION|常州市新北区罗溪镇黄河西路与龙城大道交叉口西北角汽配城C区07-09号}"},
+      {"带字母的房号",
+       "{LOCATION|大连市高新园区黄浦路541号网络产业大厦1703A}，{LOCATION|深圳市坪山区锦绣东路22号雷柏大厦7F}"},
+      {"四至", "东至{LOCATION|打邦河}，南至{LOCATION|海通大道}，北接渔业队宿舍"},
       {"工程分期不是地址", "{LOCATION|云南省普洱市景谷县}供水二期工程"},
       {"繁体字", "工廠位於{LOCATION|彰化縣鹿港鎮鹿工路8之3號}；"},
       {"村组", "地址： {LOCATION|柳林村三组27号}"},
@@ -77,7 +110,21 @@ TEST(Addresses, Latin) {
        "{LOCATION|4500 Great America Parkway, Suite 200}\n{LOCATION|Santa Clara, CA 95054}\n"},
       {"capitals around it",
        "A SUBSIDIARY LOCATED AT {LOCATION|2200 INDUSTRIAL PARKWAY, RENO, NEVADA 89502}, SHALL GUARANTEE"},
-      {"a law", "under Massachusetts General Laws"},
+      {"a law", "under Massachusetts General Laws and the York-Antwerp Rules"},
+      {"street and number in one word",
+       "at {LOCATION|Keizersgracht 555, 1017 DR Amsterdam} and {LOCATION|Sveavägen 44, 111 34 Stockholm, Sweden}"},
+      {"the kind of street first",
+       "office at {LOCATION|C/ Duque de Alba 9, 28012 Madrid}; plant at {LOCATION|Via dell'Industria, 27, 23900 "
+       "Lecco (LC), Italy}"},
+      {"post boxes",
+       "Write to {LOCATION|Private Bag X04, Durban} or {LOCATION|P.O. Box 94 Nordnes, 5838 Bergen, Norway}."},
+      {"a company's form in the name of a street",
+       "at {LOCATION|Suite B14, Dolphin Plaza, Corporation Drive, Ikoyi, Lagos}."},
+      {"no number", "the shop in {LOCATION|North Main Street} is let; the Access Road is not"},
+      {"lines below",
+       "Send to:\n{LOCATION|14 Harcourt Terrace}\n{LOCATION|Dublin 2}\n{LOCATION|D02 AF30}\nRegards"},
+      {"a year is no postal code", "On 2 May, 2023 Marlinspike filed suit"},
+      {"a sentence begins", "of {LOCATION|12 Harbour Street, Leeds LS10 1AB}\nThe premises"},
   };
   test::expect_found(entity_type::LOCATION, cases);
 }

@@ -7,18 +7,11 @@
 #include "core/nlp/cpu_throttle.hpp"
 #include "core/nlp/hanlp_recognizer.hpp"
 #include "core/nlp/hybrid_routing_nlp_engine.hpp"
-#include "core/nlp/name_finders.hpp"
+#include "core/nlp/refinements.hpp"
 #include "core/recognition/spacy_recognizer.hpp"
 
 namespace core::anonymization {
 namespace {
-
-std::vector<recognition::Refinement> name_refinements() {
-  return {{"neighbouring persons", nlp::add_neighbouring_persons},
-          {"misplaced names", nlp::drop_misplaced},
-          {"further mentions", nlp::add_further_mentions},
-          {"misplaced names", nlp::drop_misplaced}};
-}
 
 bool is_zh_spacy(const recognition::EntityRecognizer& recognizer) {
   return recognizer.supported_language() == "zh" &&
@@ -54,7 +47,7 @@ std::unique_ptr<recognition::AnalyzerEngine> build_analyzer(
   engine->load();
   const auto zh_supported_entities = engine->get_supported_entities("zh");
   auto analyzer = std::make_unique<recognition::AnalyzerEngine>(
-      std::move(engine), std::vector<std::string>{"en", "zh"}, name_refinements());
+      std::move(engine), std::vector<std::string>{"en", "zh"}, nlp::refinements());
   _swap_zh_spacy_recognizer_for_hanlp(analyzer->registry(), zh_supported_entities);
   _register_china_mobile_recognizers(analyzer->registry(), include_zh_supplement_country_lexicon);
   return analyzer;

@@ -2,13 +2,19 @@
 // English and both at once.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "core/anonymization/analyzer.hpp"
 
 namespace core::recognition {
 class EntityRecognizer;
+}
+
+namespace core::nlp {
+class HanlpClient;
 }
 
 namespace core::anonymization {
@@ -18,6 +24,11 @@ struct EmbeddedOptions {
   bool percentages_and_quantities = false;
   // Further recognizers, none of them null; they run behind all others.
   std::vector<std::shared_ptr<const recognition::EntityRecognizer>> recognizers = {};
+  // A service that finds the names in Chinese texts (core/nlp/hanlp_recognizer.hpp);
+  // nullptr: the embedded finders do. With a fallback they also serve where it does
+  // not answer, and the fallback is told why.
+  std::shared_ptr<const nlp::HanlpClient> hanlp = nullptr;
+  std::function<void(const std::string& reason)> hanlp_fallback = {};
 };
 
 // Builds the analyzer. Its vocabulary is shared by all analyzers of the process

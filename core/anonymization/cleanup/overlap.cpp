@@ -6,7 +6,6 @@
 
 #include "core/anonymization/span_index.hpp"
 #include "core/errors.hpp"
-#include "core/text/word_set.hpp"
 
 namespace core::anonymization {
 namespace {
@@ -41,9 +40,6 @@ constexpr TypePriority ENTITY_OVERLAP_PRIORITY[] = {{"GAME", 101},
                                                     {"PRODUCT", 58},
                                                     {"CARD_LAST4", 56}};
 
-// Kinds whose long hits protect their inside from hits of one character.
-constexpr auto CONTIGUOUS_ENTITY_TYPES_FOR_NESTED_GUARD =
-    text::type_names({"PERSON", "ORGANIZATION", "LOCATION", "GPE"});
 constexpr Offset LONG_GUARD_LENGTH = 6;
 
 bool is_guarded(const RecognizerResult& r) {
@@ -52,21 +48,35 @@ bool is_guarded(const RecognizerResult& r) {
 
 Offset length(const RecognizerResult& r) { return saturating_subtract(r.end, r.start); }
 
-// The results' positions, the strongest first, equal ones in input order.
-std::vector<std::size_t> by_strength(const std::vector<RecognizerResult>& results) {
-  std::vector<std::tuple<int, double, Offset>> keys;
-  keys.reserve(results.size());
-  for (const auto& r : results) keys.push_back(_overlap_sort_key(r));
-  std::vector<std::size_t> order(results.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return keys[a] > keys[b]; });
+// The positions, the strongest result first, equal ones in their order.
+std::vector<std::size_t> by_strength(const std::vector<RecognizerResult>& results,
+                                     const std::vector<std::size_t>& positions) {
+  std::vector<std::pair<std::tuple<int, double, Offset>, std::size_t>> keyed;
+  keyed.reserve(positions.size());
+  for (const std::size_t i : positions) keyed.emplace_back(_overlap_sort_key(results[i]), i);
+  std::stable_sort(keyed.begin(), keyed.end(),
+                   [](const auto& a, const auto& b) { return a.first > b.first; });
+  std::vector<std::size_t> order;
+  order.reserve(keyed.size());
+  for (const auto& [key, position] : keyed) order.push_back(position);
   return order;
+}
+
+std::vector<RecognizerResult> take(std::vector<RecognizerResult>& results,
+                                   const std::vector<std::size_t>& positions) {
+  std::vector<RecognizerResult> out;
+  out.reserve(positions.size());
+  for (const std::size_t i : positions) out.push_back(std::move(results[i]));
+  return out;
 }
 
 }  // namespace
 
 std::span<const TypePriority> entity_overlap_priorities() { return ENTITY_OVERLAP_PRIORITY; }
+
+bool is_long_entity(const RecognizerResult& r) {
+  return is_guarded(r) && length(r) >= LONG_GUARD_LENGTH;
+}
 
 int _overlap_entity_priority(std::string_view entity_type) {
   const auto* row =
@@ -83,36 +93,45 @@ std::tuple<int, double, Offset> _overlap_sort_key(const RecognizerResult& r) {
   return {_overlap_entity_priority(r.entity_type), r.score, length(r)};
 }
 
-std::vector<RecognizerResult> _drop_single_char_entity_inside_long_entity(
-    std::vector<RecognizerResult> results) {
+std::vector<std::size_t> positions_outside_long_entities(
+    const std::vector<RecognizerResult>& results) {
   std::vector<RecognizerResult> guards;
-  std::copy_if(results.begin(), results.end(), std::back_inserter(guards),
-               [](const auto& r) { return is_guarded(r) && length(r) >= LONG_GUARD_LENGTH; });
-  if (guards.empty()) return results;
+  std::copy_if(results.begin(), results.end(), std::back_inserter(guards), is_long_entity);
   const auto index = SpanIndex::of(guards);
-  std::erase_if(results, [&](const RecognizerResult& r) {
-    return is_guarded(r) && length(r) == 1 && index.covers(r.start, r.end);
-  });
-  return results;
+  std::vector<std::size_t> positions;
+  positions.reserve(results.size());
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    const auto& r = results[i];
+    if (!(is_guarded(r) && length(r) == 1 && index.covers(r.start, r.end))) positions.push_back(i);
+  }
+  return positions;
 }
 
-std::vector<RecognizerResult> _resolve_overlaps(std::vector<RecognizerResult> results) {
-  results = _drop_single_char_entity_inside_long_entity(std::move(results));
+std::vector<std::size_t> positions_without_overlaps(const std::vector<RecognizerResult>& results) {
   std::vector<Offset> starts;
   starts.reserve(results.size());
   for (const auto& r : results) starts.push_back(r.start);
   SpanIndex taken(std::move(starts));
-  std::vector<RecognizerResult> kept;
+  std::vector<std::size_t> kept;
   kept.reserve(results.size());
-  for (const std::size_t i : by_strength(results)) {
-    auto& r = results[i];
-    if (taken.overlaps(r.start, r.end)) continue;
-    taken.add(r.start, r.end);
-    kept.push_back(std::move(r));
+  for (const std::size_t i : by_strength(results, positions_outside_long_entities(results))) {
+    if (taken.overlaps(results[i].start, results[i].end)) continue;
+    taken.add(results[i].start, results[i].end);
+    kept.push_back(i);
   }
-  std::stable_sort(kept.begin(), kept.end(),
-                   [](const auto& a, const auto& b) { return a.start < b.start; });
+  std::stable_sort(kept.begin(), kept.end(), [&](std::size_t a, std::size_t b) {
+    return results[a].start < results[b].start;
+  });
   return kept;
+}
+
+std::vector<RecognizerResult> _drop_single_char_entity_inside_long_entity(
+    std::vector<RecognizerResult> results) {
+  return take(results, positions_outside_long_entities(results));
+}
+
+std::vector<RecognizerResult> _resolve_overlaps(std::vector<RecognizerResult> results) {
+  return take(results, positions_without_overlaps(results));
 }
 
 }  // namespace core::anonymization

@@ -5,12 +5,14 @@
 // duplicate; n log n in their number.
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <string_view>
 #include <tuple>
 #include <vector>
 
 #include "core/anonymization/result.hpp"
+#include "core/text/word_set.hpp"
 
 namespace core::anonymization {
 
@@ -22,6 +24,12 @@ struct TypePriority {
 // Larger wins. A type that is not listed has DEFAULT_OVERLAP_PRIORITY.
 std::span<const TypePriority> entity_overlap_priorities();
 inline constexpr int DEFAULT_OVERLAP_PRIORITY = 50;
+
+// Kinds whose hits of six or more characters protect their inside from hits of one.
+inline constexpr auto CONTIGUOUS_ENTITY_TYPES_FOR_NESTED_GUARD =
+    text::type_names({"PERSON", "ORGANIZATION", "LOCATION", "GPE"});
+
+bool is_long_entity(const RecognizerResult& r);  // whether it is such a hit
 
 int _overlap_entity_priority(std::string_view entity_type);
 
@@ -37,5 +45,11 @@ std::vector<RecognizerResult> _drop_single_char_entity_inside_long_entity(
 // No two results of the output overlap; touching is not overlapping. Sorted by
 // start. On a full tie the result that came first stays.
 std::vector<RecognizerResult> _resolve_overlaps(std::vector<RecognizerResult> results);
+
+// The same two for a caller that holds the results elsewhere: the positions of
+// those that stay, in the order of the output.
+std::vector<std::size_t> positions_outside_long_entities(
+    const std::vector<RecognizerResult>& results);
+std::vector<std::size_t> positions_without_overlaps(const std::vector<RecognizerResult>& results);
 
 }  // namespace core::anonymization

@@ -4,11 +4,9 @@
 
 #include "core/anonymization/placeholders.hpp"
 #include "core/anonymization/rules/helpers.hpp"
-#include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::anonymization {
-namespace {
 
 using text::Regex;
 
@@ -16,6 +14,8 @@ using text::Regex;
 const Regex RE_CN_UPPER_DIGITS_MIX(
     "RE_CN_UPPER_DIGITS_MIX",
     UR"([零〇一二三四五六七八九十百千万亿兆两兩壹贰叁肆伍陆柒捌玖拾佰仟])");
+
+namespace {
 
 // 2023年
 const Regex RE_YEAR("RE_YEAR", UR"((\d{4})年)");

@@ -9,8 +9,12 @@
 #include <utility>
 
 #include "core/anonymization/result.hpp"
+#include "core/text/regex.hpp"
 
 namespace core::anonymization {
+
+// A Chinese numeral, ordinary or financial (searched).
+extern const text::Regex RE_CN_UPPER_DIGITS_MIX;
 
 // Without blanks, with ASCII parentheses, in folded case; 2023年 keys as 2023.
 std::u32string _datetime_identity_key(std::u32string_view text, Offset start, Offset end);

@@ -7,18 +7,16 @@
 
 #include "core/anonymization/analyzer/language.hpp"
 #include "core/anonymization/cleanup/filters.hpp"
-#include "core/anonymization/cleanup/overlap.hpp"
 #include "core/anonymization/constants.hpp"
 #include "core/anonymization/country_names.hpp"
-#include "core/anonymization/doc_alias_scan.hpp"
 #include "core/anonymization/identity/date_money.hpp"
 #include "core/anonymization/identity/location_identity.hpp"
 #include "core/anonymization/identity/org_identity.hpp"
 #include "core/anonymization/identity/tag_and_key.hpp"
 #include "core/anonymization/party_labeled_names.hpp"
 #include "core/anonymization/placeholders.hpp"
+#include "core/anonymization/replacements/hit_steps.hpp"
 #include "core/anonymization/span_index.hpp"
-#include "core/anonymization/strategy.hpp"
 #include "core/person_clustering.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
@@ -52,29 +50,14 @@ void sort_by_start(auto& spans) {
                    [](const auto& a, const auto& b) { return a.start < b.start; });
 }
 
-Results clean_hits(std::u32string_view text, std::u32string_view analysis_text,
-                   const Analyzer& analyzer, std::string_view language) {
-  auto results = analyzer.analyze(analysis_text, language);
-  results = _drop_blank_fill_results(text, std::move(results));
-  results = _drop_structural_sequence_results(text, std::move(results));
-  return _drop_generic_institution_noun_results(text, std::move(results));
-}
-
 // The hits that are numbered, without overlaps, sorted by start.
 Results analyze(std::u32string_view text, const Analyzer& analyzer, std::string_view language,
                 std::string_view profile) {
   const auto analysis_text = _normalize_fill_underscores_for_analysis(text);
-  auto results = clean_hits(text, analysis_text, analyzer, language);
-  for (auto& alias : scan_defined_alias_candidates(text)) results.push_back(std::move(alias));
-  const auto steps = _resolve_semantic_strategy_steps(profile, language);
-  for (const auto& step : steps.before_overlaps) {
-    results = step(text, analysis_text, std::move(results));
+  auto results = analyzer.analyze(analysis_text, language);
+  for (const auto& step : hit_steps(profile, language)) {
+    results = step.run(text, analysis_text, std::move(results));
   }
-  results = _resolve_overlaps(std::move(results));
-  for (const auto& step : steps.after_overlaps) {
-    results = step(text, analysis_text, std::move(results));
-  }
-  results = _resolve_overlaps(std::move(results));
   sort_by_start(results);
   return results;
 }

@@ -4,12 +4,9 @@
 
 #include "core/anonymization/placeholders.hpp"
 #include "core/anonymization/rules/helpers.hpp"
-#include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
-#include "core/text/word_set.hpp"
 
 namespace core::anonymization {
-namespace {
 
 using text::Regex;
 
@@ -20,8 +17,6 @@ const Regex RE_FALSE_ORG_YEAR_SPAN("RE_FALSE_ORG_YEAR_SPAN", UR"(^(?:19|20)\d{2}
 const Regex RE_FALSE_ORG_OUTLINE_SECTION("RE_FALSE_ORG_OUTLINE_SECTION",
                                          UR"(^\d{1,2}(?:\.\d{1,2}){1,5}$)");
 
-constexpr auto COVER_LINE_ORG_CONNECTIVES = text::words({U"与", U"及", U"和", U"同", U"及/或"});
-
 // …以下简称“ directly before the span.
 const Regex RE_DEFINED_ALIAS_ORG_LEFT(
     "RE_DEFINED_ALIAS_ORG_LEFT",
@@ -31,6 +26,9 @@ const Regex RE_DEFINED_ALIAS_ORG_LEFT(
 const Regex RE_DEFINED_ALIAS_ORG_TRAILING_CLOSER(
     "RE_DEFINED_ALIAS_ORG_TRAILING_CLOSER",
     UR"re(^(?P<body>.+?)(?P<close>[“”"\'「『」][）)][;；]?)$)re");
+
+namespace {
+
 constexpr std::size_t BODY = 1;
 
 constexpr Offset ALIAS_LEFT_CONTEXT = 16;
@@ -46,9 +44,10 @@ bool is_weak_org(std::u32string_view src_text, const Replacement& r) {
          COVER_LINE_ORG_CONNECTIVES.contains(fragment);
 }
 
-// Every occurrence, left to right without overlap.
+// Every occurrence, left to right without overlap; none of the empty word.
 std::vector<Edit> occurrences(std::u32string_view text, std::u32string_view word) {
   std::vector<Edit> out;
+  if (word.empty()) return out;
   for (auto at = text.find(word); at != std::u32string_view::npos;
        at = text.find(word, at + word.size())) {
     out.push_back({static_cast<Offset>(at), static_cast<Offset>(at + word.size()), {}});
@@ -113,7 +112,7 @@ std::u32string _strip_docx_joiner_sequences(std::u32string_view text) {
 }
 
 void strip_docx_joiner_sequences(MaskedText& text) {
-  for (const auto joiner : DOCX_PARA_JOINER_SEQUENCES) {
+  for (const auto& joiner : docx_para_joiner_sequences()) {
     if (const auto spans = occurrences(text.text(), joiner); !spans.empty()) text.erase(spans);
   }
   std::vector<Edit> markers;
@@ -125,7 +124,7 @@ void strip_docx_joiner_sequences(MaskedText& text) {
 
 std::vector<Replacement> _clip_replacements_at_embedded_docx_joiners(
     std::vector<Replacement> replacements, std::u32string_view text) {
-  for (const auto joiner : DOCX_PARA_JOINER_SEQUENCES) {
+  for (const auto& joiner : docx_para_joiner_sequences()) {
     if (text.find(joiner) == std::u32string_view::npos) continue;
     replacements = _split_replacements_at_joiner(std::move(replacements), text, joiner);
   }

@@ -10,8 +10,20 @@
 
 #include "core/anonymization/masked_text.hpp"
 #include "core/anonymization/result.hpp"
+#include "core/text/regex.hpp"
+#include "core/text/word_set.hpp"
 
 namespace core::anonymization {
+
+// Organizations that are none, as compact surfaces: 2023年 and 1.2.3 (full matches), 与.
+extern const text::Regex RE_FALSE_ORG_YEAR_SPAN;
+extern const text::Regex RE_FALSE_ORG_OUTLINE_SECTION;
+inline constexpr auto COVER_LINE_ORG_CONNECTIVES =
+    text::words({U"与", U"及", U"和", U"同", U"及/或"});
+// What stands before the alias of a definition clause (searched), and the alias
+// with its closers: groups "body" and "close" (match).
+extern const text::Regex RE_DEFINED_ALIAS_ORG_LEFT;
+extern const text::Regex RE_DEFINED_ALIAS_ORG_TRAILING_CLOSER;
 
 // Without organizations that are none: a year (2023年), an outline number
 // (3.2.1), a lone connective (与).

@@ -1,6 +1,27 @@
 #include "core/anonymization/rules/helpers.hpp"
 
+#include "core/anonymization/hook.hpp"
+
 namespace core::anonymization {
+namespace {
+
+using SettingHook = Hook<std::optional<std::vector<std::u32string>>()>;
+
+SettingHook& joiner_setting() {
+  static SettingHook instance;
+  return instance;
+}
+
+}  // namespace
+
+std::vector<std::u32string> docx_para_joiner_sequences() {
+  if (const auto setting = joiner_setting().get()) {
+    if (auto joiners = (*setting)()) return std::move(*joiners);
+  }
+  return {DOCX_PARA_JOINER_SEQUENCES.begin(), DOCX_PARA_JOINER_SEQUENCES.end()};
+}
+
+void set_joiner_setting(JoinerSetting setting) { joiner_setting().set(std::move(setting)); }
 
 // Behind 24,000,000:
 //   (twenty-four million euros)

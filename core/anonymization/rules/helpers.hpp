@@ -3,7 +3,11 @@
 #pragma once
 
 #include <array>
+#include <functional>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/text/regex.hpp"
 
@@ -17,6 +21,15 @@ inline constexpr std::u32string_view CELL_JOINER = U"\uE000¤\uE001";
 inline constexpr std::u32string_view STORY_JOINER = U"\uE000§\uE001";
 inline constexpr std::array DOCX_PARA_JOINER_SEQUENCES = {PARAGRAPH_JOINER, CELL_JOINER,
                                                           STORY_JOINER};
+
+// The joiners in force: those above, or the application's own. Throws what its
+// setting throws. May be called from any thread.
+std::vector<std::u32string> docx_para_joiner_sequences();
+
+// Joiners of an application with document readers of its own: asked at each
+// call; nothing leaves those above in force. An empty function removes it.
+using JoinerSetting = std::function<std::optional<std::vector<std::u32string>>()>;
+void set_joiner_setting(JoinerSetting setting);
 
 // An amount in English words, in parentheses, as it follows a figure:
 // " (US Dollars One Million Only)", "（SAY EUR TWELVE THOUSAND ONLY）", with or

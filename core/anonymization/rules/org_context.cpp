@@ -2,17 +2,35 @@
 
 #include <atomic>
 
+#include "core/anonymization/hook.hpp"
+
 namespace core::anonymization {
 namespace {
 
 std::atomic<bool> masks_country_in_geo_background = true;
 
+using SettingHook = Hook<std::optional<bool>()>;
+
+SettingHook& country_setting() {
+  static SettingHook instance;
+  return instance;
+}
+
 }  // namespace
 
-bool _mask_country_in_geo_background_enabled() { return masks_country_in_geo_background.load(); }
+bool _mask_country_in_geo_background_enabled() {
+  if (const auto setting = country_setting().get()) {
+    if (const auto enabled = (*setting)()) return *enabled;
+  }
+  return country_switch_is_on();
+}
+
+bool country_switch_is_on() { return masks_country_in_geo_background.load(); }
 
 void set_mask_country_in_geo_background(bool enabled) {
   masks_country_in_geo_background.store(enabled);
 }
+
+void set_country_setting(CountrySetting setting) { country_setting().set(std::move(setting)); }
 
 }  // namespace core::anonymization

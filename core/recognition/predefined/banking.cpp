@@ -12,19 +12,25 @@ namespace entity_type = anonymization::entity_type;
 // 账号：3205 0188 4720 0006 913, account no. 072-904417-3, A/C 7559 0288 1610 008
 const Regex RE_LABELLED_ACCOUNT(
     "RE_LABELLED_ACCOUNT",
-    UR"((?i)[ \t]{0,4}(?:号码|号|nos?\.?|number)?(?:\([^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|:|,|#)?[ \t(]{0,4}\n?((?:(?:NRA|OSA|FTN|FTE) ?)?\d(?:[ -]?\d){6,33})(?![\dA-Z年月日%]|[.,]\d))");
+    UR"((?i)[ \t]{0,4}(?:号码|号|nos?\.?|number)?(?:\([^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|:|,|#)?[ \t(\[“"]{0,4}\n?((?:(?:NRA|OSA|FTN|FTE) ?)?\d(?:[ -]?\d){6,33}|\d{2}-\d{2}-\d{2}|\d{3}-\d{3}|[A-Z]{4}0[A-Z0-9]{6})(?![\dA-Z年月日%]|[.,]\d))");
 
 // 6299 2788 8660 2803 586, 640218830900127745. Not a telephone number in groups.
 const Regex RE_ACCOUNT(
     "RE_ACCOUNT",
-    UR"((?<![\d.,-])(?<!\d )(?<![A-Z]{4} )(?<![A-Z]{2}\d{2} )(?:\d{4}(?: \d{4}){2,4}(?: \d{1,4})?|\d{15,21})(?![\dA-Za-z]| \d|[.,]\d))");
+    UR"((?<![\d.,-])(?<!\d )(?<![A-Z]{4} )(?<![A-Z]{2}\d{2} )(?:\d{4}(?: \d{4}){2,4}(?: \d{1,4})?|\d{2,8}(?: \d{4}){3,4}(?: \d{1,5})?|\d{15,21})(?![\dA-Za-z]| \d|[.,]\d))");
 
-// 5273 8486 2385 1350, 4913-0503-0139-6696
+// 开户行：中国银行上海分行，12345678901234
+const Regex RE_SHORT_ACCOUNT(
+    "RE_SHORT_ACCOUNT",
+    UR"((?<![\d.,-])(?<!\d )(?!1[3-9]\d{9}(?!\d))\d{10,14}(?![\dA-Za-z]|[ ,.-]\d|[元年月日]))");
+
+// 5273 8486 2385 1350, 4913-0503-0139-6696, 3782 822463 10005
 const Regex RE_CARD(
-    "RE_CARD", UR"((?<![\d.,-])(?<!\d )[2-6]\d{3}(?:[ -]?\d{4}){2}[ -]?\d{1,7}(?![\dA-Za-z]| \d))");
+    "RE_CARD",
+    UR"((?<![\d.,-])(?<!\d )(?:62\d{2}(?:[ -]?\d{4}){2}[ -]?\d{4}(?:[ -]?\d{1,3})?|(?:4\d|5[0-8]|2[2-7]|3[05-6]|6[0345])\d{2}(?:[ -]?\d{4}){3}|3[47]\d{2}[ -]?\d{6}[ -]?\d{5})(?![\dA-Za-z]| \d{3}))");
 const Regex RE_LABELLED_CARD(
     "RE_LABELLED_CARD",
-    UR"((?i)[ \t]{0,3}(?:\(?卡号|号码|号|nos?\.?|number)?[ \t]{0,2}(?:为|是|:)?[ \t(]{0,3}(\d{4}(?:[ -]?\d{3,6}){2}[ -]?\d{0,7})(?![\dA-Z]))");
+    UR"((?i)[ \t]{0,3}(?:\(?卡号|号码|号|nos?\.?|number)?(?:\([^()\n\d]{1,12}\))?[ \t]{0,2}(?:为|是|:)?[ \t(]{0,3}(\d{4}(?:[ -]?\d{3,6}){2}[ -]?\d{0,7})(?![\dA-Z]))");
 
 // 尾号1234, 尾号为9052, ending in 1234
 const Regex RE_LAST4("RE_LAST4",
@@ -35,12 +41,16 @@ const Regex RE_IBAN("RE_IBAN",
                     UR"([A-Z]{2}\d{2}(?: ?[A-Z0-9]{4}){2,7}(?: ?[A-Z0-9]{1,4})?(?![A-Za-z0-9]))");
 const Regex RE_LABELLED_IBAN(
     "RE_LABELLED_IBAN",
-    UR"([ \t]{0,2}:?[ \t]{0,4}([A-Z]{2}\d{2}(?: ?[A-Z0-9]{2,4}){3,8})(?![A-Za-z0-9]))");
+    UR"((?i)[ \t]{0,2}(?:号|账号|nos?\.?|number|code)?[ \t]{0,2}(?:\([^()\n]{1,12}\))?[-:]?[ \t(]{0,4}([A-Z]{2}\d{2}(?:[ -]?[A-Z0-9]{2,4}){3,8}(?:[ -]?[A-Z0-9])?)(?![A-Za-z0-9]))");
 
 // SWIFT: QHHYCNBS, BIC HVLKGB2LXXX. Not SWIFT MESSAGE.
 const Regex RE_LABELLED_SWIFT(
     "RE_LABELLED_SWIFT",
-    UR"((?i)[ \t]{0,2}(?:代码|code|号)?[ \t]{0,2}(?:为|是|:)?[ \t(]{0,4}((?-i)[A-Z]{4}(?!SAGE)[A-Z]{2}[A-Z0-9]{2}(?:[A-Z0-9]{3})?)(?![A-Za-z0-9]))");
+    UR"((?i)[ \t]{0,2}(?:代码|code|号)?\)?[ \t]{0,2}(?:为|是|:)?[ \t(]{0,4}((?-i)[A-Z]{4}(?!SAGE|MENT)[A-Z]{2}[A-Z0-9]{2}(?:[A-Z0-9]{3})?)(?![A-Za-z0-9]))");
+
+// NGKBINBBXXX: a head office, which no word looks like
+const Regex RE_SWIFT_HEAD_OFFICE("RE_SWIFT_HEAD_OFFICE",
+                                 UR"((?<![A-Za-z0-9])[A-Z]{6}[A-Z0-9]{2}XXX(?![A-Za-z0-9]))");
 
 // routing number 061000052, ABA: 021000021
 const Regex RE_LABELLED_ROUTING(
@@ -73,8 +83,10 @@ void add_banking_recognizers(RecognizerRegistry& registry) {
   add({"BankAccountRecognizer",
        std::string(entity_type::BANK_ACCOUNT),
        {{"behind a label", &RE_LABELLED_ACCOUNT, 0.85, after(WordClass::ACCOUNT_LABEL)},
-        {"groups of four", &RE_ACCOUNT, 0.5, AT_NUMBER}},
-       {},
+        {"groups of four", &RE_ACCOUNT, 0.5, AT_NUMBER},
+        {"with context", &RE_SHORT_ACCOUNT, 0.1, AT_NUMBER}},
+       {U"账户", U"账号", U"帐号", U"帐户", U"银行", U"支行", U"分行", U"开户", U"account",
+        U"bank"},
        validate_account});
   add({"CreditCardRecognizer",
        std::string(entity_type::CREDIT_CARD),
@@ -93,7 +105,8 @@ void add_banking_recognizers(RecognizerRegistry& registry) {
        validate_iban});
   add({"SwiftRecognizer",
        std::string(entity_type::SWIFT_CODE),
-       {{"behind a label", &RE_LABELLED_SWIFT, 0.85, after(WordClass::SWIFT_LABEL)}}});
+       {{"behind a label", &RE_LABELLED_SWIFT, 0.85, after(WordClass::SWIFT_LABEL)},
+        {"head office", &RE_SWIFT_HEAD_OFFICE, 0.8, {}}}});
   add({"UsBankRecognizer",
        std::string(entity_type::US_BANK_NUMBER),
        {{"behind a label", &RE_LABELLED_ROUTING, 0.85, after(WordClass::US_BANK_LABEL)},

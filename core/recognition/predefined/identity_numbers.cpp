@@ -13,97 +13,80 @@ const Regex RE_RESIDENT_IDENTITY(
     "RE_RESIDENT_IDENTITY",
     UR"([1-9]\d{5} ?(?:19|20)\d{2} ?(?:0[1-9]|1[0-2])(?:0[1-9]|[12]\d|3[01]) ?\d{3}[\dXx](?![0-9A-Za-z]))");
 
-// 身份证号码：130204197401199741, 身份证 (15 digits of the first generation)
+// 身份证号码：130204197401199741, 身份证（1101 0519 9003 0723 38）, 15 digits of the first
+// generation; A123456(3) in Hong Kong, 1234567(8) or 5/123456/7 in Macau, A123456789 in Taiwan,
+// USA110074010101 of a permanent resident; cards of other countries
 const Regex RE_LABELLED_RESIDENT_IDENTITY(
     "RE_LABELLED_RESIDENT_IDENTITY",
-    UR"((?i)[ \t]{0,4}(?:号码|号|no\.?)?(?:\([^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|:|,)?[ \t]{0,4}(\d{6}[ -]?\d{4}[ -]?\d{4}[ -]?\d{3}[\dX]|\d{15})(?![0-9A-Z]))");
+    UR"((?i)[ \t]{0,4}(?:号码|编号|号|nos?\.?|number|#)?(?:\([^()\n\d]{1,16}\))?[ \t]{0,2}(?:为|是|:|,)?[ \t([【“"]{0,4})"
+    UR"((\d(?:[ -]?\d){16}[ -]?[\dX](?![0-9A-Z])|\d{15}(?![0-9A-Z])|[A-Z]{1,2}[ -]?\d{6} ?\([\dA]\)|[A-Z]{1,2}\d{6}[\dA](?![0-9A-Z])|\d/\d{6}/\d(?!\d)|\d{7} ?\(\d\)|[A-Z]{3}\d{12}(?!\d)|[A-Z][1289]\d{8}(?![0-9A-Z])|\d{8}-?[A-Z](?![0-9A-Z])|\d{3}\.\d{3}\.\d{3}-\d{2}|784-?\d{4}-?\d{7}-?\d|\d{6}-\d{2}-\d{4}(?!\d)|\d{6}-[1-4]\d{6}(?!\d)|\d{6}-\d{4}(?!\d)|\d{8,14}(?![0-9A-Z])))");
+
+// A123456(3) alone, with its check digit; A123456789 of Taiwan with the word 身份
+const Regex RE_HONG_KONG_IDENTITY("RE_HONG_KONG_IDENTITY", UR"([A-Z]{1,2}\d{6} ?\([\dA]\))");
+const Regex RE_TAIWAN_IDENTITY("RE_TAIWAN_IDENTITY", UR"([A-Z][1289]\d{8}(?![0-9A-Za-z]))");
+
+// S1234567D; 2345 6789 0124; QQ 12 34 56 C
+const Regex RE_SINGAPORE_IDENTITY("RE_SINGAPORE_IDENTITY", UR"([STFGM]\d{7}[A-Z](?![0-9A-Za-z]))");
+const Regex RE_LABELLED_SINGAPORE_IDENTITY(
+    "RE_LABELLED_SINGAPORE_IDENTITY",
+    UR"((?i)[ \t]{0,2}(?:no\.?|number)?[ \t]{0,2}:?[ \t]{0,4}((?-i)[STFGM]\d{7}[A-Z])(?![0-9A-Za-z]))");
+const Regex RE_LABELLED_AADHAAR(
+    "RE_LABELLED_AADHAAR",
+    UR"((?i)(?<=aadhaar|haar no|aar no\.|r number)[ \t]{0,2}:?[ \t]{0,4}([2-9]\d{3}(?:[ -]?\d{4}){2})(?!\d))");
+const Regex RE_UK_INSURANCE(
+    "RE_UK_INSURANCE",
+    UR"((?<![A-Za-z])(?!BG|GB|NK|KN|TN|NT|ZZ)[A-CEGHJ-PR-TW-Z][A-CEGHJ-NPR-TW-Z](?: ?\d{2}){3} ?[A-D](?![0-9A-Za-z]))");
 
 // 91330106MAK6LAAL6B. The letters I, O, S, V, Z never stand in it.
 const Regex RE_CREDIT_CODE("RE_CREDIT_CODE",
                            UR"([0-9A-HJ-NP-RTUWXY]{2}\d{6}[0-9A-HJ-NP-RTUWXY]{10}(?![0-9A-Za-z]))");
 
-// 统一社会信用代码：9132 0506 MAWU BMLD 2Q, 纳税人识别号：15 to 20 characters
+// 统一社会信用代码：9132 0506 MAWU BMLD 2Q, 纳税人识别号：15 to 20 characters, 组织机构代码：55138508-2
 const Regex RE_LABELLED_CREDIT_CODE(
     "RE_LABELLED_CREDIT_CODE",
-    UR"((?i)[ \t]{0,4}(?:号码|号|no\.?)?(?:[(/][^()\n:]{1,16}\)?)?[ \t]{0,2}(?:为|是|:)?[ \t(]{0,4}((?=[A-Z]{0,3}\d)[0-9A-Z](?:[ -]?[0-9A-Z]){13,19})(?![0-9A-Z]))");
+    UR"((?i)[ \t]{0,4}(?:号码|编号|证号|号|nos?\.?|number)?(?:[(/](?![^()\n:]{0,8}\d[^()\n:]{4})[^()\n:]{1,16}\)?)?[ \t]{0,2}(?:为|是|:)?[ \t([【“"]{0,4}((?=[A-Z]{0,3}\d)[0-9A-Z](?:[ -]?[0-9A-Z]){13,19}|(?=[A-Z]{0,2}\d)[0-9A-Z]{8}-[0-9X])(?![0-9A-Z]))");
 
-// 护照号码：TR4820916, passport, currently no. 19FV04418, 护照75 4418320
+// 护照号码：TR4820916, passport, currently no. 19FV04418, 护照75 4418320, 护照（号码G12345678）,
+// passport of the holder: EJ1234567
 const Regex RE_LABELLED_PASSPORT(
     "RE_LABELLED_PASSPORT",
-    UR"((?i)(?:,? ?(?:currently|with|bearing))?[ \t]{0,3}(?:号码|号|no\.?|number)?[ \t]{0,2}(?:为|是|:)?[ \t]{0,4}((?-i)(?=[A-Z0-9 ]{0,6}\d)(?:[A-Z0-9]{1,4} )?[A-Z0-9]{5,10})(?![0-9A-Za-z]))");
+    UR"((?i)(?:,? ?(?:currently|with|bearing))?[ \t]{0,3}(?:号码|编号|号|nos?\.?|number|n°|nr\.?|#)?[ \t]{0,2}(?:\((?![^()\n]{0,4}\d)[^()\n]{1,16}\))?(?: ?of [A-Z][^:\n]{1,24})?[ \t]{0,2}(?:为|是|:|,)?[ \t([【“"]{0,4}(?:号码|no\.?|number)?[ \t:]{0,3}((?-i)(?=[A-Z0-9 ]{0,6}\d)(?:[A-Z0-9]{1,4} )?[A-Z0-9]{5,12})(?![0-9A-Za-z]|年))");
+// 证件号码：H01234567: a travel document behind a label for any
+const Regex RE_OTHER_DOCUMENT(
+    "RE_OTHER_DOCUMENT",
+    UR"((?i)[ \t]{0,4}(?:号码|编号|号|no\.?|number)?(?:\([^()\n\d]{1,16}\))?[ \t]{0,2}(?:为|是|:|,)?[ \t([【“"]{0,4}((?-i)[A-Z]{1,2} ?\d{7,10})(?![0-9A-Za-z]|\([\dA]\)))");
 
 // E12345678 with the word passport before it
 const Regex RE_PASSPORT("RE_PASSPORT", UR"([A-Z]{1,2}\d{7,8}(?![0-9A-Za-z]))");
 
-// 浙L·6Q90F, 渝BF62108, 湘A 7K26D. Not 京B2-20200011 (a licence).
+// 浙L·6Q90F, 渝BF62108, 湘A 7K26D, 京 A 12345, 粤Z·1234港, 京A1234挂, 沪A1234领, 京A12345警.
+// Not 京B2-20200011 (a licence).
 const Regex RE_CN_PLATE(
     "RE_CN_PLATE",
-    UR"([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼][A-HJ-NP-Z][·•・‧ -]?(?=[A-Z]{0,5}\d)[A-HJ-NP-Z0-9]{5,6}(?![A-Za-z0-9-]))");
+    UR"([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼](?:[A-HJ-NP-Z][·•・‧ -]{0,2}| [A-HJ-NP-Z][·•・‧ -]{1,2})(?:(?=[A-Z]{0,5}\d)[A-HJ-NP-Z0-9]{5,6}(?:(?=警)警)?|[A-HJ-NP-Z0-9]{4}[挂学警港澳领])(?![A-Za-z0-9-]))");
 
-// plate 4KTX 918, plate Dubai R 48213
+// YD19 KLX in the United Kingdom, 使014578 of an embassy, WJ京1234X of the armed police
+const Regex RE_SPECIAL_PLATE(
+    "RE_SPECIAL_PLATE",
+    UR"((?<=[\s,，。;；:：、(])使\d{6}(?!\d)|WJ ?[\u4e00-\u9fff]?[·•・ -]?\d{4}[\dA-Z](?![A-Za-z0-9])|^使\d{6}(?!\d)|(?<![A-Za-z0-9])[A-Z]{2}[0-7]\d [A-Z]{3}(?![A-Za-z0-9]))");
+
+// plate 4KTX 918, plate Dubai R 48213, 车牌：MN-12-34, vehicle no. 7ABC123
 const Regex RE_LABELLED_PLATE(
     "RE_LABELLED_PLATE",
-    UR"([ \t]{0,3}(?:号码|号|[Nn]o\.?)?[ \t]{0,2}:?[ \t]{0,3}((?:[A-Z][a-z]{2,12} )?(?=[A-Z0-9 -]{0,8}\d)[A-Z0-9]{1,4}(?:[ -]?[A-Z0-9]{1,6}){1,2})(?![A-Za-z0-9]))");
+    UR"([ \t]{0,3}(?:号码|号|[Nn]o\.?)?[ \t]{0,2}(?:\([^()\n\d]{1,12}\))?[ \t]{0,2}(?:为|是|:)?[ \t([【“"]{0,3}((?:[A-Z][a-z]{2,12} )?(?=[A-Z0-9 -]{0,8}\d)[A-Z0-9]{1,4}(?:[ -]?[A-Z0-9]{1,6}){1,2})(?![A-Za-z0-9]|年))");
 
-// 许可证号：370212202309150101, 渝交运管许可字500112013476号, (鲁)JZ安许证字〔2021〕010637,
-// org. no. 918 552 758, CHE-114.286.903, GB 412 8830 62. Not 许可证由2024年起…
-const Regex RE_LABELLED_QUAL_CODE(
-    "RE_LABELLED_QUAL_CODE",
-    UR"((?i)\.?[ \t]{0,3}(?:号码|编号|号|nos?\.?|number|#)?(?:\((?![^()\n]{0,8}\d[^()\n]{3})[^()\n]{1,12}\))?[ \t]{0,2}(?:为|是|[:/])?[ \t]{0,4}(?:\((?![^()\n]{1,4}\)))?((?:[A-Z]{1,4} )?[^\s\d由的在和与应于须将不为后前及自至到或对,，。；;:、“”"<>《》#]{0,14}\d(?:[\dA-Z]|[-./,](?=[\dA-Z])| (?=\d{2})|[〔〕\[\]()]|[证字第备号文](?=[\d〔(\[-])){3,40}号?(?:-\d{1,2})?)(?<![(\[〔)〕])(?!年|月|日|\d|〕|\(以下))");
-
-// ZL202114933491.0
-const Regex RE_PATENT("RE_PATENT", UR"((?:ZL|CN) ?\d{4}[1-389]\d{7}\.[\dX](?![0-9A-Za-z]))");
-
-// EP 3517294 B1, US 10,988,417, WO 2019/123456
-const Regex RE_FOREIGN_PATENT(
-    "RE_FOREIGN_PATENT",
-    UR"((?<![A-Za-z])(?:EP ?\d{7}|US ?\d{1,2},\d{3},\d{3}|(?:WO|PCT/[A-Z]{2}) ?(?:19|20)\d{2}/\d{6})(?: ?[AB]\d)?(?![\dA-Za-z]))");
-
-// (number OC418820; no. IS 784120
-const Regex RE_LETTERED_NUMBER(
-    "RE_LETTERED_NUMBER",
-    UR"((?<![A-Za-z])(?:[Nn]umber|[Nn]o\.) ([A-Z]{2,4} ?\d{5,10})(?![\dA-Za-z]))");
-
-// 川(2018)成都市不动产权第0317726号
-const Regex RE_PROPERTY_TITLE(
-    "RE_PROPERTY_TITLE", UR"([\u4e00-\u9fff]\((?:19|20)\d{2}\)[\u4e00-\u9fff]{2,14}第\d{5,9}号)");
-
-// 京ICP备2020047183号-2, 京ICP证030173号
-const Regex RE_ICP("RE_ICP", UR"([\u4e00-\u9fff][A-Z]?\d?-?ICP[备证]\d{6,10}号?(?:-\d{1,3})?)");
-
-// 川网文〔2023〕1187-046号, 国药准字H20210001. Not 国发〔2023〕 of a title in 《》.
-const Regex RE_BRACKETED_YEAR_NUMBER(
-    "RE_BRACKETED_YEAR_NUMBER",
-    UR"([\u4e00-\u9fff]{1,8}(?:字第?)?[〔\[(](?:19|20)\d{2}[〕\])][A-Z]?\d{3,6}-\d{3,6}号?|国[药械食]?[准注进]字?[A-Z]\d{8})");
-
-// 豫（2018）杞县农村土地承包经营权第0012457号, (京)字第12345号, 影剧备字[2024]第1087号
-const Regex RE_NUMBERED_CERTIFICATE(
-    "RE_NUMBERED_CERTIFICATE",
-    UR"((?:\([\u4e00-\u9fff]{1,3}\)|[\u4e00-\u9fff]{1,12})(?:[字证](?:[〔\[(](?:19|20)\d{2}[〕\])])?|[〔\[(](?:19|20)\d{2}[〕\])][\u4e00-\u9fff]{0,16}(?<!函字)) ?第 ?[A-Z]{0,3}\d{3,12} ?号(?! ?(?:令|公告|文|楼|院)))");
-
-// 健康证（编号沪健20230918007）, 上门服务证SH-JZ-0098213, 资质证书：A231008866. Not 签证2024年.
-const Regex RE_CERTIFICATE_CODE(
-    "RE_CERTIFICATE_CODE",
-    UR"((?<!身份)(?<!驾驶)(?<!通行)(?<!护)[证照](?:书|明|件)? ?\(?(?:编号|号码?|编码|字号)?[:：]? ?((?:[\u4e00-\u9fff]{1,3})?(?=[A-Z/-]{0,12}\d)[A-Z0-9][A-Z0-9/.-]{5,24}(?<![/.-]))(?![A-Za-z0-9年%]))");
-
-// HRB 114372 B, RCS Paris B 512 345 678, CIPC reg. 2014/118273/07, DE281554903, ABN 51 824 753 556
-const Regex RE_REGISTER_NUMBER(
-    "RE_REGISTER_NUMBER",
-    UR"((?<![A-Za-z])(?:(?:HR[AB] ?\d{2,6}(?: ?[A-Z])?|(?:19|20)\d{2}/\d{6}/\d{2}|(?:DE|FR|NL|AT|BE|ES|IT|DK|SE|PL) ?\d{3} ?\d{3} ?\d{3}(?: ?\d{2})?)(?![A-Za-z0-9])|RCS [A-Z][A-Za-z-]{2,20} (?:[A-Z] )?(\d{3} ?\d{3} ?\d{3})(?!\d)))");
-
-// Reference Number 482917, licence: UK/INS/2019-0457, Reg. No. 201934567K
-const Regex RE_NUMBERED_LICENCE(
-    "RE_NUMBERED_LICENCE",
-    UR"((?i)(?<![A-Za-z])(?:licen[cs]e|permit|certificate|registration|firm reference|bar|badge|reg\.|steuernummer|ust-idnr\.?|handelsregister)(?: (?:nos?\.?|number|ref\.?))? ?[:#]? ?((?-i)(?=[A-Z/-]{0,8}\d)[A-Z0-9][A-Z0-9/.-]{4,22}(?<![/.-]))(?![A-Za-z0-9%]))");
-
-// 股票代码：301999.SZ, NYSE: QXVL, NYSE American: BXTR, symbol “SKJH”
+// 股票代码：301999.SZ, NYSE: QXVL, NYSE American: BXTR, symbol “SKJH”, LSE: BP.
 const Regex RE_LABELLED_TICKER(
     "RE_LABELLED_TICKER",
-    UR"((?: (?:American|Arca|Global|Select|Capital|Main|Market|Board|symbol|code|ticker)){0,4}[ \t]{0,2}(?:为|是|:|\))?[ \t:“\"']{0,3}(\d{4,6}(?:\.[A-Z]{2})?|(?:SH|SZ|BJ|HK)\d{4,6}|[A-Z]{2,5}(?:\.[A-Z]{1,2})?)(?![A-Za-z0-9]))");
+    UR"((?: (?:American|Arca|Global|Select|Capital|Main|Market|Board|symbol|code|ticker)){0,4}(?:代码|代号)?[ \t]{0,2}(?:为|是|:|\))?[ \t:“\"'(]{0,3}(\d{4,6}(?:\.[A-Z]{2})?|(?:SH|SZ|BJ|HK)\d{4,6}|[A-Z]{2}[A-Z0-9]{9}\d|[A-Z]{2,5}(?:\.[A-Z]{1,2})?)(?![A-Za-z0-9年]))");
 
-// 605991.SH, 0700.HK
-const Regex RE_TICKER("RE_TICKER",
-                      UR"((?<![\d.])(?:\d{6}\.(?:SH|SZ|BJ|OC)|\d{4,5}\.HK)(?![A-Za-z0-9]))");
+// 605991.SH, 0700.HK, SZ300750
+const Regex RE_TICKER(
+    "RE_TICKER",
+    UR"((?<![\d.])(?:\d{6}\.(?:SH|SZ|BJ|OC|SS|NQ|XSHG|XSHE)|0?\d{4}\.HK|S[HZ][0368]\d{5}|BJ[489]\d{5})(?![A-Za-z0-9]))");
+
+// US0378331005, with its check digit
+const Regex RE_SECURITIES_ID("RE_SECURITIES_ID", UR"([A-Z]{2}[A-Z0-9]{9}\d(?![A-Za-z0-9]))");
 
 // 751-40-9926. Not 000-..., 666-..., 9..-...
 const Regex RE_US_SSN("RE_US_SSN",
@@ -125,6 +108,15 @@ std::optional<bool> validate_resident_identity(std::u32string_view s) {
   return is_resident_identity_valid(s);
 }
 std::optional<bool> validate_credit_code(std::u32string_view s) { return is_credit_code_valid(s); }
+std::optional<bool> validate_hong_kong_identity(std::u32string_view s) {
+  return is_hong_kong_identity_valid(s);
+}
+std::optional<bool> validate_taiwan_identity(std::u32string_view s) {
+  return is_taiwan_identity_valid(s) ? std::optional<bool>() : std::optional(false);
+}
+std::optional<bool> validate_securities_id(std::u32string_view s) {
+  return is_securities_identification_valid(s);
+}
 
 void add_person_numbers(RecognizerRegistry& registry) {
   const auto add = [&](PatternRecognizerConfig config) {
@@ -136,9 +128,31 @@ void add_person_numbers(RecognizerRegistry& registry) {
         {"behind a label", &RE_LABELLED_RESIDENT_IDENTITY, 0.9, after(WordClass::ID_CARD_LABEL)}},
        {},
        validate_resident_identity});
+  add({"HongKongIdentityRecognizer",
+       std::string(entity_type::CHINA_ID_CARD),
+       {{"letters and digits", &RE_HONG_KONG_IDENTITY, 0.5, AT_NUMBER}},
+       {},
+       validate_hong_kong_identity});
+  add({"TaiwanIdentityRecognizer",
+       std::string(entity_type::CHINA_ID_CARD),
+       {{"letter and digits", &RE_TAIWAN_IDENTITY, 0.1, AT_NUMBER}},
+       {U"身份", U"身分", U"证件", U"统一编号", U"identity", U"id no"},
+       validate_taiwan_identity});
+  add({"SingaporeIdentityRecognizer",
+       "SG_NRIC_FIN",
+       {{"behind a label", &RE_LABELLED_SINGAPORE_IDENTITY, 0.95, after(WordClass::ID_CARD_LABEL)},
+        {"letters and digits", &RE_SINGAPORE_IDENTITY, 0.1, AT_NUMBER}},
+       {U"nric", U"fin", U"singapore", U"新加坡"}});
+  add({"AadhaarRecognizer",
+       "IN_AADHAAR",
+       {{"behind a label", &RE_LABELLED_AADHAAR, 0.95, after(WordClass::ID_CARD_LABEL)}}});
+  add({"NationalInsuranceRecognizer",
+       "UK_NINO",
+       {{"letters and digits", &RE_UK_INSURANCE, 0.6, {}}}});
   add({"PassportRecognizer",
        std::string(entity_type::PASSPORT_NUMBER),
        {{"behind a label", &RE_LABELLED_PASSPORT, 0.85, after(WordClass::PASSPORT_LABEL)},
+        {"behind another label", &RE_OTHER_DOCUMENT, 0.8, after(WordClass::ID_CARD_LABEL)},
         {"letters and digits", &RE_PASSPORT, 0.1, AT_NUMBER}},
        {U"护照", U"通行证", U"passport"}});
   add({"UsSsnRecognizer",
@@ -168,24 +182,17 @@ void add_company_numbers(RecognizerRegistry& registry) {
   add({"PlateRecognizer",
        std::string(entity_type::VEHICLE_PLATE),
        {{"China", &RE_CN_PLATE, 0.8, {}},
+        {"embassy and police", &RE_SPECIAL_PLATE, 0.8, {}},
         {"behind a label", &RE_LABELLED_PLATE, 0.8, after(WordClass::PLATE_LABEL)}}});
-  add({"QualificationCodeRecognizer",
-       std::string(entity_type::QUAL_CODE),
-       {{"behind a label", &RE_LABELLED_QUAL_CODE, 0.75, after(WordClass::QUAL_LABEL)},
-        {"patent", &RE_PATENT, 0.9, AT_NUMBER},
-        {"patent abroad", &RE_FOREIGN_PATENT, 0.8, {}},
-        {"letters and digits", &RE_LETTERED_NUMBER, 0.6, {}},
-        {"title of property", &RE_PROPERTY_TITLE, 0.9, {}},
-        {"ICP", &RE_ICP, 0.9, {}},
-        {"number of a certificate", &RE_NUMBERED_CERTIFICATE, 0.8, {}},
-        {"certificate and code", &RE_CERTIFICATE_CODE, 0.7, {}},
-        {"register", &RE_REGISTER_NUMBER, 0.6, {}},
-        {"licence and number", &RE_NUMBERED_LICENCE, 0.6, {}},
-        {"number of a year", &RE_BRACKETED_YEAR_NUMBER, 0.6, {}}}});
   add({"StockTickerRecognizer",
        std::string(entity_type::STOCK_TICKER),
        {{"behind a label", &RE_LABELLED_TICKER, 0.8, after(WordClass::TICKER_LABEL)},
         {"exchange", &RE_TICKER, 0.8, AT_NUMBER}}});
+  add({"SecuritiesIdentificationRecognizer",
+       std::string(entity_type::STOCK_TICKER),
+       {{"ISIN", &RE_SECURITIES_ID, 0.5, AT_NUMBER}},
+       {},
+       validate_securities_id});
 }
 
 }  // namespace

@@ -1,0 +1,141 @@
+#include "cli/masking.hpp"
+
+#include <exception>
+#include <iostream>
+#include <utility>
+
+#include <unistd.h>
+
+#include "cli/failure.hpp"
+#include "cli/files.hpp"
+#include "core/anonymization/analyzer/language.hpp"
+#include "core/anonymization/cleanup/filters.hpp"
+#include "core/anonymization/strategy.hpp"
+#include "core/errors.hpp"
+#include "core/recognition/recognizer_file.hpp"
+#include "core/text/utf8.hpp"
+
+namespace cli {
+namespace {
+
+namespace anonymization = core::anonymization;
+
+core::recognition::RecognizerList recognizers_of(const std::string& file) {
+  if (file.empty()) return {};
+  try {
+    return core::recognition::load_recognizers(file);
+  } catch (const core::Error& e) {
+    throw Failure(EXIT_INPUT, e.what());
+  }
+}
+
+}  // namespace
+
+const std::string_view PROFILES_HELP =
+    "Profiles:\n"
+    "  contract_default  everything that is recognized\n"
+    "  strict            that, and percentages and quantities\n"
+    "  identity          parties, persons, places, contacts and identifying numbers;\n"
+    "                    dates, amounts, percentages and quantities stay readable\n";
+
+void MaskingOptions::declare_language(Options& options) {
+  options.choice("-l,--language", language, {"auto", "zh", "en"}, "Language of the document");
+}
+
+void MaskingOptions::declare_profile(Options& options) {
+  options.text("--profile", profile, "NAME",
+               "What is masked, see Profiles (default: " + profile + ")");
+}
+
+void MaskingOptions::declare_labels(Options& options) {
+  options.choice("--labels", labels, {"auto", "zh", "en", "core"},
+                 "How organizations and addresses read:\nzh [机构1], en [ORG1], auto as the "
+                 "language of the document,\ncore as the library writes them");
+}
+
+void MaskingOptions::declare_aliases(Options& options) {
+  options.choice("--aliases", aliases, {"one", "separate"},
+                 "Names by which one party or person goes (北京华信科技有限公司\nand 华信科技): "
+                 "one placeholder, or separate ones");
+}
+
+void MaskingOptions::declare_recognizers(Options& options) {
+  options.file("--recognizers", recognizers,
+               "Find what this file describes as well (JSON or YAML,\nsee docs/recognizers.md)");
+}
+
+void MaskingOptions::check(const Options& options) {
+  try {
+    anonymization::_resolve_semantic_strategy_steps(profile, "en");
+  } catch (const core::ValueError& e) {
+    throw Failure(EXIT_USAGE, std::string("--profile: ") + e.what());
+  }
+  services.check(options, !recognizers.empty());
+}
+
+AnalysisInput analysis_input(std::u32string_view text, const MaskingOptions& options) {
+  return {anonymization::_normalize_fill_underscores_for_analysis(text),
+          anonymization::resolve_analyze_language(options.language, text)};
+}
+
+Input decode(std::string_view bytes, const std::string& name) {
+  const auto refuse = [&](const std::string& why, std::size_t at) {
+    throw Failure(EXIT_INPUT, name + ": " + why + " at byte " + std::to_string(at));
+  };
+  Input input;
+  input.marked = bytes.starts_with(Input::BYTE_ORDER_MARK);
+  const std::size_t skipped = input.marked ? Input::BYTE_ORDER_MARK.size() : 0;
+  const std::size_t nul = bytes.find('\0');
+  try {
+    input.text = core::text::decode_utf8(bytes.substr(skipped));
+  } catch (const core::text::DecodeError& e) {
+    const std::size_t bad = skipped + e.byte_offset();
+    if (bad < nul) refuse("not valid UTF-8", bad);
+  }
+  if (nul != std::string_view::npos) refuse("not a text: NUL", nul);
+  return input;
+}
+
+Input read_input(const std::string& path, bool input_named, const Context& context) {
+  if (!input_named && &context.in == &std::cin && ::isatty(STDIN_FILENO) != 0) {
+    context.err << "veildoc: reading standard input; Ctrl-D ends it\n" << std::flush;
+  }
+  return decode(read_all(path, context.in), path == "-" ? "standard input" : path);
+}
+
+GuardedAnalyzer::GuardedAnalyzer(const Context& context, const MaskingOptions& options) {
+  AnalyzerOptions wanted{options.profile, recognizers_of(options.recognizers)};
+  options.services.add_to(wanted, context.err);
+  guard([&] { analyzer_ = context.make_analyzer(wanted); });
+}
+
+std::vector<anonymization::RecognizerResult> GuardedAnalyzer::analyze(
+    std::u32string_view text, std::string_view language) const {
+  std::vector<anonymization::RecognizerResult> results;
+  guard([&] { results = analyzer_->analyze(text, language); });
+  return results;
+}
+
+// Only our own errors promise not to quote the document.
+void GuardedAnalyzer::rethrow() {
+  try {
+    throw;
+  } catch (const core::Error& e) {
+    throw Failure(EXIT_ANALYZER, std::string("the analyzer failed: ") + e.what());
+  } catch (const std::exception&) {
+    throw Failure(EXIT_ANALYZER, "the analyzer failed");
+  }
+}
+
+anonymization::AnonymizedDocument mask(std::u32string_view text, const MaskingOptions& options,
+                                       const anonymization::Analyzer& analyzer) {
+  const auto aliases =
+      options.aliases == "one" ? anonymization::Aliases::ONE : anonymization::Aliases::SEPARATE;
+  auto document =
+      anonymization::anonymize_document(text, analyzer, options.language, options.profile, aliases);
+  if (options.labels == "core") return document;
+  const auto locale = options.labels == "auto" ? document.language : options.labels;
+  return anonymization::with_labels(std::move(document), locale);
+}
+
+}  // namespace cli

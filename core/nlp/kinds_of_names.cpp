@@ -1,0 +1,123 @@
+#include <algorithm>
+#include <set>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "core/nlp/chinese_lexicon.hpp"
+#include "core/nlp/refinements.hpp"
+#include "core/text/unicode.hpp"
+
+namespace core::nlp {
+namespace {
+
+const std::string PERSON = "PERSON";
+const std::string ORGANIZATION = "ORGANIZATION";
+
+// A Chinese company's name takes its brand from so many characters.
+constexpr std::size_t SHORTEST_BRAND = 2;
+constexpr std::size_t LONGEST_BRAND = 6;
+constexpr std::size_t LONGEST_NAME = 60;  // of a company, code points
+// Surnames proper are above this; see NameCharacter.
+constexpr unsigned RARE_SURNAME = 18;
+
+using Words = std::unordered_set<std::u32string>;
+
+template <class Visit>
+void for_each_word(std::u32string_view surface, Visit visit) {
+  while (!surface.empty()) {
+    const std::size_t end = std::min(surface.find(U' '), surface.size());
+    if (end > 0) visit(std::u32string(surface.substr(0, end)));
+    surface.remove_prefix(std::min(end + 1, surface.size()));
+  }
+}
+
+// The names of a document, by how they are spelled.
+class Kinds {
+ public:
+  void add_person(const std::u32string& surface) {
+    ++counts_[surface].persons;
+    if (surface.find(U' ') != std::u32string::npos) {
+      for_each_word(surface, [&](std::u32string word) { of_persons_.insert(std::move(word)); });
+    } else if (text::contains_ideograph(surface)) {  // 佐仓 of 佐仓健一
+      for (std::size_t n = 1; n < std::min(surface.size(), LONGEST_BRAND); ++n) {
+        of_persons_.insert(surface.substr(0, n));
+      }
+    }
+  }
+
+  void add_organization(const std::u32string& surface) {
+    auto& count = counts_[surface];
+    if (++count.organizations > 1 || surface.size() > LONGEST_NAME) return;
+    if (surface.find(U' ') != std::u32string::npos) {
+      for_each_word(surface, [&](std::u32string word) { brands_.insert(std::move(word)); });
+    } else if (text::contains_ideograph(surface)) {
+      add_chinese_brands(surface);
+    }
+  }
+
+  // The kind that all mentions with this spelling have; empty: what was found.
+  std::string_view kind_of(const std::u32string& surface) const {
+    const auto& count = counts_.at(surface);
+    if (count.persons == 0) return {};
+    if (count.organizations > 0) {
+      if (count.organizations == count.persons) return is_brand(surface) ? ORGANIZATION : PERSON;
+      return count.organizations > count.persons ? ORGANIZATION : PERSON;
+    }
+    return is_brand(surface) ? std::string_view(ORGANIZATION) : std::string_view();
+  }
+
+ private:
+  struct Count {
+    std::size_t persons = 0;
+    std::size_t organizations = 0;
+  };
+
+  // 凡特瑞 of 凡特瑞动力技术有限公司, 恪诚招标 of 乌鲁木齐恪诚招标有限公司.
+  void add_chinese_brands(const std::u32string& surface) {
+    for (std::size_t start = 0; start + SHORTEST_BRAND < surface.size(); ++start) {
+      for (std::size_t n = SHORTEST_BRAND; n <= LONGEST_BRAND && start + n < surface.size(); ++n) {
+        brands_.insert(surface.substr(start, n));
+      }
+    }
+  }
+
+  // Firms are named after persons, too: a name that somebody bears stays a person's.
+  bool is_brand(const std::u32string& surface) const {
+    if (!brands_.contains(surface) || of_persons_.contains(surface)) return false;
+    return !text::contains_ideograph(surface) ||
+           name_character(surface.front()).surname < RARE_SURNAME;
+  }
+
+  std::unordered_map<std::u32string, Count> counts_;
+  Words brands_;
+  Words of_persons_;
+};
+
+}  // namespace
+
+std::vector<RecognizerResult> agree_on_kinds(const NlpArtifacts& artifacts,
+                                             std::vector<RecognizerResult> results) {
+  const auto surface_of = [&](const RecognizerResult& hit) {
+    return text::case_fold(text::slice(artifacts.folded, hit.start, hit.end));
+  };
+  Kinds kinds;
+  std::set<std::pair<std::ptrdiff_t, std::ptrdiff_t>> persons;
+  std::set<std::pair<std::ptrdiff_t, std::ptrdiff_t>> organizations;
+  for (const auto& hit : results) {
+    if (hit.entity_type == PERSON && persons.emplace(hit.start, hit.end).second) {
+      kinds.add_person(surface_of(hit));
+    }
+    if (hit.entity_type == ORGANIZATION && organizations.emplace(hit.start, hit.end).second) {
+      kinds.add_organization(surface_of(hit));
+    }
+  }
+  for (auto& hit : results) {
+    if (hit.entity_type != PERSON && hit.entity_type != ORGANIZATION) continue;
+    const auto kind = kinds.kind_of(surface_of(hit));
+    if (!kind.empty()) hit.entity_type = kind;
+  }
+  return results;
+}
+
+}  // namespace core::nlp

@@ -1,0 +1,38 @@
+// The syntax tree of a regular expression, as far as it tells what a match can
+// consist of. Made for PrefixAutomaton.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace core::text {
+
+// Characters as ranges, both ends included, sorted and apart from each other.
+using CharacterSet = std::vector<std::pair<char32_t, char32_t>>;
+
+struct PatternNode {
+  enum class Kind : std::uint8_t {
+    EMPTY,     // takes no character: an assertion
+    SET,       // takes one character of `set`
+    SEQUENCE,  // its parts one after the other
+    CHOICE,    // one of its parts
+    REPEAT,    // its only part, `min` to `max` times
+    UNKNOWN    // anything
+  };
+  static constexpr unsigned UNLIMITED = ~0U;
+
+  Kind kind = Kind::EMPTY;
+  unsigned min = 0;
+  unsigned max = 0;
+  CharacterSet set = {};
+  std::vector<PatternNode> parts = {};
+};
+
+// Reads a pattern in the syntax of Regex that compiles there. A set holds at least
+// the characters that the pattern takes. Nothing for a pattern with verbs.
+std::optional<PatternNode> read_pattern(std::u32string_view pattern);
+
+}  // namespace core::text

@@ -16,9 +16,11 @@ ROOT = pathlib.Path(__file__).resolve().parent
 
 class CMakeBuild(build_ext):
     def build_extension(self, ext):
-        folder = (pathlib.Path(self.build_temp) / "cmake").resolve()
+        # The build folder of a checkout may serve, as it holds the core already.
+        folder = pathlib.Path(os.environ.get("VEILDOC_BUILD_FOLDER")
+                              or pathlib.Path(self.build_temp) / "cmake").resolve()
         target = pathlib.Path(self.get_ext_fullpath(ext.name)).resolve()
-        options = ["-DCMAKE_BUILD_TYPE=Release", "-DVEILDOC_BUILD_PYTHON=ON",
+        options = ["-DCMAKE_BUILD_TYPE=Release", "-DCMAKE_UNITY_BUILD=ON", "-DVEILDOC_BUILD_PYTHON=ON",
                    "-DVEILDOC_BUILD_TESTS=OFF", f"-DPython3_EXECUTABLE={sys.executable}",
                    *shlex.split(os.environ.get("CMAKE_ARGS", ""))]
         subprocess.run(["cmake", "-S", ROOT, "-B", folder, "-G", "Ninja", *options], check=True)

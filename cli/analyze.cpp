@@ -27,7 +27,7 @@ using anonymization::Offset;
 using anonymization::RecognizerResult;
 using core::text::encode_utf8;
 
-constexpr std::string_view DETAILS =
+constexpr std::string_view ANALYZE_DETAILS =
     "Reads FILE and writes one line for each hit, in the order of the text. START is\n"
     "the first code point of the hit, END the one behind it, counted from 0; a byte\n"
     "order mark is not counted.\n"
@@ -46,7 +46,7 @@ constexpr std::string_view DETAILS =
     "            the placeholder (of this or of another hit), or readable\n"
     "\n";
 
-constexpr std::string_view EXAMPLES =
+constexpr std::string_view ANALYZE_EXAMPLES =
     "\n"
     "Examples:\n"
     "  veildoc analyze contract.txt\n"
@@ -58,7 +58,7 @@ constexpr std::string_view EXAMPLES =
 constexpr int SCORE_DECIMALS = 2;
 
 // A hit, and all that is known of it.
-struct Row {
+struct HitRow {
   RecognizerResult hit;
   recognition::AnalysisExplanation explanation = {};
   // What --explain adds.
@@ -113,22 +113,22 @@ class Analyze : public Command {
   void check_kinds(const std::vector<std::string>& known, const std::string& language) const;
   recognition::AnalysisResult analyze(std::u32string_view text, const std::string& language,
                                       const GuardedAnalyzer& analyzer) const;
-  std::vector<Row> rows_of(recognition::AnalysisResult analysis) const;
+  std::vector<HitRow> rows_of(recognition::AnalysisResult analysis) const;
   void explain(std::u32string_view text, const std::string& language,
                const std::vector<anonymization::MaskedStretch>& stretches,
-               std::vector<Row>& rows) const;
+               std::vector<HitRow>& rows) const;
   bool asked_for(const RecognizerResult& hit) const;
   std::string placeholder_text(std::u32string_view placeholder) const;
-  std::string table(std::u32string_view text, const std::vector<Row>& rows) const;
-  void add_explanation(const Row& row, ordered_json& hit) const;
+  std::string table(std::u32string_view text, const std::vector<HitRow>& rows) const;
+  void add_explanation(const HitRow& row, ordered_json& hit) const;
   std::string json(std::u32string_view text, const std::string& language,
-                   const std::vector<Row>& rows) const;
+                   const std::vector<HitRow>& rows) const;
 
-  const std::string details_ = std::string(DETAILS)
+  const std::string details_ = std::string(ANALYZE_DETAILS)
                                    .append(PROFILES_HELP)
                                    .append("\n")
                                    .append(SERVICES_HELP)
-                                   .append(EXAMPLES);
+                                   .append(ANALYZE_EXAMPLES);
   MaskingOptions masking_;
   std::string input_ = "-";
   bool input_named_ = false;
@@ -199,14 +199,14 @@ recognition::AnalysisResult Analyze::analyze(std::u32string_view text, const std
   return out;
 }
 
-std::vector<Row> Analyze::rows_of(recognition::AnalysisResult analysis) const {
-  std::vector<Row> rows;
+std::vector<HitRow> Analyze::rows_of(recognition::AnalysisResult analysis) const {
+  std::vector<HitRow> rows;
   for (std::size_t i = 0; i < analysis.results.size(); ++i) {
     rows.push_back({std::move(analysis.results[i]), std::move(analysis.explanations[i])});
   }
   if (!explain_) return rows;
   for (auto& lost : analysis.lost) {
-    Row row{std::move(lost.result), std::move(lost.explanation)};
+    HitRow row{std::move(lost.result), std::move(lost.explanation)};
     row.fate.step = std::move(lost.step);
     if (lost.became) row.fate.became = {lost.became->start, lost.became->end};
     rows.push_back(std::move(row));
@@ -216,7 +216,7 @@ std::vector<Row> Analyze::rows_of(recognition::AnalysisResult analysis) const {
 
 void Analyze::explain(std::u32string_view text, const std::string& language,
                       const std::vector<anonymization::MaskedStretch>& stretches,
-                      std::vector<Row>& rows) const {
+                      std::vector<HitRow>& rows) const {
   std::vector<RecognizerResult> hits;
   for (const auto& row : rows) {
     if (row.fate.step.empty()) hits.push_back(row.hit);
@@ -244,11 +244,11 @@ void Analyze::execute(const Context& context) {
     stretches = anonymization::masked_stretches(input.text, document);
   }
   auto rows = rows_of(std::move(analysis));
-  std::stable_sort(rows.begin(), rows.end(), [](const Row& a, const Row& b) {
+  std::stable_sort(rows.begin(), rows.end(), [](const HitRow& a, const HitRow& b) {
     return std::tuple(a.hit.start, -a.hit.end) < std::tuple(b.hit.start, -b.hit.end);
   });
   if (explain_) explain(input.text, language, stretches, rows);
-  std::erase_if(rows, [&](const Row& row) { return !asked_for(row.hit); });
+  std::erase_if(rows, [&](const HitRow& row) { return !asked_for(row.hit); });
   write_all(context.out, json_ ? json(input.text, language, rows) : table(input.text, rows));
 }
 
@@ -270,7 +270,7 @@ std::string outcome_of(const anonymization::HitFate& fate) {
          std::to_string(fate.became->second) + ": " + fate.step;
 }
 
-std::string Analyze::table(std::u32string_view text, const std::vector<Row>& rows) const {
+std::string Analyze::table(std::u32string_view text, const std::vector<HitRow>& rows) const {
   std::vector<Table::Column> columns = {{"TYPE"},
                                         {"START", Align::RIGHT},
                                         {"END", Align::RIGHT},
@@ -304,7 +304,7 @@ std::string Analyze::table(std::u32string_view text, const std::vector<Row>& row
   return out.text();
 }
 
-void Analyze::add_explanation(const Row& row, ordered_json& hit) const {
+void Analyze::add_explanation(const HitRow& row, ordered_json& hit) const {
   const auto& e = row.explanation;
   const auto& fate = row.fate;
   hit["pattern"] = e.pattern_name;
@@ -321,7 +321,7 @@ void Analyze::add_explanation(const Row& row, ordered_json& hit) const {
 }
 
 std::string Analyze::json(std::u32string_view text, const std::string& language,
-                          const std::vector<Row>& rows) const {
+                          const std::vector<HitRow>& rows) const {
   auto hits = ordered_json::array();
   for (const auto& row : rows) {
     ordered_json hit = {{"type", row.hit.entity_type},

@@ -16,7 +16,7 @@ namespace {
 
 namespace anonymization = core::anonymization;
 
-constexpr std::string_view DETAILS =
+constexpr std::string_view ANONYMIZE_DETAILS =
     "Reads FILE and writes the masked text to standard output, and nothing else.\n"
     "\n"
     "What is written where:\n"
@@ -28,7 +28,7 @@ constexpr std::string_view DETAILS =
     "Input is UTF-8. Line ends and a byte order mark are kept as they are.\n"
     "\n";
 
-constexpr std::string_view EXAMPLES =
+constexpr std::string_view ANONYMIZE_EXAMPLES =
     "\n"
     "Examples:\n"
     "  veildoc anonymize contract.txt > masked.txt\n"
@@ -68,11 +68,11 @@ class Anonymize : public Command {
   void write(const std::string& bytes, const std::optional<std::string>& mapping,
              std::ostream& out) const;
 
-  const std::string details_ = std::string(DETAILS)
+  const std::string details_ = std::string(ANONYMIZE_DETAILS)
                                    .append(PROFILES_HELP)
                                    .append("\n")
                                    .append(SERVICES_HELP)
-                                   .append(EXAMPLES);
+                                   .append(ANONYMIZE_EXAMPLES);
   MaskingOptions masking_;
   std::string input_ = "-";  // "-" is standard input
   bool input_named_ = false;

@@ -29,7 +29,7 @@ using evaluation::LabelledDocument;
 using evaluation::Score;
 using evaluation::Tally;
 
-constexpr std::string_view DETAILS =
+constexpr std::string_view EVALUATE_DETAILS =
     "DIR holds documents *.txt in which what must not be read is marked:\n"
     "  <<TYPE#n:surface>>   must be masked; equal TYPE#n name one entity\n"
     "  <<?TYPE:surface>>    may be masked or left\n"
@@ -66,7 +66,7 @@ struct Document {
   LabelledDocument labelled;
 };
 
-struct Row {
+struct ScoreRow {
   std::string name;
   std::size_t files = 1;
   Score score = {};
@@ -139,17 +139,17 @@ class Evaluate : public Command {
   // All that is printed.
   struct Report {
     std::vector<Scored> files;
-    std::map<std::string, Row> groups;
-    Row all = {.name = "all", .files = 0};
+    std::map<std::string, ScoreRow> groups;
+    ScoreRow all = {.name = "all", .files = 0};
   };
 
   Report evaluate(const Context& context) const;
   std::string tables(const Report& report) const;
   std::string json(const Report& report) const;
   ordered_json faults_json(const Scored& file, const std::vector<Fault>& faults) const;
-  void check_limits(const Row& all) const;
+  void check_limits(const ScoreRow& all) const;
 
-  const std::string details_ = std::string(DETAILS)
+  const std::string details_ = std::string(EVALUATE_DETAILS)
                                    .append(PROFILES_HELP)
                                    .append("\n")
                                    .append(SERVICES_HELP)
@@ -193,7 +193,7 @@ Evaluate::Report Evaluate::evaluate(const Context& context) const {
         core::anonymization::masked_stretches(text, mask(text, masking_, analyzer));
     auto score = evaluation::score(document.labelled, stretches);
     const auto name = group_of(document.name);
-    auto& group = report.groups.try_emplace(name, Row{name, 0}).first->second;
+    auto& group = report.groups.try_emplace(name, ScoreRow{name, 0}).first->second;
     for (auto* row : {&group, &report.all}) {
       ++row->files;
       row->score += score.score;
@@ -213,7 +213,7 @@ void Evaluate::execute(const Context& context) {
   check_limits(report.all);
 }
 
-void Evaluate::check_limits(const Row& all) const {
+void Evaluate::check_limits(const ScoreRow& all) const {
   const auto total = all.score.total();
   std::string exceeded;
   const auto check = [&](const char* option, double value, const std::optional<double>& most) {
@@ -248,7 +248,7 @@ std::string by_type(const Score& score) {
   return table.text();
 }
 
-std::string by_row(const std::string& head, const std::vector<Row>& rows) {
+std::string by_row(const std::string& head, const std::vector<ScoreRow>& rows) {
   Table table({{head},
                {"FILES", Align::RIGHT},
                {"MARKS", Align::RIGHT},
@@ -272,7 +272,7 @@ std::string by_row(const std::string& head, const std::vector<Row>& rows) {
 
 std::string Evaluate::tables(const Report& report) const {
   std::string out;
-  std::vector<Row> files;
+  std::vector<ScoreRow> files;
   for (const auto& file : report.files) {
     files.push_back({file.document.name, 1, file.score.score});
   }
@@ -290,7 +290,7 @@ std::string Evaluate::tables(const Report& report) const {
     }
     out += table.text() + "\n";
   }
-  std::vector<Row> groups;
+  std::vector<ScoreRow> groups;
   for (const auto& [name, row] : report.groups) groups.push_back(row);
   groups.push_back(report.all);
   out += by_row("FILE", files) + "\n" + by_type(report.all.score) + "\n" + by_row("GROUP", groups);

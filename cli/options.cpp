@@ -14,7 +14,7 @@ constexpr auto ABOUT =
     "Every party, person, address, date, amount and number becomes a stable numbered\n"
     "placeholder ([机构1], [ORG1], [DATE3]); a mapping, kept apart, leads back.\n";
 
-constexpr auto DETAILS =
+constexpr auto COMMON_DETAILS =
     "veildoc COMMAND --help tells all about one command.\n"
     "\n"
     "Examples:\n"
@@ -101,7 +101,7 @@ std::variant<Command*, Answer> parse_command_line(
   app.set_version_flag("--version", "veildoc " VEILDOC_VERSION);
   app.set_help_flag("-h,--help", "Print this page and exit");
   app.require_subcommand(1);
-  app.footer(DETAILS);
+  app.footer(COMMON_DETAILS);
   for (const auto& command : commands) {
     auto* part = app.add_subcommand(std::string(command->name()), std::string(command->about()));
     part->footer(std::string(command->details()));

@@ -14,7 +14,7 @@ namespace {
 
 namespace recognition = core::recognition;
 
-constexpr std::string_view DETAILS =
+constexpr std::string_view RECOGNIZERS_DETAILS =
     "One line for each recognizer, in the order in which they run:\n"
     "  RECOGNIZER  its name, as analyze shows it\n"
     "  TYPES       the kinds of hits that it makes\n"
@@ -57,7 +57,7 @@ std::string joined(const std::vector<std::string>& parts) {
   return out;
 }
 
-struct Row {
+struct RecognizerRow {
   const recognition::EntityRecognizer& recognizer;
   std::string on;
 
@@ -73,14 +73,14 @@ class Recognizers : public Command {
   std::string_view about() const override {
     return "Lists the recognizers: what they find, and when they are on.";
   }
-  std::string_view details() const override { return DETAILS; }
+  std::string_view details() const override { return RECOGNIZERS_DETAILS; }
   void declare(Options& options) override;
   void check(const Options&) override {}
   void execute(const Context& context) override;
 
  private:
-  std::string table(const std::vector<Row>& rows) const;
-  static std::string json(const std::vector<Row>& rows);
+  std::string table(const std::vector<RecognizerRow>& rows) const;
+  static std::string json(const std::vector<RecognizerRow>& rows);
 
   MaskingOptions masking_;
   bool patterns_ = false;
@@ -102,19 +102,21 @@ void Recognizers::execute(const Context& context) {
   auto everything = masking_;
   everything.profile = STRICT_PROFILE;
   const GuardedAnalyzer analyzer(context, everything);
-  std::vector<Row> rows;
+  std::vector<RecognizerRow> rows;
   const auto& all = recognizers_of(analyzer);
   for (std::size_t i = 0; i < all.size(); ++i) {
     const auto identity = identity_of(*all[i]);
     const bool of_user = !by_strict.contains(identity);
-    const Row row{*all[i], of_user ? "file" : by_default.contains(identity) ? "default" : "strict"};
+    const RecognizerRow row{*all[i], of_user                         ? "file"
+                                     : by_default.contains(identity) ? "default"
+                                                                     : "strict"};
     const auto& wanted = masking_.language;
     if (wanted == "all" || row.language() == "all" || row.language() == wanted) rows.push_back(row);
   }
   write_all(context.out, json_ ? json(rows) : table(rows));
 }
 
-std::string Recognizers::table(const std::vector<Row>& rows) const {
+std::string Recognizers::table(const std::vector<RecognizerRow>& rows) const {
   std::vector<Table::Column> columns = {
       {"RECOGNIZER"}, {"TYPES"}, {"LANGUAGE"}, {"PATTERNS", Align::RIGHT}, {"ON"}};
   if (patterns_) columns.push_back({"NAMES"});
@@ -130,7 +132,7 @@ std::string Recognizers::table(const std::vector<Row>& rows) const {
   return out.text();
 }
 
-std::string Recognizers::json(const std::vector<Row>& rows) {
+std::string Recognizers::json(const std::vector<RecognizerRow>& rows) {
   auto list = ordered_json::array();
   for (const auto& row : rows) {
     const auto& language = row.recognizer.supported_language();

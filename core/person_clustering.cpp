@@ -69,7 +69,7 @@ std::optional<Person> as_one(const Persons& persons) {
 }
 
 template <class T>
-void append(std::vector<T>& to, const std::vector<T>& from) {
+void append_all(std::vector<T>& to, const std::vector<T>& from) {
   to.insert(to.end(), from.begin(), from.end());
 }
 
@@ -78,7 +78,7 @@ void append_as_one(Persons& to, const Persons& from) {
   if (auto one = as_one(from)) {
     to.push_back(std::move(*one));
   } else {
-    append(to, from);
+    append_all(to, from);
   }
 }
 
@@ -174,7 +174,7 @@ class Spellings {
     std::map<NameFrame, Persons> by_letter;
     for (const auto& [frame, spellings] : by_first_name_) {
       const NameFrame wider = {frame[0].substr(0, 1), frame[1], frame[2]};
-      append(by_letter[wider], bridge_middle_names(spellings));
+      append_all(by_letter[wider], bridge_middle_names(spellings));
     }
     std::vector<std::size_t> person_of(number_by_key_.size());
     for (std::size_t i = 0; i < person_of.size(); ++i) person_of[i] = i;

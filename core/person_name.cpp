@@ -15,8 +15,6 @@ extern const std::string_view chinese_surnames;
 namespace core {
 namespace {
 
-constexpr auto NPOS = std::u32string_view::npos;
-
 // Chinese titles stand before a name or behind it, honorifics behind it.
 constexpr std::u32string_view CHINESE_TITLES[] = {
     // 学衔与职业
@@ -89,9 +87,9 @@ char32_t plain_form(char32_t c) {
   if (text::is_ideograph(c)) return c;
   if (c >= U'！' && c <= U'～') c = c - U'！' + U'!';
   if (c == U'.' || c == U',' || c == U'-' || c == U'\'') return c;
-  if (MIDDLE_DOTS.find(c) != NPOS) return U'·';
-  if (HYPHENS.find(c) != NPOS) return U'-';
-  if (APOSTROPHES.find(c) != NPOS) return U'\'';
+  if (MIDDLE_DOTS.find(c) != text::NPOS) return U'·';
+  if (HYPHENS.find(c) != text::NPOS) return U'-';
+  if (APOSTROPHES.find(c) != text::NPOS) return U'\'';
   return is_name_character(c) ? c : U' ';
 }
 

@@ -13,8 +13,6 @@ namespace {
 
 using text::Regex;
 
-constexpr auto NPOS = std::u32string_view::npos;
-
 // Surer than a guess, less sure than what an analyzer recognises.
 constexpr double ALIAS_SCORE = 0.6;
 
@@ -120,7 +118,7 @@ class AliasScan {
   }
 
  private:
-  // Where a definition clause begins, or NPOS for what is no definition.
+  // Where a definition clause begins, or text::NPOS for what is no definition.
   using ClauseStart = std::size_t;
 
   // Reads the sign at `i` and returns the last character that was dealt with.
@@ -154,10 +152,10 @@ class AliasScan {
   std::size_t read_quoted(std::size_t open) {
     const auto inside = text_.substr(open + 1, MAX_QUOTED);
     const auto size = inside.find_first_of(closing_quotes(text_[open]));
-    if (size == NPOS || size == 0) return open;
+    if (size == text::NPOS || size == 0) return open;
     const auto close = open + 1 + size;
     const auto start = clause_of_quote(open, close);
-    if (start == NPOS) return open;
+    if (start == text::NPOS) return open;
     last_term_end_ = close + 1;
     last_clause_ = start;
     report(open + 1, close, start);
@@ -170,14 +168,15 @@ class AliasScan {
     const auto from = std::max(bracket ? *bracket + 1 : 0, open - std::min(open, MAX_LEAD));
     const auto lead = text_.substr(from, open - from);
     if (const auto words = introduction_at_end(lead)) return bracket.value_or(from + *words);
-    if (!bracket || !RE_AFTER_TERM.match_at(text_, close + 1)) return NPOS;
+    if (!bracket || !RE_AFTER_TERM.match_at(text_, close + 1)) return text::NPOS;
     const auto whole_lead = text_.substr(*bracket + 1, open - *bracket - 1);
-    return RE_BARE_LEAD.full_match(whole_lead) || is_name_and_comma(whole_lead) ? *bracket : NPOS;
+    return RE_BARE_LEAD.full_match(whole_lead) || is_name_and_comma(whole_lead) ? *bracket
+                                                                                : text::NPOS;
   }
 
   // Where the words at the end of `lead` begin that introduce a term.
   static std::optional<std::size_t> introduction_at_end(std::u32string_view lead) {
-    if (lead.find(U'称') != NPOS) {
+    if (lead.find(U'称') != text::NPOS) {
       if (const auto found = RE_ZH_INTRODUCTION.search(lead)) return found->start();
     }
     if (const auto found = RE_EN_INTRODUCTION.search(lead)) return found->start();
@@ -188,16 +187,16 @@ class AliasScan {
   static bool is_name_and_comma(std::u32string_view lead) {
     lead = text::strip(lead);
     if (lead.empty() || (lead.back() != U',' && lead.back() != U'，')) return false;
-    return lead.find_first_of(U"\"“”。；;") == NPOS;
+    return lead.find_first_of(U"\"“”。；;") == text::NPOS;
   }
 
   // Whether the quote at `open` belongs to the definition of the term before it.
   bool continues_last_definition(std::size_t open) const {
-    if (last_clause_ == NPOS || open - last_term_end_ > MAX_JOINT) return false;
+    if (last_clause_ == text::NPOS || open - last_term_end_ > MAX_JOINT) return false;
     const auto joint = text_.substr(last_term_end_, open - last_term_end_);
     // Outside brackets a comma alone begins the next part of the sentence.
     const bool bracketed = sign_of(text_[last_clause_]) == Sign::OPEN;
-    if (!bracketed && joint.find_first_not_of(U" ,，\u3000") == NPOS) return false;
+    if (!bracketed && joint.find_first_not_of(U" ,，\u3000") == text::NPOS) return false;
     return !joint.empty() && RE_JOINT.full_match(joint);
   }
 
@@ -205,7 +204,7 @@ class AliasScan {
   void read_bare_chinese(std::size_t i) {
     std::size_t at = i + 1;
     const auto skip = [&](std::u32string_view set) {
-      while (at < text_.size() && at - i < MAX_BARE && set.find(text_[at]) != NPOS) ++at;
+      while (at < text_.size() && at - i < MAX_BARE && set.find(text_[at]) != text::NPOS) ++at;
     };
     skip(U"为作是 \u3000：:");
     if (at == text_.size() || sign_of(text_[at]) == Sign::QUOTE) return;
@@ -214,16 +213,16 @@ class AliasScan {
     if (!words) return;
     const auto bracket = bracket_at(i);
     const auto size = text_.substr(at, MAX_QUOTED).find_first_of(U")）,，。；;\n\t\uE000");
-    if (size == NPOS) return;
+    if (size == text::NPOS) return;
     // Without 以下 a sentence may say anything: 股票简称见附件.
-    if (!bracket && (size > MAX_BARE || words->text().find(U'下') == NPOS)) return;
+    if (!bracket && (size > MAX_BARE || words->text().find(U'下') == text::NPOS)) return;
     report_each(at, at + size, bracket.value_or(from + words->start()));
   }
 
   void read_bare_english(std::size_t open) {
     static const std::size_t term = RE_EN_BARE_DEFINITION.group(U"term");
     const auto head = text_.substr(open + 1, 5);
-    if (head.find(U'h') == NPOS && head.find(U'H') == NPOS) return;
+    if (head.find(U'h') == text::NPOS && head.find(U'H') == text::NPOS) return;
     if (const auto found = RE_EN_BARE_DEFINITION.match_at(text_, open)) {
       report_each(found->start(term), found->end(term), open);
     }
@@ -239,8 +238,8 @@ class AliasScan {
 
   void report(std::size_t start, std::size_t end, ClauseStart clause) {
     static constexpr std::u32string_view MARKS = U" \u3000\t,，;；";
-    while (start < end && MARKS.find(text_[start]) != NPOS) ++start;
-    while (start < end && MARKS.find(text_[end - 1]) != NPOS) --end;
+    while (start < end && MARKS.find(text_[start]) != text::NPOS) ++start;
+    while (start < end && MARKS.find(text_[end - 1]) != text::NPOS) --end;
     if (!is_name_like_term(text_.substr(start, end - start))) return;
     if (ends_in_document_title(text_.substr(0, clause))) return;
     out_.push_back({std::string(entity_type::ORGANIZATION), static_cast<Offset>(start),
@@ -251,7 +250,7 @@ class AliasScan {
   std::vector<RecognizerResult> out_;
   std::vector<std::size_t> brackets_;
   std::size_t last_term_end_ = 0;
-  ClauseStart last_clause_ = NPOS;
+  ClauseStart last_clause_ = text::NPOS;
 };
 
 }  // namespace

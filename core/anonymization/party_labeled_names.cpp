@@ -18,8 +18,6 @@ namespace {
 using text::MultiPattern;
 using text::Regex;
 
-constexpr auto NPOS = std::u32string_view::npos;
-
 // How far a label reaches back from its colon, with both remarks, and a name
 // ahead of it. What is longer is neither.
 constexpr std::size_t LABEL_REACH = 160;
@@ -51,7 +49,7 @@ std::u32string_view name_behind(std::u32string_view text, std::size_t colon) {
 std::vector<std::u32string_view> labeled_names(std::u32string_view text) {
   std::vector<std::u32string_view> names;
   std::unordered_set<std::u32string_view> seen;
-  for (auto colon = text.find_first_of(U":："); colon != NPOS;
+  for (auto colon = text.find_first_of(U":："); colon != text::NPOS;
        colon = text.find_first_of(U":：", colon + 1)) {
     const auto name = name_behind(text, colon);
     if (!name.empty() && seen.insert(name).second) names.push_back(name);

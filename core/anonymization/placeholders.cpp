@@ -10,8 +10,6 @@
 namespace core::anonymization {
 namespace {
 
-constexpr auto NPOS = std::u32string_view::npos;
-
 // Tags that read differently in Chinese text.
 struct Label {
   std::string_view tag;
@@ -28,12 +26,12 @@ constexpr std::u32string_view CARD_PREFIX = U"CARD_****";
 constexpr std::size_t CARD_DIGITS = 4;
 
 constexpr bool is_bracket(char32_t c) {
-  return c == U'[' || c == U']' || FULL_WIDTH_BRACKETS.find(c) != NPOS;
+  return c == U'[' || c == U']' || FULL_WIDTH_BRACKETS.find(c) != text::NPOS;
 }
 
 constexpr bool are_a_pair(char32_t open, char32_t close) {
   const auto kind = OPENING.find(open);
-  return kind != NPOS && CLOSING[kind] == close;
+  return kind != text::NPOS && CLOSING[kind] == close;
 }
 
 bool may_stand_in_tag(char32_t c) {
@@ -47,7 +45,7 @@ bool is_chinese_label(std::u32string_view shown) {
                      [shown](const Label& label) { return shown == label.zh; });
 }
 
-constexpr bool is_sign(char32_t c) { return std::u32string_view(U"+-−＋－").find(c) != NPOS; }
+constexpr bool is_sign(char32_t c) { return std::u32string_view(U"+-−＋－").find(c) != text::NPOS; }
 
 // Whether an underscore stands between a tag and its number: a tag that ends in
 // a digit or a sign would run into the number, and a tag that is spelled like a
@@ -119,11 +117,11 @@ bool is_card_body(std::u32string_view body) {
 // other bracket.
 template <class Visit>
 void for_each_innermost_pair(std::u32string_view text, Visit visit) {
-  std::size_t open = NPOS;
+  std::size_t open = text::NPOS;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (!is_bracket(text[i])) continue;
-    if (open != NPOS && are_a_pair(text[open], text[i])) visit(open, i);
-    open = OPENING.find(text[i]) != NPOS ? i : NPOS;
+    if (open != text::NPOS && are_a_pair(text[open], text[i])) visit(open, i);
+    open = OPENING.find(text[i]) != text::NPOS ? i : text::NPOS;
   }
 }
 
@@ -189,7 +187,7 @@ std::vector<std::pair<Offset, Offset>> find_numbered_placeholders(std::u32string
 
 std::u32string ensure_ascii_placeholder_brackets(std::u32string_view placeholder) {
   std::u32string out(placeholder);
-  if (placeholder.find_first_of(FULL_WIDTH_BRACKETS) == NPOS) return out;
+  if (placeholder.find_first_of(FULL_WIDTH_BRACKETS) == text::NPOS) return out;
   for_each_innermost_pair(placeholder, [&](std::size_t open, std::size_t close) {
     const auto body = placeholder.substr(open + 1, close - open - 1);
     const bool is_whole = body.size() + 2 == placeholder.size();

@@ -16,6 +16,12 @@ inline char32_t lower(char32_t c) {
   return c < 0x2000 ? text::case_fold_simple(c) : c;
 }
 
+inline std::u32string lowered(std::u32string_view s) {
+  std::u32string out(s);
+  for (char32_t& c : out) c = lower(c);
+  return out;
+}
+
 inline bool is_upper(char32_t c) { return is_latin_letter(c) && lower(c) != c; }
 inline bool is_lower(char32_t c) { return is_latin_letter(c) && lower(c) == c; }
 
@@ -23,6 +29,9 @@ inline bool is_lower(char32_t c) { return is_latin_letter(c) && lower(c) == c; }
 constexpr bool is_cell_end(char32_t c) {
   return c == U'\n' || c == U'\r' || c == U'\t' || c == 0xE000 || c == 0xE001;
 }
+
+// Parts the names of minorities and transliterated ones: 阿依努尔·买买提
+constexpr bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・' || c == 0x2027; }
 
 // What the rules take for a character of a Chinese word.
 constexpr bool is_han(char32_t c) {

@@ -43,8 +43,6 @@ std::size_t han_run_end(std::u32string_view t, std::size_t at, std::size_t longe
   return end;
 }
 
-bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・' || c == 0x2027; }
-
 bool never_in_given_name(char32_t c) {
   return NEVER_IN_GIVEN_NAME.find(c) != NEVER_IN_GIVEN_NAME.npos;
 }

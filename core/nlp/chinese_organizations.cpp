@@ -15,8 +15,8 @@ namespace {
 
 using recognition::WordClass;
 
-constexpr double SCORE = 0.85;
-constexpr std::size_t LONGEST_NAME = 40;
+constexpr double CHINESE_ORGANIZATION_SCORE = 0.85;
+constexpr std::size_t LONGEST_ORGANIZATION = 40;
 constexpr std::size_t SHORTEST_BRAND = 2;
 // What may stand between a company and its branch: 苏州吴中
 constexpr std::size_t LONGEST_BRANCH_PLACE = 14;
@@ -68,10 +68,12 @@ class Search {
     for (const Ending& ending : endings()) take(ending);
     std::vector<RecognizerResult> out;
     for (const Span& s : found_) {
-      out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, s.start, s.end, SCORE));
+      out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, s.start, s.end,
+                             CHINESE_ORGANIZATION_SCORE));
     }
     for (const auto& hit : a_.of(WordClass::PUBLIC_NAME)) {
-      out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, hit.start, hit.end, SCORE));
+      out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, hit.start, hit.end,
+                             CHINESE_ORGANIZATION_SCORE));
     }
     return out;
   }
@@ -127,7 +129,7 @@ class Search {
   bool extend_last(const Ending& ending) {
     if (found_.empty() || ending.kind == WordClass::PLAIN_COMPANY) return false;
     Span& last = found_.back();
-    if (ending.end - last.start > 2 * LONGEST_NAME) return false;
+    if (ending.end - last.start > 2 * LONGEST_ORGANIZATION) return false;
     if (ending.start < last.end || ending.start - last.end > LONGEST_BRANCH_PLACE) return false;
     const bool adjacent = ending.start == last.end;
     const bool blank = ending.start == last.end + 1 && t_[last.end] == U' ';

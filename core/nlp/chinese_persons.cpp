@@ -25,8 +25,8 @@ constexpr double PROSE_SCORE = 0.6;
 
 // Between a label and a name: 法定代表人（主要负责人）：, 联系人 PIC, 联系人为. The colon
 // or the tab, if there is one, is group 1.
-const Regex RE_SEPARATOR(
-    "RE_SEPARATOR",
+const Regex RE_NAME_SEPARATOR(
+    "RE_NAME_SEPARATOR",
     UR"((?:[ ]?(?:姓名|/[^\s:]{1,8}|\([^()\n]{1,16}\)|[A-Za-z. ]{2,24}(?=:)))?\)?[ ]{0,4}(?:为|是)?(:|(?<=为)|(?<=是)|由|系|,|，)?[ ]{0,8}(?:_{1,40}[ ]{0,4})?[「『“"]?)");
 
 // Between the label of a party and its name: 保证人二：, 出租方(甲方)：
@@ -61,8 +61,6 @@ constexpr std::u32string_view TRANSLITERATION =
     U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾图土吐托瓦万威维韦温翁沃得乌吾武西"
     U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗";
 
-bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'・'; }
-
 bool transliterates(std::u32string_view part) {
   std::size_t known = 0;
   for (const char32_t c : part) {
@@ -71,9 +69,9 @@ bool transliterates(std::u32string_view part) {
   return !part.empty() && known * 4 >= part.size() * 3;
 }
 
-class Search {
+class ChinesePersonSearch {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+  explicit ChinesePersonSearch(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
 
   std::vector<RecognizerResult> run() {
     behind_labels();
@@ -100,7 +98,7 @@ class Search {
         in_cell(label.end);
         continue;
       }
-      const auto m = RE_SEPARATOR.match_at(t_, label.end);
+      const auto m = RE_NAME_SEPARATOR.match_at(t_, label.end);
       if (!m) continue;
       const bool quoted = m->end() > label.end && is_quote(t_[m->end() - 1]);
       const bool marked = quoted || (m->has(1) && (m->text(1).empty() || m->text(1) == U":"));
@@ -397,7 +395,7 @@ ChinesePersonFinder::ChinesePersonFinder()
     : EntityRecognizer("ChinesePersonFinder", {std::string(anonymization::entity_type::PERSON)}) {}
 
 std::vector<RecognizerResult> ChinesePersonFinder::analyze(const NlpArtifacts& artifacts) const {
-  return Search(artifacts).run();
+  return ChinesePersonSearch(artifacts).run();
 }
 
 }  // namespace core::nlp

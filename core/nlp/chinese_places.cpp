@@ -16,8 +16,8 @@ constexpr double PLACE_SCORE = 0.7;
 constexpr double ADDRESS_SCORE = 0.85;
 
 // Between a label and an address
-const Regex RE_SEPARATOR(
-    "RE_SEPARATOR",
+const Regex RE_ADDRESS_SEPARATOR(
+    "RE_ADDRESS_SEPARATOR",
     UR"((?:[ ]?(?:\([^()\n]{1,12}\)|[A-Za-z. ]{2,24}(?=:)))?[ ]{0,3}(?:为|是|:|在)?[ ]{0,8})");
 
 // Behind a street: 与西苑路交叉口东北角
@@ -48,7 +48,7 @@ const Regex RE_KILOMETRE(
     UR"((?:K?\d{1,5}(?:公里|千米|km)?\+\d{1,4}(?:米|m)?|\d{1,5}(?:公里|千米)(?:处)?)(?:处)?)");
 
 // What ends a part of an address. Longer words first.
-constexpr std::u32string_view UNITS[] = {
+constexpr std::u32string_view ADDRESS_UNITS[] = {
     U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区", U"产业园",
     U"工业园",     U"科技园", U"创业园", U"度假区", U"示范区", U"合作区",   U"保税区",   U"经济区",
     U"新区",       U"园区",   U"街道",   U"社区",   U"地区",   U"大街",     U"大道",     U"公路",
@@ -74,9 +74,9 @@ constexpr std::u32string_view STOPS =
 
 bool is_room_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'-' || c == U'#'; }
 
-class Search {
+class ChinesePlaceSearch {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded), reader_(a) {}
+  explicit ChinesePlaceSearch(const NlpArtifacts& a) : a_(a), t_(a.folded), reader_(a) {}
 
   std::vector<RecognizerResult> run() {
     from_places();
@@ -163,7 +163,7 @@ class Search {
 
   void from_labels() {
     for (const auto& label : a_.of(WordClass::ADDRESS_LABEL)) {
-      const auto m = RE_SEPARATOR.match_at(t_, label.end);
+      const auto m = RE_ADDRESS_SEPARATOR.match_at(t_, label.end);
       const std::size_t at = m ? m->end() : label.end;
       constexpr std::u32string_view ANY = U"本该各我贵";
       if (at >= t_.size() || !is_han(t_[at]) || ANY.find(t_[at]) != ANY.npos) continue;
@@ -338,7 +338,7 @@ class Search {
 
   std::size_t unit_at(std::size_t i) const {
     const auto rest = t_.substr(i);
-    for (const auto unit : UNITS) {
+    for (const auto unit : ADDRESS_UNITS) {
       if (rest.starts_with(unit)) return is_no_part(unit, i) ? 0 : unit.size();
     }
     return 0;
@@ -397,7 +397,7 @@ ChinesePlaceFinder::ChinesePlaceFinder()
     : EntityRecognizer("ChinesePlaceFinder", {std::string(anonymization::entity_type::LOCATION)}) {}
 
 std::vector<RecognizerResult> ChinesePlaceFinder::analyze(const NlpArtifacts& artifacts) const {
-  return Search(artifacts).run();
+  return ChinesePlaceSearch(artifacts).run();
 }
 
 }  // namespace core::nlp

@@ -25,7 +25,7 @@ namespace {
 using recognition::NlpArtifacts;
 using recognition::WordClass;
 
-constexpr double SCORE = 0.6;
+constexpr double PROSE_PERSON_SCORE = 0.6;
 
 // What speaks for a name besides its characters, in the steps of Evidence.
 constexpr Evidence ROLE_BEFORE = 14;    // 项目经理王建国
@@ -120,7 +120,7 @@ constexpr auto VERBS_BEHIND = text::words(
      U"以外", U"任何", U"尚未", U"未能", U"按期", U"按月", U"逾期", U"违约", U"口头", U"电话"});
 
 // The last characters of units whose members are named behind them: 设备科王建国.
-constexpr std::u32string_view UNITS = U"科部组处室队厂村家店院所局司行站班中心";
+constexpr std::u32string_view MEASURE_UNITS = U"科部组处室队厂村家店院所局司行站班中心";
 
 const std::unordered_set<std::u32string>& japanese_surnames() {
   static const std::unordered_set<std::u32string> names = [] {
@@ -147,9 +147,9 @@ struct Candidate {
   Evidence weight = 0;
 };
 
-class Search {
+class ChineseProseSearch {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {
+  explicit ChineseProseSearch(const NlpArtifacts& a) : a_(a), t_(a.folded) {
     for (const auto c :
          {WordClass::COMPANY_FORM, WordClass::BANK, WordClass::BRANCH, WordClass::PUBLIC_NAME,
           WordClass::SHIELD, WordClass::INSTITUTION, WordClass::PUBLIC_BODY, WordClass::CURRENCY}) {
@@ -182,7 +182,8 @@ class Search {
       const auto last = taken.begin() + static_cast<std::ptrdiff_t>(c.end);
       if (std::find(first, last, true) != last) continue;
       std::fill(first, last, true);
-      out.push_back(make_hit(anonymization::entity_type::PERSON, c.start, c.end, SCORE));
+      out.push_back(
+          make_hit(anonymization::entity_type::PERSON, c.start, c.end, PROSE_PERSON_SCORE));
     }
   }
 
@@ -278,7 +279,7 @@ class Search {
       if (c == U'人' || c == U'方') return PARTY_BEFORE;
     }
     if (text.size() == 1 && holds(U"员师工", c)) return PARTY_BEFORE;  // 泥工
-    if (holds(UNITS, c)) return UNIT_BEFORE;
+    if (holds(MEASURE_UNITS, c)) return UNIT_BEFORE;
     return word->known() ? WORD_AROUND : UNKNOWN_AROUND;
   }
 
@@ -341,7 +342,7 @@ class Search {
       const bool more = next_alone(last) != last && next_alone(last) - last == second - at;
       if (more || (last != second && !is_given(t_[last]))) continue;
       if (is_everyday_word(std::u32string{t_[at], t_[second]})) continue;
-      out.push_back(make_hit(anonymization::entity_type::PERSON, at, last + 1, SCORE));
+      out.push_back(make_hit(anonymization::entity_type::PERSON, at, last + 1, PROSE_PERSON_SCORE));
     }
   }
 
@@ -382,7 +383,7 @@ class Search {
 
 void find_prose_persons(const NlpArtifacts& artifacts,
                         std::vector<anonymization::RecognizerResult>& out) {
-  Search(artifacts).run(out);
+  ChineseProseSearch(artifacts).run(out);
 }
 
 }  // namespace core::nlp

@@ -26,11 +26,9 @@ constexpr auto SMALL_WORDS = text::words(
      U"than",    U"then",        U"not",     U"no",        U"further", U"resolved", U"per",
      U"located", U"called",      U"known",   U"via",       U"against", U"before",   U"after"});
 
-std::u32string lowered(std::u32string_view word) {
+std::u32string lowered_word(std::u32string_view word) {
   while (!word.empty() && (word.back() == U'.' || word.back() == U',')) word.remove_suffix(1);
-  std::u32string out(word);
-  for (char32_t& c : out) c = lower(c);
-  return out;
+  return lowered(word);
 }
 
 const std::unordered_set<std::u32string>& lexicon() {
@@ -63,9 +61,11 @@ bool begins_with_label(std::u32string_view line) {
 
 }  // namespace
 
-bool is_contract_language(std::u32string_view word) { return lexicon().contains(lowered(word)); }
+bool is_contract_language(std::u32string_view word) {
+  return lexicon().contains(lowered_word(word));
+}
 
-bool is_small_word(std::u32string_view word) { return SMALL_WORDS.contains(lowered(word)); }
+bool is_small_word(std::u32string_view word) { return SMALL_WORDS.contains(lowered_word(word)); }
 
 std::u32string unwrapped(std::u32string_view folded) {
   std::u32string out(folded);

@@ -10,7 +10,7 @@ using recognition::NlpArtifacts;
 using recognition::RecognizerResult;
 using text::Regex;
 
-constexpr double SCORE = 0.84;
+constexpr double FRONT_HEADED_SCORE = 0.84;
 
 // Université de Clairval-Montagne, Institut für Werkstofftechnik, Ministère de
 // l'Enseignement supérieur. Not "Institut" alone.
@@ -30,11 +30,13 @@ bool has_lower(std::u32string_view s) { return std::any_of(s.begin(), s.end(), i
 void add_front_headed_organizations(const NlpArtifacts& a, std::u32string_view unwrapped,
                                     std::vector<RecognizerResult>& out) {
   for (const auto& m : RE_INSTITUTION.find_all(unwrapped)) {
-    add_by_line(a.folded, anonymization::entity_type::ORGANIZATION, m.start(), m.end(), SCORE, out);
+    add_by_line(a.folded, anonymization::entity_type::ORGANIZATION, m.start(), m.end(),
+                FRONT_HEADED_SCORE, out);
   }
   for (const auto& m : RE_FORM_FIRST.find_all(a.folded)) {
     if (!has_lower(m.text())) continue;
-    out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, m.start(), m.end(), SCORE));
+    out.push_back(
+        make_hit(anonymization::entity_type::ORGANIZATION, m.start(), m.end(), FRONT_HEADED_SCORE));
   }
 }
 

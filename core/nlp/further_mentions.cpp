@@ -18,7 +18,7 @@ namespace {
 
 namespace entity_type = anonymization::entity_type;
 
-constexpr double SCORE = 0.55;
+constexpr double FURTHER_MENTION_SCORE = 0.55;
 
 bool is_name_type(std::string_view type) {
   return type == entity_type::PERSON || type == entity_type::ORGANIZATION ||
@@ -171,7 +171,7 @@ class Mentions {
           form.entity_type == entity_type::PERSON ? given_name_start(f.start) : f.start;
       const std::size_t end = whole_end(form, f.end);
       mentions_.add(static_cast<std::ptrdiff_t>(start), static_cast<std::ptrdiff_t>(end));
-      results_.push_back(make_hit(form.entity_type, start, end, SCORE));
+      results_.push_back(make_hit(form.entity_type, start, end, FURTHER_MENTION_SCORE));
       covered = end;
     }
   }

@@ -15,13 +15,13 @@ const std::string PERSON = "PERSON";
 const std::string ORGANIZATION = "ORGANIZATION";
 
 // A Chinese company's name takes its brand from so many characters.
-constexpr std::size_t SHORTEST_BRAND = 2;
-constexpr std::size_t LONGEST_BRAND = 6;
-constexpr std::size_t LONGEST_NAME = 60;  // of a company, code points
+constexpr std::size_t SHORTEST_SHARED_BRAND = 2;
+constexpr std::size_t LONGEST_SHARED_BRAND = 6;
+constexpr std::size_t LONGEST_SINGLE_NAME = 60;  // of a company, code points
 // Surnames proper are above this; see NameCharacter.
 constexpr unsigned RARE_SURNAME = 18;
 
-using Words = std::unordered_set<std::u32string>;
+using WordSet = std::unordered_set<std::u32string>;
 
 template <class Visit>
 void for_each_word(std::u32string_view surface, Visit visit) {
@@ -40,7 +40,7 @@ class Kinds {
     if (surface.find(U' ') != std::u32string::npos) {
       for_each_word(surface, [&](std::u32string word) { of_persons_.insert(std::move(word)); });
     } else if (text::contains_ideograph(surface)) {  // 佐仓 of 佐仓健一
-      for (std::size_t n = 1; n < std::min(surface.size(), LONGEST_BRAND); ++n) {
+      for (std::size_t n = 1; n < std::min(surface.size(), LONGEST_SHARED_BRAND); ++n) {
         of_persons_.insert(surface.substr(0, n));
       }
     }
@@ -48,7 +48,7 @@ class Kinds {
 
   void add_organization(const std::u32string& surface) {
     auto& count = counts_[surface];
-    if (++count.organizations > 1 || surface.size() > LONGEST_NAME) return;
+    if (++count.organizations > 1 || surface.size() > LONGEST_SINGLE_NAME) return;
     if (surface.find(U' ') != std::u32string::npos) {
       for_each_word(surface, [&](std::u32string word) { brands_.insert(std::move(word)); });
     } else if (text::contains_ideograph(surface)) {
@@ -75,8 +75,9 @@ class Kinds {
 
   // 凡特瑞 of 凡特瑞动力技术有限公司, 恪诚招标 of 乌鲁木齐恪诚招标有限公司.
   void add_chinese_brands(const std::u32string& surface) {
-    for (std::size_t start = 0; start + SHORTEST_BRAND < surface.size(); ++start) {
-      for (std::size_t n = SHORTEST_BRAND; n <= LONGEST_BRAND && start + n < surface.size(); ++n) {
+    for (std::size_t start = 0; start + SHORTEST_SHARED_BRAND < surface.size(); ++start) {
+      for (std::size_t n = SHORTEST_SHARED_BRAND;
+           n <= LONGEST_SHARED_BRAND && start + n < surface.size(); ++n) {
         brands_.insert(surface.substr(start, n));
       }
     }
@@ -90,8 +91,8 @@ class Kinds {
   }
 
   std::unordered_map<std::u32string, Count> counts_;
-  Words brands_;
-  Words of_persons_;
+  WordSet brands_;
+  WordSet of_persons_;
 };
 
 }  // namespace

@@ -17,7 +17,7 @@ using recognition::RecognizerResult;
 using recognition::WordClass;
 using text::Regex;
 
-constexpr double SCORE = 0.6;
+constexpr double LABELLED_ORGANIZATION_SCORE = 0.6;
 
 // Between the label of a party and its name: (盖章)：
 const Regex RE_COLON("RE_COLON", UR"([ ]{0,3}(?:[(/][^()\n:]{1,20}[)]?)?[ ]{0,3}:[ ]{0,8})");
@@ -27,9 +27,9 @@ const Regex RE_BEHALF(
     "RE_BEHALF",
     UR"((?:(?<=\n)|(?<![\p{L}]))(?:[Ff]or and on behalf of|[Ss]igned (?:for and )?on behalf of|FOR AND ON BEHALF OF|ON BEHALF OF|[Oo]n behalf of)[ ]{1,3}(?:the )?(?:\p{Lu}[a-z]{4,12}: )?)");
 
-class Search {
+class LabelledOrganizationSearch {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded), reader_(a) {}
+  explicit LabelledOrganizationSearch(const NlpArtifacts& a) : a_(a), t_(a.folded), reader_(a) {}
 
   void run(std::vector<RecognizerResult>& out) {
     for (const auto& label : a_.of(WordClass::ORGANIZATION_LABEL)) {
@@ -46,7 +46,9 @@ class Search {
   void take(std::size_t at, bool in_field, std::vector<RecognizerResult>& out) const {
     if (at >= t_.size()) return;
     const auto end = is_han(t_[at]) ? chinese_end(at, in_field) : latin_end(at);
-    if (end) out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, at, *end, SCORE));
+    if (end)
+      out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, at, *end,
+                             LABELLED_ORGANIZATION_SCORE));
   }
 
   // A name in Chinese fills the field or the cell, and a trade, a place or a brand stands in it.
@@ -154,7 +156,7 @@ class Search {
 }  // namespace
 
 void add_labelled_organizations(const NlpArtifacts& artifacts, std::vector<RecognizerResult>& out) {
-  Search(artifacts).run(out);
+  LabelledOrganizationSearch(artifacts).run(out);
 }
 
 }  // namespace core::nlp

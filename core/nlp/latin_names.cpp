@@ -62,6 +62,20 @@ Token without_full_stop(std::u32string_view t, Token token) {
   return token;
 }
 
+enum class Part : std::uint8_t { NONE, LINK, WORD };
+
+// What a word is to the name that it may stand in. No particle opens a name.
+Part part_of_name(const NlpArtifacts& a, const Token& token, bool opens) {
+  const auto word = token.in(a.folded);
+  if (is_covered(a.of(WordClass::EN_TITLE), token.start, token.end)) return Part::NONE;
+  if (is_initial(word) || (!opens && is_particle(word))) return Part::LINK;
+  return is_name_word(word) ? Part::WORD : Part::NONE;
+}
+
+bool is_role(const NlpArtifacts& a, const Token& token) {
+  return is_covered(a.of(WordClass::EN_ROLE), token.start, token.end);
+}
+
 }  // namespace
 
 std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
@@ -73,20 +87,15 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
     const Token raw = token_after(t, next);
     const Token token = without_full_stop(t, raw);
     if (token.empty() || (words == 0 && token.start != at)) break;
-    const auto word = token.in(t);
-    const bool links = is_initial(word) || (words > 0 && is_particle(word));
-    if (!links && !is_name_word(word)) break;
-    if (is_covered(a.of(WordClass::EN_TITLE), token.start, token.end)) break;
+    const Part part = part_of_name(a, token, words == 0);
+    if (part == Part::NONE) break;
     next = token.end;
-    if (links) {
+    if (part == Part::LINK) {
       words = std::max(words, 1);
       continue;
     }
-    if (belongs_elsewhere(a, token)) {
-      // A role may follow a name; the name of a firm holds no person.
-      if (!is_covered(a.of(WordClass::EN_ROLE), token.start, token.end)) words = 0;
-      break;
-    }
+    // A role may follow a name; the name of a firm holds no person.
+    if (belongs_elsewhere(a, token)) return is_role(a, token) && words >= fewest ? end : at;
     ++words;
     end = token.end;
     if (raw.end != token.end) break;

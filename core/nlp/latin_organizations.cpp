@@ -15,8 +15,8 @@ namespace {
 using recognition::WordClass;
 using text::Regex;
 
-constexpr double SCORE = 0.85;
-constexpr int LONGEST_NAME = 10;  // words
+constexpr double LATIN_ORGANIZATION_SCORE = 0.85;
+constexpr int MOST_NAME_WORDS = 10;  // words
 
 // Behind a company: ", London Branch", " Leeds branch", ", Manila Representative Office"
 const Regex RE_BRANCH(
@@ -75,9 +75,10 @@ constexpr auto FIRM_FORMS =
     text::words({U"llp", U"l.l.p.", U"pllc", U"p.c.", U"attorneys", U"solicitors", U"advocates",
                  U"associates", U"accountants"});
 
-class Search {
+class LatinOrganizationSearch {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), unwrapped_(unwrapped(a.folded)), t_(unwrapped_) {}
+  explicit LatinOrganizationSearch(const NlpArtifacts& a)
+      : a_(a), unwrapped_(unwrapped(a.folded)), t_(unwrapped_) {}
 
   std::vector<RecognizerResult> run() {
     for (const auto& form : a_.of(WordClass::EN_LEGAL_FORM)) take_company(form);
@@ -96,7 +97,8 @@ class Search {
 
   // A name broken over two lines is a hit in each of them.
   void add(std::size_t start, std::size_t end) {
-    add_by_line(a_.folded, anonymization::entity_type::ORGANIZATION, start, end, SCORE, out_);
+    add_by_line(a_.folded, anonymization::entity_type::ORGANIZATION, start, end,
+                LATIN_ORGANIZATION_SCORE, out_);
   }
 
   void take_company(const WordHit& form) {
@@ -228,7 +230,7 @@ class Search {
   Name walk_left(std::size_t end, bool firm = false) const {
     Name name{end};
     Walk walk{end, firm, is_set_in_capitals(end)};
-    for (int i = 0; i < LONGEST_NAME; ++i) {
+    for (int i = 0; i < MOST_NAME_WORDS; ++i) {
       if (const auto open = bracket_before(walk.at)) {
         walk.at = *open;
         continue;
@@ -394,7 +396,7 @@ LatinOrganizationFinder::LatinOrganizationFinder()
 
 std::vector<RecognizerResult> LatinOrganizationFinder::analyze(
     const NlpArtifacts& artifacts) const {
-  return Search(artifacts).run();
+  return LatinOrganizationSearch(artifacts).run();
 }
 
 }  // namespace core::nlp

@@ -15,8 +15,8 @@ namespace {
 using recognition::WordClass;
 using text::Regex;
 
-constexpr double LABEL_SCORE = 0.9;
-constexpr double PROSE_SCORE = 0.6;
+constexpr double LATIN_LABEL_SCORE = 0.9;
+constexpr double LATIN_PROSE_SCORE = 0.6;
 
 // Between a label and a name; group 1 is a mark that makes the word a label:
 // "Name: ", "Attention (Legal): ", "联系人 Contact："
@@ -47,9 +47,9 @@ const Regex RE_BELOW_NAME(
     "RE_BELOW_NAME",
     UR"(\n{1,2} {0,20}(?:(?:Title|Date|Its|Name|Position|Tel|Phone|E-?mail|By|Per|Passport)\b|[\w.+-]{1,40}@|\d{1,5} \p{Lu}))");
 
-class Search {
+class LatinPersonSearch {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
+  explicit LatinPersonSearch(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
 
   std::vector<RecognizerResult> run() {
     behind_titles();
@@ -82,7 +82,7 @@ class Search {
       if (!first.empty() && is_connective(first.in(t_)) && first.end < t_.size())
         start = first.end + 1;
       const std::size_t end = latin_name_end(a_, start, 1);
-      if (end > start) add(at, end, LABEL_SCORE);
+      if (end > start) add(at, end, LATIN_LABEL_SCORE);
     }
   }
 
@@ -96,13 +96,13 @@ class Search {
       const bool marked = label.from_table || m->has(1) || chinese;
       if (!marked && !RE_OPEN_LABEL.full_match(word)) continue;
       if (marked) expected_.push_back(m->end());
-      add_list(m->end(), LABEL_SCORE);
+      add_list(m->end(), LATIN_LABEL_SCORE);
       // Authorised signatory: van Oostrum
       const Token first = token_after(t_, m->end());
       if (m->has(1) && first.start == m->end() && first.end < t_.size() &&
           is_connective(first.in(t_))) {
         const std::size_t end = latin_name_end(a_, first.end + 1, 1);
-        if (end > first.end + 1) add(m->end(), end, LABEL_SCORE);
+        if (end > first.end + 1) add(m->end(), end, LATIN_LABEL_SCORE);
       }
     }
   }
@@ -135,7 +135,7 @@ class Search {
       const std::size_t end = name_end(++at);
       const bool comma = t_[at - 2] == U',';
       if (comma && end < t_.size() && t_[end] != U',' && t_[end] != U';') continue;
-      if (!touches_organization(end)) add(at, end, PROSE_SCORE);
+      if (!touches_organization(end)) add(at, end, LATIN_PROSE_SCORE);
     }
   }
 
@@ -167,11 +167,11 @@ class Search {
   void letters() {
     for (const auto& m : RE_GREETING.find_all(t_)) {
       const bool known = is_touched(a_.of(WordClass::EN_GIVEN_NAME), m.start(1), m.end(1));
-      if (known || may_be_name(m.start(1), m.end(1))) add(m.start(1), m.end(1), LABEL_SCORE);
+      if (known || may_be_name(m.start(1), m.end(1))) add(m.start(1), m.end(1), LATIN_LABEL_SCORE);
     }
     for (const auto& m : RE_CLOSE.find_all(t_)) {
       const std::size_t end = latin_name_end(a_, m.start(1), 1);
-      if (end == m.end(1)) add(m.start(1), end, LABEL_SCORE);
+      if (end == m.end(1)) add(m.start(1), end, LATIN_LABEL_SCORE);
     }
   }
 
@@ -182,11 +182,12 @@ class Search {
       std::size_t at = line;
       while (at < stop && (t_[at] == U' ' || t_[at] == U'>')) ++at;
       if (t_.substr(at, 4) == U"/s/ " || t_.substr(at, 4) == U"/S/ ") {
-        add(at + 4, latin_name_end(a_, at + 4, 2), LABEL_SCORE);
+        add(at + 4, latin_name_end(a_, at + 4, 2), LATIN_LABEL_SCORE);
       } else if (at < stop && is_upper(t_[at])) {
         const std::size_t end = name_end(at);
         const bool whole = end > at && (end == stop || t_.substr(end, 2) == U" |");
-        if (whole && (is_signed(line) || is_above(stop) || end < stop)) add(at, end, PROSE_SCORE);
+        if (whole && (is_signed(line) || is_above(stop) || end < stop))
+          add(at, end, LATIN_PROSE_SCORE);
       }
       line = stop + 1;
     }
@@ -214,7 +215,7 @@ class Search {
       const bool comma = end > 0 && end < role.start && t_[end - 1] == U',';
       if (!bracket && !comma) continue;
       if (comma) --end;
-      add(latin_name_start(a_, end), end, PROSE_SCORE);
+      add(latin_name_start(a_, end), end, LATIN_PROSE_SCORE);
     }
   }
 
@@ -228,12 +229,12 @@ class Search {
       if (inside_name) {
         const std::size_t end = latin_name_end(a_, given.start, 1);
         const std::size_t start = latin_name_start(a_, end);
-        if (start < given.start) add(start, end, PROSE_SCORE);
+        if (start < given.start) add(start, end, LATIN_PROSE_SCORE);
         continue;
       }
       if (add_inverted(given.start)) continue;
       const std::size_t end = name_end(given.start);
-      add(given.start, end, PROSE_SCORE);
+      add(given.start, end, LATIN_PROSE_SCORE);
       if (end == given.start) add_wrapped(given.start, given.end);
     }
   }
@@ -266,7 +267,7 @@ class Search {
     if (end == at || !closes || is_covered(a_.of(WordClass::EN_PLACE), start, surname_end)) {
       return false;
     }
-    add(start, end, PROSE_SCORE);
+    add(start, end, LATIN_PROSE_SCORE);
     return true;
   }
 
@@ -278,8 +279,8 @@ class Search {
     if (end - (line == t_.npos ? 0 : line) < LONG_LINE) return;
     const std::size_t last = latin_name_end(a_, end + 1, 1);
     if (last == end + 1) return;
-    add(start, end, PROSE_SCORE);
-    add(end + 1, last, PROSE_SCORE);
+    add(start, end, LATIN_PROSE_SCORE);
+    add(end + 1, last, LATIN_PROSE_SCORE);
   }
 
   const NlpArtifacts& a_;
@@ -294,7 +295,7 @@ LatinPersonFinder::LatinPersonFinder()
     : EntityRecognizer("LatinPersonFinder", {std::string(anonymization::entity_type::PERSON)}) {}
 
 std::vector<RecognizerResult> LatinPersonFinder::analyze(const NlpArtifacts& artifacts) const {
-  return Search(artifacts).run();
+  return LatinPersonSearch(artifacts).run();
 }
 
 }  // namespace core::nlp

@@ -12,8 +12,8 @@ namespace {
 using recognition::WordClass;
 using text::Regex;
 
-constexpr double PLACE_SCORE = 0.7;
-constexpr double ADDRESS_SCORE = 0.85;
+constexpr double LATIN_CITY_SCORE = 0.7;
+constexpr double LATIN_ADDRESS_SCORE = 0.85;
 constexpr std::size_t LONGEST_ADDRESS = 12;  // parts between commas
 
 // A part of a date or an amount, a clause, a telephone: no part of an address.
@@ -112,9 +112,10 @@ std::u32string prepared(std::u32string_view folded) {
   return out;
 }
 
-class Search {
+class LatinPlaceSearch {
  public:
-  explicit Search(const NlpArtifacts& a) : a_(a), unwrapped_(prepared(a.folded)), t_(unwrapped_) {}
+  explicit LatinPlaceSearch(const NlpArtifacts& a)
+      : a_(a), unwrapped_(prepared(a.folded)), t_(unwrapped_) {}
 
   std::vector<RecognizerResult> run() {
     for (std::size_t i = 0; i < t_.size();) {
@@ -297,7 +298,7 @@ class Search {
         (chain.size() >= 2 && (place || chain.size() >= 3) &&
          RE_STREET_NAME.search(surface).has_value());
     if (address) {
-      add(start, end, ADDRESS_SCORE);
+      add(start, end, LATIN_ADDRESS_SCORE);
     } else if (chain.size() >= 2) {
       joined_places(chain);
     }
@@ -327,7 +328,7 @@ class Search {
       const bool second =
           is_covered(a_.of(WordClass::EN_REGION), chain[i + 1].start, chain[i + 1].head);
       const bool region = is_covered(a_.of(WordClass::EN_REGION), chain[i].tail, chain[i].end);
-      if (first && second && !region) add(chain[i].tail, chain[i + 1].head, ADDRESS_SCORE);
+      if (first && second && !region) add(chain[i].tail, chain[i + 1].head, LATIN_ADDRESS_SCORE);
     }
   }
 
@@ -342,7 +343,7 @@ class Search {
         const auto line = RE_LINE_BELOW.match_at(a_.folded, at);
         if (!line || !is_place_line(line->text(1))) break;
         out_.push_back(make_hit(anonymization::entity_type::LOCATION, line->start(1), line->end(1),
-                                ADDRESS_SCORE));
+                                LATIN_ADDRESS_SCORE));
         at = line->end(1);
       }
     }
@@ -365,7 +366,7 @@ class Search {
       }
     }
     for (const auto& m : RE_HEADED_PLACE.find_all(stretch)) {
-      add(start + m.start(), start + m.end(), PLACE_SCORE);
+      add(start + m.start(), start + m.end(), LATIN_CITY_SCORE);
     }
     if (is_touched(a_.of(WordClass::EN_STREET_WORD), start, end)) {
       streets_without_number(start, stretch);
@@ -377,7 +378,7 @@ class Search {
       const auto link = token_before(t_, start + m.start()).in(t_);
       const auto first = m.text().substr(0, m.text().find(U' '));
       if (STREET_LINKS.contains(link) && !is_contract_language(first)) {
-        add(start + m.start(), start + m.end(), PLACE_SCORE);
+        add(start + m.start(), start + m.end(), LATIN_CITY_SCORE);
       }
     }
   }
@@ -390,7 +391,7 @@ class Search {
       // York-Antwerp Rules
       const bool joined = !next.empty() && t_[next.start] == U'-';
       if (joined && NOT_BEHIND_PLACE.contains(token_after(t_, next.end).in(t_))) continue;
-      add(place.start, place.end, PLACE_SCORE);
+      add(place.start, place.end, LATIN_CITY_SCORE);
     }
   }
 
@@ -418,7 +419,7 @@ class Search {
       if (is_covered(a_.of(WordClass::EN_REGION), start, region.start - 2)) continue;
       if ((linked || city) && !other && start < region.start - 2 &&
           !is_contract_language(t_.substr(start, t_.find(U',', start) - start))) {
-        add(start, region.end, PLACE_SCORE + 0.05);
+        add(start, region.end, LATIN_CITY_SCORE + 0.05);
       }
     }
   }
@@ -436,7 +437,7 @@ LatinPlaceFinder::LatinPlaceFinder()
     : EntityRecognizer("LatinPlaceFinder", {std::string(anonymization::entity_type::LOCATION)}) {}
 
 std::vector<RecognizerResult> LatinPlaceFinder::analyze(const NlpArtifacts& artifacts) const {
-  return Search(artifacts).run();
+  return LatinPlaceSearch(artifacts).run();
 }
 
 }  // namespace core::nlp

@@ -22,9 +22,9 @@ using recognition::RecognizerResult;
 using recognition::WordClass;
 namespace entity_type = anonymization::entity_type;
 
-constexpr double SCORE = 0.6;
+constexpr double LATIN_PROSE_PERSON_SCORE = 0.6;
 
-constexpr auto PARTICLES = text::words(
+constexpr auto NAME_PARTICLES = text::words(
     {U"van",      U"der",  U"den",    U"de",     U"la",    U"las", U"los",   U"von", U"zu",
      U"zur",      U"vom",  U"bin",    U"binti",  U"bint",  U"ibn", U"al",    U"el",  U"ul",
      U"ur",       U"dela", U"del",    U"della",  U"delle", U"dei", U"di",    U"da",  U"das",
@@ -183,7 +183,7 @@ constexpr auto KOREAN =
                  U"eun", U"seok", U"sik",  U"won", U"jae",  U"sung", U"sang",  U"tae",
                  U"hye", U"mi",   U"ra",   U"kyu", U"hwan", U"ho",   U"do"});
 
-std::u32string lowered(std::u32string_view s) {
+std::u32string lowered_name(std::u32string_view s) {
   std::u32string out(s);
   for (char32_t& c : out) c = c == 0x2019 ? U'\'' : lower(c);
   return out;
@@ -229,7 +229,7 @@ struct Word {
   bool unknown() const { return !ordinary && !named() && !place; }
 };
 
-bool is_word_character(char32_t c) {
+bool is_name_character(char32_t c) {
   return is_latin_letter(c) || c == U'\'' || c == U'-' || c == 0x2019;
 }
 
@@ -277,7 +277,7 @@ class Words {
 
   std::size_t take(std::size_t start, bool& opens, bool& opens_cell, bool& opens_line) {
     std::size_t end = start;
-    while (end < t_.size() && is_word_character(t_[end])) ++end;
+    while (end < t_.size() && is_name_character(t_[end])) ++end;
     if (end < t_.size() && text::is_ascii_digit(t_[end])) return skip_code(end);
     Word w;
     w.start = start;
@@ -285,7 +285,7 @@ class Words {
     w.initial = stop > start;
     end = w.initial ? stop : plain_end(start, end);
     w.end = end;
-    w.low = lowered(t_.substr(start, end - start));
+    w.low = lowered_name(t_.substr(start, end - start));
     w.stopped = !w.initial && end < t_.size() && t_[end] == U'.';
     w.shape = shape_of(start, end);
     w.opens = opens;
@@ -310,7 +310,7 @@ class Words {
     if (s.size() > 2 && (s.ends_with(U"'s") || s.ends_with(U"\u2019s"))) return end - 2;
     if (s.size() != 1 || !is_lower(s.front())) return end;
     if (t_.substr(start, 4) == U"v.d.") return start + 4;
-    return PARTICLES.contains(t_.substr(start, 3)) ? start + 3 : end;
+    return NAME_PARTICLES.contains(t_.substr(start, 3)) ? start + 3 : end;
   }
 
   bool links(const Word& before, std::size_t start) const {
@@ -396,7 +396,7 @@ class Words {
       return false;
     }
     const auto is_name_part = [](std::u32string_view part) {
-      const auto low = lowered(part);
+      const auto low = lowered_name(part);
       return english_word_frequency(low) == 0 || is_pinyin(low, 1) || KOREAN.contains(low) ||
              latin_word(low).name_class != LatinNameClass::NONE;
     };
@@ -441,9 +441,9 @@ struct Chain {
   bool joined = false;  // to the chain before
 };
 
-class Search {
+class LatinProseSearch {
  public:
-  Search(const NlpArtifacts& a, const PersonEvidence& evidence)
+  LatinProseSearch(const NlpArtifacts& a, const PersonEvidence& evidence)
       : a_(a),
         unwrapped_(unwrapped(a.folded)),
         t_(unwrapped_),
@@ -489,11 +489,11 @@ class Search {
 
  private:
   void add(std::size_t start, std::size_t end) {
-    add_by_line(a_.folded, entity_type::PERSON, start, end, SCORE, out_);
+    add_by_line(a_.folded, entity_type::PERSON, start, end, LATIN_PROSE_PERSON_SCORE, out_);
   }
 
   bool particle_at(std::size_t i) const {
-    return PARTICLES.contains(w_[i].low) && !(w_[i].initial);
+    return NAME_PARTICLES.contains(w_[i].low) && !(w_[i].initial);
   }
 
   bool is_part(std::size_t i) const {
@@ -827,7 +827,7 @@ class Search {
     const char32_t next = w.end + 1 < t_.size() ? t_[w.end + 1] : U' ';
     if (front == U'/' || back == U'/') return false;
     return GLUE.find(front) != GLUE.npos || back == U'@' || back == U'_' || back == U'&' ||
-           (back == U'.' && is_word_character(next));
+           (back == U'.' && is_name_character(next));
   }
 
   // How many words of a chain are what.
@@ -1064,7 +1064,7 @@ class Search {
     const auto at = std::lower_bound(w_.begin(), w_.end(), static_cast<std::size_t>(r.start),
                                      [](const Word& w, std::size_t p) { return w.start < p; });
     for (auto it = at; it != w_.end() && static_cast<std::ptrdiff_t>(it->end) <= r.end; ++it) {
-      if (it->initial || it->ordinary || PARTICLES.contains(it->low) || it->low.size() < 2)
+      if (it->initial || it->ordinary || NAME_PARTICLES.contains(it->low) || it->low.size() < 2)
         continue;
       parts_[it->low].given = true;
     }
@@ -1084,7 +1084,7 @@ class Search {
         std::size_t end = i;
         while (end < at && text::is_ascii_alpha(f[end])) ++end;
         if (end - i > 2) {
-          const auto low = lowered(std::u32string_view(f).substr(i, end - i));
+          const auto low = lowered_name(std::u32string_view(f).substr(i, end - i));
           const auto facts = latin_word(low);
           const bool name = facts.name_class != LatinNameClass::NONE &&
                             facts.name_class != LatinNameClass::PROPER;
@@ -1201,8 +1201,9 @@ class Search {
   // ulla, who is Ulla elsewhere
   bool counts_small(const Word& w) const {
     const bool counted = w.start > 1 && text::is_ascii_digit(t_[w.start - 2]);
-    return w.low.size() > 2 && english_word_frequency(w.low) == 0 && !PARTICLES.contains(w.low) &&
-           !is_contract_language(w.low) && !counted && !is_pinyin(w.low, 1);
+    return w.low.size() > 2 && english_word_frequency(w.low) == 0 &&
+           !NAME_PARTICLES.contains(w.low) && !is_contract_language(w.low) && !counted &&
+           !is_pinyin(w.low, 1);
   }
 
   // Moved Page, seconded Stone; not Page 3, the Price, Price List
@@ -1260,7 +1261,7 @@ class Search {
 
 std::vector<RecognizerResult> latin_prose_persons(const NlpArtifacts& artifacts,
                                                   const PersonEvidence& evidence) {
-  return Search(artifacts, evidence).run();
+  return LatinProseSearch(artifacts, evidence).run();
 }
 
 }  // namespace core::nlp

@@ -44,7 +44,7 @@ constexpr auto SHORTENED = text::words({U"St", U"Ste", U"Mt", U"Ft", U"Sta", U"S
 
 // Small words inside names of other languages. "of" and "and" part two names more often
 // than they join one.
-constexpr auto PARTICLES =
+constexpr auto RUN_PARTICLES =
     text::words({U"de",    U"del", U"della", U"delle", U"dello", U"dei", U"degli", U"di",  U"da",
                  U"du",    U"des", U"dos",   U"das",   U"do",    U"la",  U"le",    U"les", U"el",
                  U"al",    U"van", U"von",   U"vom",   U"der",   U"den", U"und",   U"zu",  U"zur",
@@ -133,7 +133,7 @@ class Reader {
       close_run();
       return stop;
     }
-    word.connective = PARTICLES.contains(surface);
+    word.connective = RUN_PARTICLES.contains(surface);
     word.shape = shape_of(surface);
     if (word.shape == WordShape::CAPITALS && surface.size() > 1 && is_small_word(surface)) {
       joins = false;

@@ -62,12 +62,6 @@ constexpr auto CONTRACT_WORDS =
                  U"english",     U"chinese",      U"technical",  U"financial",   U"operations",
                  U"sales",       U"purchase",     U"order"});
 
-std::u32string lowered(std::u32string_view word) {
-  std::u32string out(word);
-  for (char32_t& c : out) c = lower(c);
-  return out;
-}
-
 }  // namespace
 
 bool is_connective(std::u32string_view word) { return CONNECTIVES.contains(word); }

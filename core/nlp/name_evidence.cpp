@@ -40,7 +40,7 @@ constexpr Evidence UNLIKELY_PLACE = 8;
 constexpr Evidence WORD_AS_GIVEN_NAME = 2;
 
 // Never in a given name: they join words to sentences.
-constexpr std::u32string_view NEVER_IN_GIVEN_NAME =
+constexpr std::u32string_view NEVER_BETWEEN_WORDS_OF_NAMES =
     U"的了是不与或及等被把但且从给就都也还要每另所她它们这款项即均"
     U"吗呢吧啊很最您你我他其该此副";
 
@@ -178,7 +178,8 @@ Evidence name_evidence(const NlpArtifacts& a, std::size_t start, std::size_t end
   if (surname == 0 || name.size() <= surname) return NO_NAME;
   if (surname_evidence(name.substr(0, surname)) == NO_NAME) return NO_NAME;
   for (const char32_t c : name.substr(surname)) {
-    if (!is_han(c) || NEVER_IN_GIVEN_NAME.find(c) != NEVER_IN_GIVEN_NAME.npos) return NO_NAME;
+    if (!is_han(c) || NEVER_BETWEEN_WORDS_OF_NAMES.find(c) != NEVER_BETWEEN_WORDS_OF_NAMES.npos)
+      return NO_NAME;
   }
   std::size_t left = start;
   std::size_t right = end;

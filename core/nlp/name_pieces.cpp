@@ -14,16 +14,16 @@ using recognition::ChineseWord;
 using recognition::ChineseWordClass;
 using recognition::WordClass;
 
-constexpr std::size_t LONGEST_NAME = 40;
+constexpr std::size_t LONGEST_PIECED_NAME = 40;
 // 天津 (滨海) in a name, not a remark
 constexpr std::size_t LONGEST_BRACKET = 12;
 
 // Words of running text that may as well be the first character of a brand (和泰).
-constexpr std::u32string_view LINKS =
+constexpr std::u32string_view NAME_LINKS =
     U"和同为经以至如可来有于去自要作是按据到系在即过待赴往找接送寄派报住租卖买借缴领拉劝催替帮靠未付交存告设";
 
 // A character before a place that belongs to the sentence.
-bool is_link(char32_t c) { return LINKS.find(c) != LINKS.npos; }
+bool is_link(char32_t c) { return NAME_LINKS.find(c) != NAME_LINKS.npos; }
 
 // Whether a name is left that does without what stands before its pieces (the last
 // piece first): a place, or two characters before a word for a trade.
@@ -45,7 +45,7 @@ NamePieceReader::NamePieceReader(const recognition::NlpArtifacts& artifacts)
 
 NamePieces NamePieceReader::before(std::size_t end, std::size_t floor) const {
   NamePieces out;
-  for (std::size_t at = end; end - at < LONGEST_NAME;) {
+  for (std::size_t at = end; end - at < LONGEST_PIECED_NAME;) {
     const auto piece = piece_before(at, floor, out.pieces);
     if (!piece) {
       out.at_edge = true;

@@ -17,7 +17,7 @@ namespace {
 using text::Regex;
 namespace entity_type = anonymization::entity_type;
 
-constexpr double SCORE = 0.6;
+constexpr double NEIGHBOUR_SCORE = 0.6;
 
 // The same person in the other script: 乐海涛 (Le Haitao), 박지명 / Park Ji-myeong
 const Regex RE_OTHER_SCRIPT(
@@ -80,7 +80,7 @@ class Neighbours {
   }
 
   void add(std::size_t start, std::size_t end) {
-    results_.push_back(make_hit(entity_type::PERSON, start, end, SCORE));
+    results_.push_back(make_hit(entity_type::PERSON, start, end, NEIGHBOUR_SCORE));
   }
 
   // 陶然, 0512-8817 6042; 司空远帆⇥15857004418; 皇甫志远（父女）⇥0576-…

@@ -22,7 +22,7 @@ using recognition::WordClass;
 using text::Regex;
 namespace entity_type = anonymization::entity_type;
 
-constexpr double SCORE = 0.6;
+constexpr double OTHER_SCRIPT_SCORE = 0.6;
 
 enum class Script : std::uint8_t { NONE, CASED, KANA, HANGUL, IDEOGRAPHS, OTHER };
 
@@ -153,7 +153,7 @@ class Finder {
 
   void add(std::string_view type, std::size_t start, std::size_t end) {
     while (end > start && (is_inner(t_[end - 1]) && t_[end - 1] != U'.')) --end;
-    if (end > start) found_.push_back(make_hit(type, start, end, SCORE));
+    if (end > start) found_.push_back(make_hit(type, start, end, OTHER_SCRIPT_SCORE));
   }
 
   // Looks only at lines that hold such letters.

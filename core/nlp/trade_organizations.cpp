@@ -14,12 +14,12 @@ using recognition::NlpArtifacts;
 using recognition::RecognizerResult;
 using recognition::WordClass;
 
-constexpr double SCORE = 0.6;
-constexpr std::size_t SHORTEST_BRAND = 2;
-constexpr std::size_t LONGEST_BRAND = 6;
+constexpr double TRADE_NAME_SCORE = 0.6;
+constexpr std::size_t SHORTEST_TRADE_BRAND = 2;
+constexpr std::size_t LONGEST_TRADE_BRAND = 6;
 
 // Trades that are verbs as well: 王建国设计 is no company.
-constexpr auto VERBS = text::words(
+constexpr auto TRADE_VERBS = text::words(
     {U"设计",     U"运输",   U"咨询", U"管理", U"检测", U"培训",     U"投资",     U"建设",
      U"担保",     U"租赁",   U"服务", U"研究", U"检验", U"认证",     U"诊断",     U"监理",
      U"装饰",     U"包装",   U"印刷", U"制造", U"融资", U"营销",     U"策划",     U"起重",
@@ -36,9 +36,9 @@ constexpr auto VERBS = text::words(
      U"装备",     U"机械",   U"智能"});
 
 // Names without a legal form: 昆山恒牛五金, 锦官担保.
-class Search {
+class TradeNameSearch {
  public:
-  Search(const NlpArtifacts& a, std::vector<RecognizerResult>& out)
+  TradeNameSearch(const NlpArtifacts& a, std::vector<RecognizerResult>& out)
       : a_(a), t_(a.folded), reader_(a), out_(out) {}
 
   void run() {
@@ -56,7 +56,8 @@ class Search {
       const NamePieces name = reader_.before(trades[first].start, done);
       const auto start = start_of(name, trades[first], trades[i], end);
       if (start == end) continue;
-      out_.push_back(make_hit(anonymization::entity_type::ORGANIZATION, start, end, SCORE));
+      out_.push_back(
+          make_hit(anonymization::entity_type::ORGANIZATION, start, end, TRADE_NAME_SCORE));
       done = end;
     }
   }
@@ -96,7 +97,7 @@ class Search {
   }
 
   static bool fits(std::size_t start, std::size_t end) {
-    return end >= start + SHORTEST_BRAND && end <= start + LONGEST_BRAND;
+    return end >= start + SHORTEST_TRADE_BRAND && end <= start + LONGEST_TRADE_BRAND;
   }
 
   // Where the name begins; `end` if it is none.
@@ -123,7 +124,7 @@ class Search {
   }
 
   bool is_verb(const WordHit& trade) const {
-    return VERBS.contains(t_.substr(trade.start, trade.end - trade.start));
+    return TRADE_VERBS.contains(t_.substr(trade.start, trade.end - trade.start));
   }
 
   // No everyday words: characters that no word is made of, and no person's name.
@@ -131,7 +132,7 @@ class Search {
     constexpr std::size_t LONGEST = 4;
     const std::size_t length = NamePieceReader::brand_length(name);
     const auto& pieces = name.pieces;
-    if (!name.at_edge || length < SHORTEST_BRAND || length > LONGEST ||
+    if (!name.at_edge || length < SHORTEST_TRADE_BRAND || length > LONGEST ||
         pieces.back().end - pieces.front().start != length || !is_han(t_[pieces.front().start])) {
       return false;
     }
@@ -159,7 +160,7 @@ class Search {
 
 void add_trade_named_organizations(const NlpArtifacts& artifacts,
                                    std::vector<RecognizerResult>& out) {
-  Search(artifacts, out).run();
+  TradeNameSearch(artifacts, out).run();
 }
 
 }  // namespace core::nlp

@@ -35,26 +35,21 @@ constexpr auto ROLES = text::words(
 constexpr auto LEADING_ROLES =
     text::words({U"甲方", U"乙方", U"丙方", U"丁方", U"买方", U"卖方", U"供方", U"需方"});
 
-constexpr auto DETERMINERS = text::words({U"the", U"such", U"each", U"any", U"said", U"this",
-                                          U"that", U"our", U"your", U"either", U"no"});
+constexpr auto LEADING_DETERMINERS =
+    text::words({U"the", U"such", U"each", U"any", U"said", U"this", U"that", U"our", U"your",
+                 U"either", U"no"});
 
 constexpr auto LEADING_SMALL_WORDS = text::words(
     {U"and", U"or", U"by", U"of", U"with", U"between", U"from", U"to", U"the", U"at", U"in"});
 
 constexpr std::u32string_view QUOTES = U"\"“”„‟「」『』‘’";
-constexpr std::u32string_view STOPS = U":,;，；、。";
+constexpr std::u32string_view NAME_STOPS = U":,;，；、。";
 // Behind the name of a company no such character belongs to it.
 constexpr std::u32string_view PARTICLES_BEHIND_COMPANY = U"的之等与和及同跟向对由在于为";
 // Characters that end next to no name.
-constexpr std::u32string_view PARTICLES = U"的等与及";
+constexpr std::u32string_view CHINESE_PARTICLES = U"的等与及";
 
 bool is_one_of(char32_t c, std::u32string_view set) { return set.find(c) != set.npos; }
-
-std::u32string lowered(std::u32string_view s) {
-  std::u32string out(s);
-  for (char32_t& c : out) c = lower(c);
-  return out;
-}
 
 // The labels of a text, whatever they label.
 class Labels {
@@ -148,7 +143,7 @@ class Trimmer {
 
   void strip_marks(Span& s) const {
     const auto is_mark = [](char32_t c) {
-      return text::is_space(c) || is_one_of(c, QUOTES) || is_one_of(c, STOPS);
+      return text::is_space(c) || is_one_of(c, QUOTES) || is_one_of(c, NAME_STOPS);
     };
     while (s.size() > 0 && is_mark(t_[s.start])) ++s.start;
     while (s.size() > 0 && is_mark(t_[s.end - 1])) --s.end;
@@ -186,7 +181,7 @@ class Trimmer {
 
   void strip_chinese_tail(Span& s) const {
     const char32_t last = t_[s.end - 1];
-    if (is_one_of(last, PARTICLES) ||
+    if (is_one_of(last, CHINESE_PARTICLES) ||
         (is_one_of(last, PARTICLES_BEHIND_COMPANY) && ends_in_company_form(s.start, s.end - 1))) {
       --s.end;
     }
@@ -221,7 +216,7 @@ class Trimmer {
          at = surface.find(U". ", at + 1)) {
       const auto word = token_after(surface, at + 1).in(surface);
       const auto low = lowered(word);
-      if (DETERMINERS.contains(low) || low == U"it" || low == U"if" || low == U"in") {
+      if (LEADING_DETERMINERS.contains(low) || low == U"it" || low == U"if" || low == U"in") {
         s.end = s.start + at + 1;
         return;
       }
@@ -247,7 +242,7 @@ class Trimmer {
     if (labels_.has(s.start, s.end)) return true;
     auto surface = lowered(in(s));
     if (const std::size_t blank = surface.find(U' ');
-        blank != surface.npos && DETERMINERS.contains(surface.substr(0, blank))) {
+        blank != surface.npos && LEADING_DETERMINERS.contains(surface.substr(0, blank))) {
       surface.erase(0, blank + 1);
       if (labels_.has(s.start + blank + 1, s.end)) return true;
     }

@@ -16,12 +16,12 @@ namespace {
 using recognition::WordClass;
 namespace entity_type = anonymization::entity_type;
 
-constexpr double SCORE = 0.5;
+constexpr double UNEXPLAINED_SCORE = 0.5;
 
 // How much must speak for a name.
-constexpr int ENOUGH = 3;
+constexpr int ENOUGH_EVIDENCE = 3;
 
-constexpr auto DETERMINERS =
+constexpr auto WORDS_BEFORE_NOUNS =
     text::words({U"the",  U"a",     U"an",   U"each",  U"any",   U"such",  U"this",   U"that",
                  U"its",  U"their", U"our",  U"your",  U"his",   U"her",   U"my",     U"all",
                  U"no",   U"every", U"said", U"other", U"these", U"those", U"either", U"neither",
@@ -38,7 +38,7 @@ constexpr auto PLACE_PREPOSITIONS =
     text::words({U"in", U"at", U"from", U"near", U"to", U"off", U"outside", U"around", U"of"});
 
 // Behind the name of somebody who acts
-constexpr auto VERBS = text::words(
+constexpr auto VERBS_BEHIND_NAMES = text::words(
     {U"shall",       U"will",     U"has",      U"had",       U"have",      U"is",
      U"was",         U"may",      U"must",     U"agrees",    U"agreed",    U"undertakes",
      U"pays",        U"paid",     U"holds",    U"held",      U"owns",      U"acts",
@@ -76,15 +76,9 @@ constexpr auto PLACE_WORDS =
                  U"district", U"village",   U"township", U"lake",    U"beach",  U"region",
                  U"terminal", U"peninsula", U"coast",    U"heights", U"borough"});
 
-std::u32string lowered(std::u32string_view s) {
-  std::u32string out(s);
-  for (char32_t& c : out) c = lower(c);
-  return out;
-}
-
-class Search {
+class UnexplainedNameSearch {
  public:
-  explicit Search(const NlpArtifacts& a)
+  explicit UnexplainedNameSearch(const NlpArtifacts& a)
       : a_(a), unwrapped_(unwrapped(a.folded)), t_(unwrapped_), found_(find_latin_runs(t_)) {}
 
   std::vector<RecognizerResult> run() {
@@ -127,10 +121,10 @@ class Search {
   // The run without the words of the sentence around the name.
   Part part_of(const LatinRun& run) const {
     Part p{run.first_word, run.first_word + run.word_count, run.sentence_start, false};
-    p.determined = DETERMINERS.contains(lowered(token_before(t_, run.start).in(t_))) &&
+    p.determined = WORDS_BEFORE_NOUNS.contains(lowered(token_before(t_, run.start).in(t_))) &&
                    run.start > 0 && t_[run.start - 1] == U' ';
     while (!p.empty() && leads_in(p)) {
-      p.determined |= DETERMINERS.contains(low(p.first));
+      p.determined |= WORDS_BEFORE_NOUNS.contains(low(p.first));
       ++p.first;
       p.opens = false;
     }
@@ -146,7 +140,7 @@ class Search {
     if (p.size() == 1) return false;
     if (w.particular) return false;
     const auto l = low(p.first);
-    return is_small_word(l) || DETERMINERS.contains(l) ||
+    return is_small_word(l) || WORDS_BEFORE_NOUNS.contains(l) ||
            is_covered(a_.of(WordClass::EN_TITLE), w.start, w.end) ||
            (p.opens && w.vocabulary && particular_words(p) > 0) ||
            // Trade Marks VERDAMET
@@ -237,7 +231,7 @@ class Search {
       judge_capitals(p);
     } else if (is_brand(p)) {
       add(entity_type::ORGANIZATION, p);
-    } else if (evidence(run, p) >= ENOUGH) {
+    } else if (evidence(run, p) >= ENOUGH_EVIDENCE) {
       add(is_person(p) ? entity_type::PERSON : entity_type::ORGANIZATION, p);
     }
   }
@@ -251,7 +245,7 @@ class Search {
   void add(std::string_view type, const Part& p) {
     const std::size_t start = in(p).find(U'&') == t_.npos ? start_of(p) : start_of_list(p);
     const std::size_t end = type == entity_type::ORGANIZATION ? behind_form(end_of(p)) : end_of(p);
-    add_by_line(a_.folded, type, start, end, SCORE, out_);
+    add_by_line(a_.folded, type, start, end, UNEXPLAINED_SCORE, out_);
   }
 
   // Weserbank Holtorf eG: forms that are no capitals
@@ -390,7 +384,7 @@ class Search {
     const auto& first = word(p.first);
     if (p.size() == 1 && first.shape == WordShape::CAPITALS) return acronym_evidence(run, p);
     if (run.capitals_line) return 0;
-    if (is_party(p)) return ENOUGH;
+    if (is_party(p)) return ENOUGH_EVIDENCE;
     int sum = word_evidence(p);
     if (sum <= 0) return 0;
     const bool unknown = particular_words(p) > 0;
@@ -398,7 +392,7 @@ class Search {
     const auto right = behind(p);
     if (STRONG_PREPOSITIONS.contains(left)) sum += 2;
     if (unknown ? PREPOSITIONS.contains(left) : left == U"of" || left == U"at") sum += 1;
-    if (unknown ? VERBS.contains(right) : ACTS.contains(right)) sum += 1;
+    if (unknown ? VERBS_BEHIND_NAMES.contains(right) : ACTS.contains(right)) sum += 1;
     if (is_defined_as_role(p) || is_beside_organization(p)) sum += 2;
     if (is_possessive(p)) sum += 1;
     if (p.opens && p.size() == 1 && !is_in_chinese(p)) sum -= 1;
@@ -512,11 +506,11 @@ class Search {
     if (determined_.contains(lowered(in(w)))) return 0;
     int sum = length >= 7 ? 3 : 1;
     auto left = before(p);
-    if (left == U"the" && VERBS.contains(behind(p))) sum += 1;
+    if (left == U"the" && VERBS_BEHIND_NAMES.contains(behind(p))) sum += 1;
     if (left == U"the") left = before_article(p);
     if (STRONG_PREPOSITIONS.contains(left)) sum += 2;
     if (PREPOSITIONS.contains(left)) sum += 1;
-    if (VERBS.contains(behind(p))) sum += 1;
+    if (VERBS_BEHIND_NAMES.contains(behind(p))) sum += 1;
     if (is_possessive(p)) sum += 1;
     if (run.title_line) sum -= 1;
     return sum;
@@ -565,7 +559,7 @@ UnexplainedNameFinder::UnexplainedNameFinder()
                         std::string(entity_type::LOCATION)}) {}
 
 std::vector<RecognizerResult> UnexplainedNameFinder::analyze(const NlpArtifacts& artifacts) const {
-  return Search(artifacts).run();
+  return UnexplainedNameSearch(artifacts).run();
 }
 
 }  // namespace core::nlp

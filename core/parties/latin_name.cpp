@@ -53,15 +53,6 @@ std::vector<std::u32string> latin_words(std::u32string_view surface) {
   return out;
 }
 
-std::u32string joined(const std::vector<std::u32string>& words, std::size_t from, std::size_t to) {
-  std::u32string out;
-  for (std::size_t i = from; i < to; ++i) {
-    if (i > from) out += U' ';
-    out += words[i];
-  }
-  return out;
-}
-
 const Words& latin_forms() {
   static const Words forms = [] {
     Words out;
@@ -145,6 +136,15 @@ bool is_tail(const OrganizationName& name, const OrganizationName& longer) {
 }
 
 }  // namespace
+
+std::u32string joined(const std::vector<std::u32string>& words, std::size_t from, std::size_t to) {
+  std::u32string out;
+  for (std::size_t i = from; i < to; ++i) {
+    if (i > from) out += U' ';
+    out += words[i];
+  }
+  return out;
+}
 
 OrganizationName parse_latin(std::u32string_view surface) {
   OrganizationName out;

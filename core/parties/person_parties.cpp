@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "core/parties/adjacent_names.hpp"
+#include "core/parties/script_names.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::parties {
@@ -34,15 +35,6 @@ std::vector<RecognizerResult> outermost_persons(const std::vector<RecognizerResu
   std::vector<RecognizerResult> out;
   for (auto& hit : found) {
     if (out.empty() || hit.start >= out.back().end) out.push_back(std::move(hit));
-  }
-  return out;
-}
-
-std::u32string joined(const std::vector<std::u32string>& words, std::size_t from, std::size_t to) {
-  std::u32string out;
-  for (std::size_t i = from; i < to; ++i) {
-    if (i > from) out += U' ';
-    out += words[i];
   }
   return out;
 }

@@ -14,6 +14,9 @@ using Words = std::unordered_set<std::u32string>;
 // The first column of a word list, in folded case.
 Words words_of(std::string_view list);
 
+// The words from..to-1 with blanks between them.
+std::u32string joined(const std::vector<std::u32string>& words, std::size_t from, std::size_t to);
+
 // A plain 公司: a legal form that does not make a full name.
 inline constexpr std::u32string_view COMPANY = U"公司";
 

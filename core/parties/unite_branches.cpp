@@ -8,7 +8,7 @@ namespace core::parties {
 namespace {
 
 // Branches whose names end alike; where there are more, nobody can tell which is meant.
-constexpr std::size_t MOST_ALIKE = 32;
+constexpr std::size_t MOST_ALIKE_BRANCHES = 32;
 constexpr std::size_t ENDING = 4;  // characters: 岳麓支行
 
 bool is_place(std::u32string_view name) {
@@ -56,7 +56,7 @@ void unite_branches(PartyNames& names) {
     by_ending[name.branch.substr(name.branch.size() - ENDING)].push_back(i);
   }
   for (auto& [ending, alike] : by_ending) {
-    if (alike.size() > MOST_ALIKE) continue;
+    if (alike.size() > MOST_ALIKE_BRANCHES) continue;
     // The longer first, as a shorter one may then stand for several that are one.
     std::stable_sort(alike.begin(), alike.end(), [&names](std::size_t a, std::size_t b) {
       return names.surface(a).size() > names.surface(b).size();

@@ -8,7 +8,7 @@ namespace core::parties {
 namespace {
 
 // Names that begin alike; where there are more, nobody can tell which is meant.
-constexpr std::size_t MOST_ALIKE = 200;
+constexpr std::size_t MOST_ALIKE_SHORT_FORMS = 200;
 using Buckets = std::unordered_map<std::u32string, std::vector<std::size_t>>;
 
 constexpr std::size_t BRAND = 2;
@@ -73,7 +73,7 @@ void unite_short_forms(const std::vector<bool>& settled, PartyNames& names) {
     const auto& name = names.name(i);
     if (settled[i] || name.is_branch || name.script == Script::NONE) continue;
     const auto found = buckets.find(bucket_of(name));
-    if (found == buckets.end() || found->second.size() > MOST_ALIKE) continue;
+    if (found == buckets.end() || found->second.size() > MOST_ALIKE_SHORT_FORMS) continue;
     unite_short_form(i, found->second, names);
   }
 }

@@ -17,10 +17,6 @@
 namespace core::remote {
 namespace {
 
-constexpr int STATUS_OK = 200;
-constexpr int STATUS_TOO_MANY_REQUESTS = 429;
-constexpr int STATUS_SERVER_ERROR = 500;
-
 template <auto Free>
 struct Freeing {
   template <class T>

@@ -43,6 +43,10 @@ struct HttpOptions {
   std::string authorization = {};
 };
 
+inline constexpr int STATUS_OK = 200;
+inline constexpr int STATUS_TOO_MANY_REQUESTS = 429;
+inline constexpr int STATUS_SERVER_ERROR = 500;  // and all above
+
 struct HttpResponse {
   int status = 0;
   std::string body;

@@ -21,8 +21,6 @@ using nlohmann::json;
 using Hits = std::vector<RecognizerResult>;
 
 constexpr auto ANALYZE = "/analyze";
-constexpr int STATUS_OK = 200;
-constexpr int STATUS_SERVER_ERROR = 500;
 constexpr std::string_view NO_RECOGNIZERS =
     "No matching recognizers were found to serve the request.";
 // How the answer to a failure of the service itself begins.

@@ -13,6 +13,9 @@
 
 namespace core::text {
 
+// What a search in a text answers if it finds nothing.
+inline constexpr std::size_t NPOS = std::u32string_view::npos;
+
 // White space: the Unicode property White_Space, and U+180E. This is the one
 // definition in the program; `\s` of Regex matches the same set.
 bool is_space(char32_t c);

@@ -15,20 +15,20 @@ namespace {
 namespace anonymization = core::anonymization;
 
 // What is the same for organizations and for places.
-struct Kind {
+struct SurfaceKind {
   PlaceholderByKey (*build)(std::u32string_view, const std::vector<Replacement>&, std::string_view);
   std::u32string (*look_up)(std::u32string_view, Offset, Offset, std::u32string_view,
                             const PlaceholderByKey&);
   std::u32string (*key)(std::u32string_view, Offset, Offset);
 };
-constexpr Kind ORGANIZATIONS = {anonymization::build_okey_to_canonical_org_placeholders,
-                                anonymization::canonical_org_placeholder_for_span,
-                                anonymization::_organization_identity_key};
-constexpr Kind LOCATIONS = {anonymization::build_okey_to_canonical_location_placeholders,
-                            anonymization::canonical_location_placeholder_for_span,
-                            anonymization::_location_identity_key};
+constexpr SurfaceKind ORGANIZATIONS = {anonymization::build_okey_to_canonical_org_placeholders,
+                                       anonymization::canonical_org_placeholder_for_span,
+                                       anonymization::_organization_identity_key};
+constexpr SurfaceKind LOCATIONS = {anonymization::build_okey_to_canonical_location_placeholders,
+                                   anonymization::canonical_location_placeholder_for_span,
+                                   anonymization::_location_identity_key};
 
-template <const Kind& kind>
+template <const SurfaceKind& kind>
 py::dict build(py::handle text, py::handle replacements, py::handle language) {
   const auto document = text_of(text);
   const auto spans = replacements_of(replacements);
@@ -37,7 +37,7 @@ py::dict build(py::handle text, py::handle replacements, py::handle language) {
 }
 
 // Of the map only the entry of the span is read, so that a caller may ask span by span.
-template <const Kind& kind>
+template <const SurfaceKind& kind>
 py::object look_up(py::handle text, py::handle start, py::handle end, const py::object& placeholder,
                    py::handle okey_to_ph) {
   const auto surface = surface_of(text, start, end);

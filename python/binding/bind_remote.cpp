@@ -34,7 +34,8 @@ std::shared_ptr<PresidioRemoteAnalyzer> make_presidio(py::handle url, double con
   return std::make_shared<PresidioRemoteAnalyzer>(utf8_of(url, "url"), std::move(options));
 }
 
-py::list analyze(const PresidioRemoteAnalyzer& self, py::handle text, py::handle language) {
+py::list analyze_by_service(const PresidioRemoteAnalyzer& self, py::handle text,
+                            py::handle language) {
   const auto document = text_of(text);
   const auto code = utf8_of(language, "language");
   return list_of(without_gil([&] { return self.analyze(document, code); }));
@@ -51,7 +52,7 @@ py::list analyze_batch(const PresidioRemoteAnalyzer& self, py::handle texts, py:
   return out;
 }
 
-py::list supported_entities(const PresidioRemoteAnalyzer& self, py::handle language) {
+py::list entities_of_service(const PresidioRemoteAnalyzer& self, py::handle language) {
   const auto code = utf8_of(language, "language");
   return list_of(without_gil([&] { return self.get_supported_entities(code); }));
 }
@@ -67,14 +68,14 @@ void bind_remote(py::module_& m) {
       presidio, py::init(&make_presidio), "Times in seconds. Asks nothing of the service yet.",
       py::arg("url"), py::arg("connect_timeout") = 10.0, py::arg("read_timeout") = 120.0,
       py::arg("total_timeout") = 600.0, py::arg("retries") = 2, py::arg("score_threshold") = 0.4);
-  define_method(presidio, "analyze", analyze,
+  define_method(presidio, "analyze", analyze_by_service,
                 "The hits as a list of RecognizerResult. An ExternalError tells address and\n"
                 "reason, never a part of the text.",
                 py::arg("text"), py::arg("language"));
   define_method(presidio, "analyze_batch", analyze_batch,
                 "The hits of each text, with as few requests as possible.", py::arg("texts"),
                 py::arg("language"));
-  define_method(presidio, "get_supported_entities", supported_entities,
+  define_method(presidio, "get_supported_entities", entities_of_service,
                 "The kinds that the service finds in texts of the language, sorted.",
                 py::arg("language"));
 }

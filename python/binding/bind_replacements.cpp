@@ -31,7 +31,8 @@ struct Triples {
   std::vector<Replacement> values;
 };
 
-py::list build(py::handle text, py::handle analyzer, py::handle language, py::handle profile) {
+py::list build_replacements(py::handle text, py::handle analyzer, py::handle language,
+                            py::handle profile) {
   const auto document = document_of(text);
   const PythonAnalyzer python(analyzer);
   const auto requested = utf8_or_empty(language, "language");
@@ -114,7 +115,7 @@ py::list labeled_names(py::handle text) {
 }  // namespace
 
 void bind_replacements(py::module_& m) {
-  define(m, "build_numbered_replacements", build,
+  define(m, "build_numbered_replacements", build_replacements,
          "(start, end, placeholder) of every entity of the text, sorted by start; one number an\n"
          "entity, counted from 1 in order of first appearance.",
          py::arg("text"), py::arg("analyzer"), py::arg("language") = "en",

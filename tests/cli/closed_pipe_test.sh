@@ -4,7 +4,7 @@
 set -eu
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-yes '甲方：北京华信科技有限公司，电子邮箱：lin@example.com。' | head -n 5000 >"$work/in"
+yes '甲方：北京华信科技有限公司，电子邮箱：lin@example.com。' | head -n 2000 >"$work/in"
 for command in anonymize 'analyze --explain'; do
   (
     # shellcheck disable=SC2086  # a command and its option

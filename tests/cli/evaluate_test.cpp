@@ -9,7 +9,7 @@ namespace {
 using nlohmann::json;
 using test::run;
 
-const auto ANALYZER = test::finding(
+const auto EVALUATED = test::finding(
     {{"PERSON", "张三"}, {"PERSON", "Ann Lee"}, {"ORGANIZATION", "该项目"}, {"MONEY", "100元"}});
 
 void write_corpus(const test::Folder& folder) {
@@ -22,7 +22,7 @@ void write_corpus(const test::Folder& folder) {
 TEST(Evaluate, ScoresFilesGroupsAndTypes) {
   const test::Folder folder;
   write_corpus(folder);
-  const auto ran = run({"evaluate", folder.path(""), "--json"}, "", ANALYZER);
+  const auto ran = run({"evaluate", folder.path(""), "--json"}, "", EVALUATED);
   EXPECT_EQ(ran.code, cli::EXIT_DONE) << ran.err;
   EXPECT_EQ(ran.err, "");
   const auto report = json::parse(ran.out);
@@ -37,10 +37,10 @@ TEST(Evaluate, ScoresFilesGroupsAndTypes) {
   EXPECT_EQ(report["files"][1]["name"], "zh01.txt");
   EXPECT_EQ(report["files"][1]["leaks"], json::parse(R"([{"type":"PERSON","start":6,"end":8}])"));
 
-  const auto table = run({"evaluate", folder.path("")}, "", ANALYZER).out;
+  const auto table = run({"evaluate", folder.path("")}, "", EVALUATED).out;
   EXPECT_NE(table.find("PERSON      3       1      33.3%"), std::string::npos) << table;
   EXPECT_EQ(table.find("李四"), std::string::npos);
-  const auto open = run({"evaluate", folder.path(""), "--show-surfaces"}, "", ANALYZER).out;
+  const auto open = run({"evaluate", folder.path(""), "--show-surfaces"}, "", EVALUATED).out;
   EXPECT_NE(open.find("zh01.txt:1  leaked PERSON  李四"), std::string::npos) << open;
   EXPECT_NE(open.find("zh01.txt:2  overmasked     该项目"), std::string::npos) << open;
 }
@@ -50,7 +50,7 @@ TEST(Evaluate, LimitsDecideTheExitCode) {
   write_corpus(folder);
   const auto code = [&](std::vector<std::string> limits) {
     limits.insert(limits.begin(), {"evaluate", folder.path("")});
-    const auto ran = run(limits, "", ANALYZER);
+    const auto ran = run(limits, "", EVALUATED);
     EXPECT_NE(ran.out, "") << "the scores are told in any case";
     return ran.code;
   };
@@ -73,7 +73,7 @@ TEST(Evaluate, NamesFileAndLineOfAMalformedMark) {
   for (const auto& c : cases) {
     const auto sub = std::string("folder-") + c.name;
     folder.write(sub + "/" + c.name, c.bytes);
-    const auto ran = run({"evaluate", folder.path(sub)}, "", ANALYZER);
+    const auto ran = run({"evaluate", folder.path(sub)}, "", EVALUATED);
     EXPECT_EQ(ran.code, cli::EXIT_INPUT);
     EXPECT_EQ(ran.out, "");
     EXPECT_NE(ran.err.find(c.says), std::string::npos) << ran.err;
@@ -82,7 +82,7 @@ TEST(Evaluate, NamesFileAndLineOfAMalformedMark) {
   folder.write("empty/notes.md", "");
   folder.write("unmarked/a.txt", "甲方：张三");
   for (const auto* path : {"missing", "empty", "unmarked"}) {
-    const auto ran = run({"evaluate", folder.path(path)}, "", ANALYZER);
+    const auto ran = run({"evaluate", folder.path(path)}, "", EVALUATED);
     EXPECT_EQ(ran.code, cli::EXIT_INPUT);
     EXPECT_NE(ran.err.find(folder.path(path)), std::string::npos) << ran.err;
   }

@@ -14,7 +14,7 @@ using test::Folder;
 using test::run;
 using Names = std::vector<std::string>;
 
-const auto ANALYZER =
+const auto FILE_ANALYZER =
     test::finding({{"ORGANIZATION", "北京华信科技有限公司"}, {"MONEY", "人民币100元"}});
 constexpr auto TEXT = "甲方：北京华信科技有限公司，付人民币100元，付人民币100元。";
 constexpr auto MASKED = "甲方：[机构1]，付人民币[MONEY1]元，付人民币[MONEY1]元。";
@@ -23,7 +23,7 @@ TEST(Files, OutputAndMappingAreWritten) {
   const Folder folder;
   const auto in = folder.write("a.txt", TEXT);
   const auto ran = run({"anonymize", in, "-o", folder.path("b.txt"), "--mapping", folder.path("m")},
-                       "", ANALYZER);
+                       "", FILE_ANALYZER);
   EXPECT_EQ(ran.code, cli::EXIT_DONE);
   EXPECT_EQ(ran.out + ran.err, "");
   EXPECT_EQ(folder.read("b.txt"), MASKED);
@@ -42,8 +42,8 @@ TEST(Files, AFileThatIsReplacedKeepsItsModeUnlessItHoldsSecrets) {
     ::chmod(folder.write(name, "old").c_str(), 0644);
   }
   run({"anonymize", in, "-o", folder.path("out"), "--mapping", folder.path("mapping")}, "",
-      ANALYZER);
-  run({"anonymize", in, "-o", folder.path("json"), "--json"}, "", ANALYZER);
+      FILE_ANALYZER);
+  run({"anonymize", in, "-o", folder.path("json"), "--json"}, "", FILE_ANALYZER);
   EXPECT_EQ(folder.read("out"), MASKED);
   EXPECT_EQ(folder.mode("out"), "0644");
   EXPECT_EQ(folder.mode("mapping"), "0600");
@@ -55,10 +55,10 @@ TEST(Files, OutputMayReplaceTheInputAndFollowsLinks) {
   folder.write("a.txt", TEXT);
   std::filesystem::create_symlink("a.txt", folder.path("link"));
   const auto link = folder.path("link");
-  EXPECT_EQ(run({"anonymize", link, "-o", link}, "", ANALYZER).code, cli::EXIT_DONE);
+  EXPECT_EQ(run({"anonymize", link, "-o", link}, "", FILE_ANALYZER).code, cli::EXIT_DONE);
   EXPECT_EQ(folder.read("a.txt"), MASKED);
   EXPECT_TRUE(std::filesystem::is_symlink(link));
-  EXPECT_EQ(run({"anonymize", folder.path("a.txt"), "--mapping", link}, "", ANALYZER).code,
+  EXPECT_EQ(run({"anonymize", folder.path("a.txt"), "--mapping", link}, "", FILE_ANALYZER).code,
             cli::EXIT_USAGE);
 }
 
@@ -88,7 +88,7 @@ TEST(Files, AFailureLeavesNothingBehind) {
   for (auto c : cases) {
     SCOPED_TRACE(c.why);
     c.args.insert(c.args.begin(), "anonymize");
-    const auto ran = run(c.args, "", ANALYZER);
+    const auto ran = run(c.args, "", FILE_ANALYZER);
     EXPECT_EQ(ran.code, c.code);
     EXPECT_EQ(ran.out, "");
     EXPECT_EQ(folder.names(), (Names{"a.txt", "bad.txt", "m"}));
@@ -99,7 +99,7 @@ TEST(Files, AFailureLeavesNothingBehind) {
 TEST(Files, InputThatCannotBeRead) {
   const Folder folder;
   for (const auto& path : {folder.path("missing"), folder.path("")}) {
-    const auto ran = run({"anonymize", path}, "", ANALYZER);
+    const auto ran = run({"anonymize", path}, "", FILE_ANALYZER);
     EXPECT_EQ(ran.code, cli::EXIT_INPUT);
     EXPECT_TRUE(ran.err.starts_with("veildoc: cannot read " + path)) << ran.err;
   }
@@ -107,7 +107,7 @@ TEST(Files, InputThatCannotBeRead) {
 
 TEST(Json, OffsetsCountCodePointsAndSpliceToTheText) {
   const std::string in = "😀甲方：北京华信科技有限公司，付人民币100元";
-  const auto ran = run({"anonymize", "--json"}, "\xEF\xBB\xBF" + in, ANALYZER);
+  const auto ran = run({"anonymize", "--json"}, "\xEF\xBB\xBF" + in, FILE_ANALYZER);
   EXPECT_EQ(ran.code, cli::EXIT_DONE);
   EXPECT_EQ(json::parse(ran.out), json::parse(R"({
     "language": "zh", "text": "😀甲方：[机构1]，付人民币[MONEY1]元",

@@ -18,7 +18,7 @@ using test::answer;
 using test::LoopbackService;
 using test::Request;
 
-HanlpOptions quick() {
+HanlpOptions quick_hanlp() {
   HanlpOptions options;
   options.http.back_off = std::chrono::milliseconds(1);
   options.key = "abc";
@@ -69,7 +69,7 @@ TEST(Hanlp, FindsNamesInPiecesOfAText) {
   LoopbackService service([](const Request& request) {
     return answer(parsed(json::parse(request.body).at("text"), "PERSON").dump());
   });
-  auto options = quick();
+  auto options = quick_hanlp();
   options.most_characters = 8;
   const HanlpClient client(service.url() + "/api", options);
   const std::vector<RecognizerResult> expected = {{"PERSON", 2, 5, HanlpClient::SCORE},
@@ -111,7 +111,8 @@ TEST(Hanlp, RefusesAnswersOfAnythingElse) {
         R"({"tok/fine": [["甲"]], "ner/msra": [[["甲", "PERSON", -1, 1]]]})",
         R"({"tok/fine": [["甲"]], "ner/msra": [[["甲", null, 0, 1]]]})"}) {
     LoopbackService service([&](const Request&) { return answer(body); });
-    EXPECT_THROW(HanlpClient(service.url(), quick()).find(U"甲"), core::ExternalError) << body;
+    EXPECT_THROW(HanlpClient(service.url(), quick_hanlp()).find(U"甲"), core::ExternalError)
+        << body;
   }
 }
 
@@ -126,7 +127,7 @@ TEST(Hanlp, StandsInForTheEmbeddedFinders) {
     });
     std::string warning;
     core::anonymization::EmbeddedOptions options;
-    options.hanlp = std::make_shared<HanlpClient>(service.url(), quick());
+    options.hanlp = std::make_shared<HanlpClient>(service.url(), quick_hanlp());
     if (how >= 2) options.hanlp_fallback = [&](const std::string& reason) { warning = reason; };
     const auto analyzer = core::anonymization::make_embedded_analyzer(options);
     if (how == 1 || how == 3) {

@@ -20,7 +20,7 @@ using test::LoopbackService;
 using test::Reply;
 using test::Request;
 
-PresidioOptions quick() {
+PresidioOptions quick_presidio() {
   PresidioOptions options;
   options.http.back_off = std::chrono::milliseconds(1);
   return options;
@@ -52,7 +52,7 @@ Reply speak(const Request& request, bool batches) {
 TEST(Presidio, ShiftsOffsetsOfPiecesAndSendsThemTogether) {
   for (const bool batches : {true, false}) {
     LoopbackService service([&](const Request& request) { return speak(request, batches); });
-    auto options = quick();
+    auto options = quick_presidio();
     options.most_characters = 8;
     const PresidioRemoteAnalyzer analyzer(service.url() + "/", options);
     const std::vector<std::u32string_view> texts = {U"😀𠀀张伟\uE000¶\uE001甲方，张伟签", U"",
@@ -108,7 +108,7 @@ TEST(Presidio, RefusesAnswersOfAnythingElse) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.body);
     LoopbackService service([&](const Request&) { return answer(c.body, c.status); });
-    const PresidioRemoteAnalyzer analyzer(service.url(), quick());
+    const PresidioRemoteAnalyzer analyzer(service.url(), quick_presidio());
     std::string message;
     try {
       EXPECT_EQ(analyzer.analyze(U"甲方", "zh").size(), 1U);
@@ -129,7 +129,7 @@ TEST(Presidio, LeavesChineseOutOfAddresses) {
                       {"start": 9, "end": 22, "score": 1, "entity_type": "URL"}])");
   });
   const std::vector<RecognizerResult> expected = {{"EMAIL_ADDRESS", 2, 8, 1}, {"URL", 9, 21, 1}};
-  EXPECT_EQ(PresidioRemoteAnalyzer(service.url(), quick()).analyze(text, "zh"), expected);
+  EXPECT_EQ(PresidioRemoteAnalyzer(service.url(), quick_presidio()).analyze(text, "zh"), expected);
 }
 
 struct Ran {

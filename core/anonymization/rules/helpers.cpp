@@ -5,10 +5,10 @@
 namespace core::anonymization {
 namespace {
 
-using SettingHook = Hook<std::optional<std::vector<std::u32string>>()>;
+using JoinerHook = Hook<std::optional<std::vector<std::u32string>>()>;
 
-SettingHook& joiner_setting() {
-  static SettingHook instance;
+JoinerHook& joiner_setting() {
+  static JoinerHook instance;
   return instance;
 }
 

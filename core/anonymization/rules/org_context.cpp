@@ -9,10 +9,10 @@ namespace {
 
 std::atomic<bool> masks_country_in_geo_background = true;
 
-using SettingHook = Hook<std::optional<bool>()>;
+using CountryHook = Hook<std::optional<bool>()>;
 
-SettingHook& country_setting() {
-  static SettingHook instance;
+CountryHook& country_setting() {
+  static CountryHook instance;
   return instance;
 }
 

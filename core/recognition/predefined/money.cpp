@@ -179,19 +179,25 @@ class MoneyRecognizer : public EntityRecognizer {
     }
   }
 
+  // Where the word of 合计： ends, by its last letter, before a figure at `at`; 0 if
+  // nothing of the kind stands there.
+  static std::size_t amount_word_end(std::u32string_view t, std::size_t at) {
+    constexpr std::u32string_view LAST_OF_WORDS = U"价额计款金资酬息费)tle";
+    while (at > 0 && t[at - 1] == U' ') --at;
+    if (at == 0 || (t[at - 1] != U':' && t[at - 1] != U'\t')) return 0;
+    --at;
+    while (at > 0 && (t[at - 1] == U' ' || t[at - 1] == U'\t')) --at;
+    return at > 0 && LAST_OF_WORDS.find(t[at - 1]) != LAST_OF_WORDS.npos ? at : 0;
+  }
+
   // 合计：69,000.00: a colon or the end of a cell stands between the word and the figure.
   static void add_behind_words(const NlpArtifacts& a, std::vector<RecognizerResult>& out) {
     constexpr std::size_t LONGEST_WORD = 20;
     constexpr std::size_t LONGEST_FIGURE = 20;  // what may follow its first digits
     const std::u32string_view t = a.folded;
     for (const auto& run : a.numbers) {
-      std::size_t at = run.start;
-      while (at > 0 && t[at - 1] == U' ') --at;
-      if (at == 0 || (t[at - 1] != U':' && t[at - 1] != U'\t')) continue;
-      --at;
-      while (at > 0 && (t[at - 1] == U' ' || t[at - 1] == U'\t')) --at;
-      constexpr std::u32string_view LAST_OF_WORDS = U"价额计款金资酬息费)tle";
-      if (at == 0 || LAST_OF_WORDS.find(t[at - 1]) == LAST_OF_WORDS.npos) continue;
+      const std::size_t at = amount_word_end(t, run.start);
+      if (at == 0) continue;
       const std::size_t from = at > LONGEST_WORD ? at - LONGEST_WORD : 0;
       if (const auto m = RE_AMOUNT_WORD.search(t.substr(0, run.end + LONGEST_FIGURE), from)) {
         if (m->start(1) == run.start) add(out, m->start(1), m->end(1));

@@ -66,4 +66,8 @@ std::shared_ptr<const EntityRecognizer> recognizer_of(py::handle recognizer);
 py::object object_of(const std::shared_ptr<const EntityRecognizer>& recognizer);
 py::list list_of(const RecognizerList& recognizers);
 
+// The kinds that are named, or where none are those of the embedded finders.
+std::vector<std::string> entities_or_embedded(const py::object& supported_entities,
+                                              std::string_view language);
+
 }  // namespace binding

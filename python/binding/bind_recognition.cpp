@@ -75,16 +75,10 @@ const HybridRoutingNlpEngine& embedded_engine() {
   return *instance;
 }
 
-// The kinds that the embedded finders report, where none are named.
-std::vector<std::string> kinds_of(const py::object& supported_entities, std::string_view language) {
-  if (!supported_entities.is_none()) return utf8s_of(supported_entities, "supported_entities");
-  return embedded_engine().get_supported_entities(language);
-}
-
 template <class Recognizer>
 std::shared_ptr<Recognizer> make_nlp_recognizer(py::handle language, const py::object& entities) {
   const auto code = utf8_of(language, "supported_language");
-  return std::make_shared<Recognizer>(code, kinds_of(entities, code));
+  return std::make_shared<Recognizer>(code, entities_or_embedded(entities, code));
 }
 
 // The hits of one recognizer alone, of the kinds that are asked for.
@@ -243,6 +237,12 @@ void bind_nlp_recognizer(py::module_& m, const char* name, const char* doc, cons
 
 }  // namespace
 
+std::vector<std::string> entities_or_embedded(const py::object& supported_entities,
+                                              std::string_view language) {
+  if (!supported_entities.is_none()) return utf8s_of(supported_entities, "supported_entities");
+  return embedded_engine().get_supported_entities(language);
+}
+
 void bind_recognition(py::module_& m) {
   py::class_<EntityRecognizer, std::shared_ptr<EntityRecognizer>> recognizer(
       m, "EntityRecognizer", "One finder of one or more kinds of entities.");
@@ -265,8 +265,6 @@ void bind_recognition(py::module_& m) {
   bind_patterns(m);
   bind_nlp_recognizer<SpacyRecognizer>(m, "SpacyRecognizer",
                                        "Reports the names that the NLP engine found.", "en");
-  bind_nlp_recognizer<HanlpRecognizer>(
-      m, "HanlpRecognizer", "Reports the names that the NLP engine found in Chinese texts.", "zh");
   bind_registry(m);
 }
 

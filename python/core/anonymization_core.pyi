@@ -126,7 +126,17 @@ class SpacyRecognizer(EntityRecognizer):
 
 class HanlpRecognizer(EntityRecognizer):
     def __init__(
-        self, supported_language: str = "zh", supported_entities: Iterable[str] | None = None
+        self,
+        supported_language: str = "zh",
+        supported_entities: Iterable[str] | None = None,
+        url: str | None = None,
+        key: str = "",
+        task: str = "ner/msra",
+        fallback: Callable[[str], object] | None = None,
+        connect_timeout: float = 10.0,
+        read_timeout: float = 120.0,
+        total_timeout: float = 600.0,
+        retries: int = 2,
     ) -> None: ...
 
 class RecognizerRegistry:
@@ -189,6 +199,11 @@ class PresidioRemoteAnalyzer:
     def analyze_batch(self, texts: Iterable[str], language: str) -> list[list[RecognizerResult]]: ...
     def get_supported_entities(self, language: str) -> list[str]: ...
 
+def remote_recognizers(
+    analyzer: PresidioRemoteAnalyzer | _Analyzer,
+    name: str = "PresidioRemoteAnalyzer",
+    supported_entities: Iterable[str] | None = None,
+) -> list[EntityRecognizer]: ...
 def build_analyzer(include_zh_supplement_country_lexicon: bool = True) -> AnalyzerEngine: ...
 def load_recognizers(path: str | os.PathLike[str]) -> list[EntityRecognizer]: ...
 def _swap_zh_spacy_recognizer_for_hanlp(

@@ -8,6 +8,13 @@ import core.anonymization_core as core
 import pytest
 
 
+def serve(monkeypatch, handler):
+    monkeypatch.setenv("no_proxy", "127.0.0.1")
+    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), handler)
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    return server, f"http://127.0.0.1:{server.server_port}"
+
+
 class Presidio(http.server.BaseHTTPRequestHandler):
     def do_POST(self):
         text = json.loads(self.rfile.read(int(self.headers["Content-Length"])))["text"]
@@ -27,10 +34,7 @@ class Presidio(http.server.BaseHTTPRequestHandler):
 
 
 def test_presidio_remote_analyzer(monkeypatch):
-    monkeypatch.setenv("no_proxy", "127.0.0.1")
-    server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Presidio)
-    threading.Thread(target=server.serve_forever, daemon=True).start()
-    url = f"http://127.0.0.1:{server.server_port}"
+    server, url = serve(monkeypatch, Presidio)
     analyzer = core.PresidioRemoteAnalyzer(url)
     found = analyzer.analyze(text="😀张伟", language="zh")
     assert [(r.entity_type, r.start, r.end) for r in found] == [
@@ -40,6 +44,11 @@ def test_presidio_remote_analyzer(monkeypatch):
     refining = core.RefiningAnalyzer(analyzer)
     masked = core.anonymize_with_numbered_placeholders("😀张伟", refining, "zh")
     assert masked == "😀[NAME1]"
+
+    both = core.build_analyzer()
+    both.registry.recognizers += core.remote_recognizers(analyzer)
+    masked = core.anonymize_with_numbered_placeholders("😀张伟，13800138000", both, "zh")
+    assert masked == "😀[NAME1]，[PHONE1]"
     server.shutdown()
     server.server_close()
     gone = core.PresidioRemoteAnalyzer(url, retries=0)
@@ -48,3 +57,36 @@ def test_presidio_remote_analyzer(monkeypatch):
     assert "张伟" not in str(failure.value)
     with pytest.raises(ValueError):
         core.PresidioRemoteAnalyzer("localhost")
+
+
+class Hanlp(http.server.BaseHTTPRequestHandler):
+    def do_POST(self):
+        text = json.loads(self.rfile.read(int(self.headers["Content-Length"])))["text"]
+        assert self.headers["Authorization"] == "Basic abc"
+        at = text.index("绿岸")
+        answer = {"tok/fine": [list(text)], "ner/msra": [[["绿岸", "ORGANIZATION", at, at + 2]]]}
+        self.send_response(200)
+        self.end_headers()
+        self.wfile.write(json.dumps(answer).encode())
+
+    def log_message(self, *_):
+        pass
+
+
+def test_hanlp_service(monkeypatch):
+    server, url = serve(monkeypatch, Hanlp)
+    reasons = []
+    finder = core.HanlpRecognizer(url=url, key="abc", fallback=reasons.append, retries=0)
+    analyzer = core.build_analyzer()
+    analyzer.registry.remove_recognizer("HanlpRecognizer")
+    analyzer.registry.add_recognizer(finder)
+    text = "😀绿岸付款，联系人：张伟"
+    masked = core.anonymize_with_numbered_placeholders(text, analyzer, "zh")
+    assert masked.startswith("😀[机构1]付款") and not reasons
+    server.shutdown()
+    server.server_close()
+    masked = core.anonymize_with_numbered_placeholders(text, analyzer, "zh")
+    assert "[NAME1]" in masked and len(reasons) == 1 and url in reasons[0]
+    for wrong in ({"key": "abc"}, {"fallback": print}, {"url": "localhost"}):
+        with pytest.raises(ValueError):
+            core.HanlpRecognizer(**wrong)

@@ -1,4 +1,6 @@
 // The client of a Presidio analyzer, against a service that speaks its protocol.
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -119,6 +121,34 @@ TEST(Presidio, RefusesAnswersOfAnythingElse) {
     EXPECT_EQ(message.find("secret"), std::string::npos);
     EXPECT_EQ(message.empty(), std::string(c.message).empty()) << message;
     EXPECT_EQ(service.requests().size(), c.attempts);
+  }
+}
+
+// What services of Presidio answered: each hit cut out of the text at its offsets is
+// what the service meant.
+TEST(Presidio, UnderstandsRecordedAnswers) {
+  const std::filesystem::path file = VEILDOC_TEST_DIR "/presidio_answers.json";
+  std::ifstream in(file);
+  const auto recorded = json::parse(in);
+  ASSERT_FALSE(recorded.empty());
+  for (const auto& c : recorded) {
+    SCOPED_TRACE(c.at("why").get<std::string>() + ", version " +
+                 c.at("service").get<std::string>());
+    LoopbackService service([&](const Request&) { return answer(c.at("answer"), c.at("status")); });
+    const PresidioRemoteAnalyzer analyzer(service.url(), quick_presidio());
+    const auto text = core::text::decode_utf8(c.at("text").get<std::string>());
+    const auto language = c.at("language").get<std::string>();
+    if (c.at("status") != 200) {
+      EXPECT_THROW(analyzer.analyze(text, language), core::ExternalError);
+      continue;
+    }
+    auto surfaces = json::array();
+    for (const auto& hit : analyzer.analyze(text, language)) {
+      const auto surface = std::u32string_view(text).substr(
+          static_cast<std::size_t>(hit.start), static_cast<std::size_t>(hit.end - hit.start));
+      surfaces.push_back({hit.entity_type, core::text::encode_utf8(surface)});
+    }
+    EXPECT_EQ(surfaces, c.at("surfaces"));
   }
 }
 

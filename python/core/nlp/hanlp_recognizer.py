@@ -1,4 +1,4 @@
-"""The names in Chinese texts that the NLP engine found."""
+"""The names in Chinese texts, from the NLP engine or a service of HanLP."""
 
 from core.anonymization_core import (
     HanlpRecognizer,

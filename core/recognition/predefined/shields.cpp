@@ -1,5 +1,10 @@
 #include "core/recognition/pattern_recognizer.hpp"
 #include "core/recognition/predefined/predefined.hpp"
+#include "core/text/lexicon.hpp"
+
+namespace core::text::lexicon_data {
+extern const std::string_view generic_institutions;
+}  // namespace core::text::lexicon_data
 
 namespace core::recognition {
 namespace {
@@ -89,6 +94,11 @@ void add_shield_recognizers(RecognizerRegistry& registry) {
                               .entity = std::string(entity_type::IT_PROTOCOL),
                               .deny_list = PROTOCOLS,
                               .deny_list_score = 0.85}));
+  registry.add_recognizer(std::make_shared<PatternRecognizer>(PatternRecognizerConfig{
+      .name = "GenericInstitutionRecognizer",
+      .entity = std::string(entity_type::GENERIC_INSTITUTION_NOUN),
+      .deny_list = text::lexicon_words(text::lexicon_data::generic_institutions),
+      .deny_list_score = 0.5}));
 }
 
 void add_game_recognizers(RecognizerRegistry& registry) {

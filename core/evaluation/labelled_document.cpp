@@ -24,7 +24,7 @@ class Parser {
 
   LabelledDocument parse() && {
     while (!rest_.empty()) {
-      const std::size_t open = std::min(rest_.find(OPEN), rest_.size());
+      const std::size_t open = find_open();
       take(open, "\">>\" without a mark");
       if (rest_.empty()) break;
       rest_.remove_prefix(OPEN.size());
@@ -34,6 +34,13 @@ class Parser {
   }
 
  private:
+  // In <<<EMAIL_ADDRESS#1:a@b.cn>>> the first and the last sign are of the text.
+  std::size_t find_open() const {
+    std::size_t open = std::min(rest_.find(OPEN), rest_.size());
+    while (rest_.substr(std::min(open + 1, rest_.size())).starts_with(OPEN)) ++open;
+    return open;
+  }
+
   [[noreturn]] void fail(const std::string& why) const {
     throw ValueError("line " + std::to_string(line_) + ": " + why);
   }

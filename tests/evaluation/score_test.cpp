@@ -20,6 +20,7 @@ TEST(LabelledDocument, LosesItsFrames) {
   EXPECT_EQ(document.marks, marks);
   EXPECT_FALSE(document.marks[0].optional());
   EXPECT_TRUE(document.marks[1].optional());
+  EXPECT_EQ(parse_labelled(U"<<<EMAIL_ADDRESS#1:a@b.cn>>>").text, U"<a@b.cn>");
 }
 
 TEST(LabelledDocument, RefusesMalformedMarksByLine) {

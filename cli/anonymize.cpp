@@ -9,6 +9,8 @@
 #include "cli/masking.hpp"
 #include "core/anonymization/placeholders.hpp"
 #include "core/nlp/other_scripts.hpp"
+#include "core/restore/restore.hpp"
+#include "core/restore/sealed_mapping.hpp"
 #include "core/text/utf8.hpp"
 
 namespace cli {
@@ -53,6 +55,21 @@ void warn_of_unmaskable(std::size_t count, std::ostream& err) {
   err << "veildoc: warning: " << count << (count == 1 ? " name" : " names")
       << " in other scripts (Cyrillic, kana, hangul, rare ideographs) cannot be masked;"
          " veildoc analyze --explain tells where\n";
+}
+
+// The mapping of a document, whose masked text is written as `bytes`. What it does
+// not lead back to is told at once.
+core::restore::Mapping mapping_of(const anonymization::AnonymizedDocument& document,
+                                  std::string_view bytes, std::u32string_view original,
+                                  std::ostream& err) {
+  namespace restore = core::restore;
+  auto mapping = restore::make_mapping(document);
+  mapping.masked_sha256 = restore::sha256_hex(bytes);
+  const auto findings = restore::find_restorable(document.text, mapping);
+  if (restore::restored_text(document.text, mapping, findings) != original) {
+    err << "veildoc: warning: the mapping does not lead back to the whole document\n";
+  }
+  return mapping;
 }
 
 class Anonymize : public Command {
@@ -121,16 +138,13 @@ void Anonymize::execute(const Context& context) {
   const auto hits = analyzer.analyze(analysis_text, language);
   warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
   const auto document = mask(input.text, masking_, KnownHits(hits));
-  std::string bytes;
-  if (json_) {
-    bytes = document_json(document, input.text);
-  } else {
-    if (input.marked) bytes = Input::BYTE_ORDER_MARK;
-    bytes += core::text::encode_utf8(document.text);
-  }
+  std::string bytes = input.marked ? std::string(Input::BYTE_ORDER_MARK) : std::string();
+  bytes += core::text::encode_utf8(document.text);
   std::optional<std::string> mapping;
-  if (!mapping_.empty()) mapping = mapping_json(document);
-  write(bytes, mapping, context.out);
+  if (!mapping_.empty()) {
+    mapping = core::restore::write_mapping(mapping_of(document, bytes, input.text, context.err));
+  }
+  write(json_ ? document_json(document, input.text) : bytes, mapping, context.out);
 }
 
 // Everything is ready on the disk before anything is put in place.

@@ -7,6 +7,7 @@
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/masking.hpp"
+#include "cli/passphrase.hpp"
 #include "core/anonymization/placeholders.hpp"
 #include "core/nlp/other_scripts.hpp"
 #include "core/restore/restore.hpp"
@@ -23,7 +24,8 @@ constexpr std::string_view ANONYMIZE_DETAILS =
     "\n"
     "What is written where:\n"
     "  masked text    standard output, or the file of -o; not a byte is added\n"
-    "  mapping        only the file of --mapping (mode 0600), or the object of --json\n"
+    "  mapping        only the file of --mapping (mode 0600, sealed with --encrypt), or\n"
+    "                 the object of --json\n"
     "  messages       standard error; they never quote the document\n"
     "  Files are replaced in one step, never left half-written.\n"
     "\n"
@@ -95,6 +97,8 @@ class Anonymize : public Command {
   bool input_named_ = false;
   std::string output_;   // empty: standard output
   std::string mapping_;  // empty: none is written
+  bool encrypt_ = false;
+  std::string passphrase_file_;  // empty: asked for
   bool json_ = false;
 };
 
@@ -108,6 +112,9 @@ void Anonymize::declare(Options& options) {
   masking_.declare_services(options);
   options.file("-o,--output", output_, "Write to this file, not to standard output");
   options.file("--mapping", mapping_, "Write the mapping to this file, as JSON");
+  options.flag("--encrypt", encrypt_, "Seal the mapping with a passphrase");
+  options.file("--passphrase-file", passphrase_file_,
+               "The passphrase is in this file (default: asked for at the\nterminal)");
   options.flag("--json", json_,
                "Write one JSON object instead of the text: language,\ntext, mapping, "
                "replacements. It holds the original surfaces");
@@ -127,11 +134,17 @@ void Anonymize::check(const Options& options) {
       throw Failure(EXIT_USAGE, "--mapping names the input file");
     }
   }
+  if (encrypt_ && mapping_.empty()) throw Failure(EXIT_USAGE, "--encrypt needs --mapping");
+  if (!encrypt_ && !passphrase_file_.empty()) {
+    throw Failure(EXIT_USAGE, "--passphrase-file needs --encrypt");
+  }
   if (output_ == "-") output_.clear();
 }
 
 void Anonymize::execute(const Context& context) {
   const Input input = read_input(input_, input_named_, context);
+  std::optional<Passphrase> passphrase;
+  if (encrypt_) passphrase = read_passphrase(passphrase_file_, Asked::TWICE);
   warn_of_placeholders(input.text, context.err);
   const GuardedAnalyzer analyzer(context, masking_);
   const auto [analysis_text, language] = analysis_input(input.text, masking_);
@@ -143,6 +156,7 @@ void Anonymize::execute(const Context& context) {
   std::optional<std::string> mapping;
   if (!mapping_.empty()) {
     mapping = core::restore::write_mapping(mapping_of(document, bytes, input.text, context.err));
+    if (passphrase) mapping = core::restore::seal_mapping(*mapping, passphrase->text());
   }
   write(json_ ? document_json(document, input.text) : bytes, mapping, context.out);
 }

@@ -15,7 +15,10 @@ class Passphrase {
   Passphrase(Passphrase&& other) noexcept : text_(std::move(other.text_)) {}
   Passphrase(const Passphrase&) = delete;
   Passphrase& operator=(const Passphrase&) = delete;
-  Passphrase& operator=(Passphrase&&) = delete;
+  Passphrase& operator=(Passphrase&& other) noexcept {
+    text_.swap(other.text_);
+    return *this;
+  }
 
   std::string_view text() const { return text_; }
 

@@ -111,6 +111,10 @@ TEST(Anonymize, RefusesWrongCommandLines) {
        "same file"},
       {"mapping into the output stream", {"anonymize", "--mapping", "/dev/stdout"}, "regular"},
       {"mapping into the output stream", {"anonymize", "--mapping", "-"}, "regular"},
+      {"sealed, but no mapping", {"anonymize", "--encrypt"}, "--mapping"},
+      {"a passphrase for nothing",
+       {"anonymize", "--mapping", folder.path("m"), "--passphrase-file", file},
+       "--encrypt"},
       {"mapping is a folder", {"anonymize", "--mapping", folder.path("")}, "regular"},
   };
   for (const auto& c : cases) {

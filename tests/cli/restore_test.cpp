@@ -102,6 +102,30 @@ TEST(RestoreCommand, ChecksWithoutWriting) {
                 "   3  [机构1]      without brackets", "   3  [CARD_****]  not in the mapping"}));
 }
 
+// The key costs what it costs users, so one seal serves all.
+TEST(RestoreCommand, ASealedMappingTakesItsPassphrase) {
+  const Folder secrets;
+  const auto good = secrets.write("good", "correct horse\r\n");
+  const auto wrong = secrets.write("wrong", "correct horses");
+  const MaskedFolder folder({"--encrypt", "--passphrase-file", good});
+  EXPECT_EQ(folder.mode("m"), "0600");
+  EXPECT_EQ(folder.read("m").find("华信"), std::string::npos);
+
+  const auto restore = [&](const std::string& passphrase_file) {
+    return run({"restore", folder.path("masked.txt"), folder.path("m"), "--passphrase-file",
+                passphrase_file});
+  };
+  EXPECT_EQ(restore(good).out, DOCUMENT);
+  const auto refused = restore(wrong);
+  EXPECT_EQ(refused.code, cli::EXIT_INPUT);
+  EXPECT_EQ(refused.out, "");
+  EXPECT_EQ(refused.err,
+            "veildoc: " + folder.path("m") + ": the passphrase is wrong, or the file is damaged\n");
+  for (const auto* bad : {"", "\n", "two\nlines"}) {
+    EXPECT_EQ(restore(secrets.write("bad", bad)).code, cli::EXIT_INPUT);
+  }
+}
+
 TEST(RestoreCommand, RefusesWhatItCannotUse) {
   const MaskedFolder folder;
   const auto masked = folder.path("masked.txt");

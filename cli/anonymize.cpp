@@ -8,6 +8,8 @@
 #include "cli/files.hpp"
 #include "cli/masking.hpp"
 #include "cli/passphrase.hpp"
+#include "cli/progress.hpp"
+#include "cli/review_table.hpp"
 #include "core/anonymization/placeholders.hpp"
 #include "core/nlp/other_scripts.hpp"
 #include "core/restore/restore.hpp"
@@ -37,10 +39,13 @@ constexpr std::string_view ANONYMIZE_EXAMPLES =
     "Examples:\n"
     "  veildoc anonymize contract.txt > masked.txt\n"
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
+    "  veildoc anonymize --dry-run contract.txt --keep public.txt --mask secret.txt\n"
     "  veildoc anonymize --language en --labels en - < agreement.txt\n"
     "  veildoc anonymize --json contract.txt | jq -r '.mapping[] | .placeholder'\n"
     "\n"
     "Exit codes: see veildoc --help.\n";
+
+constexpr std::size_t STEPS = 2;  // of progress: analysed, masked
 
 void warn_of_placeholders(std::u32string_view text, std::ostream& err) {
   const auto count = anonymization::find_numbered_placeholders(text).size();
@@ -84,6 +89,7 @@ class Anonymize : public Command {
   void execute(const Context& context) override;
 
  private:
+  void check_dry_run(const Options& options) const;
   void write(const std::string& bytes, const std::optional<std::string>& mapping,
              std::ostream& out) const;
 
@@ -100,6 +106,7 @@ class Anonymize : public Command {
   bool encrypt_ = false;
   std::string passphrase_file_;  // empty: asked for
   bool json_ = false;
+  bool dry_run_ = false;
 };
 
 void Anonymize::declare(Options& options) {
@@ -109,19 +116,33 @@ void Anonymize::declare(Options& options) {
   masking_.declare_labels(options);
   masking_.declare_aliases(options);
   masking_.declare_recognizers(options);
+  masking_.declare_overrides(options);
   masking_.declare_services(options);
   options.file("-o,--output", output_, "Write to this file, not to standard output");
   options.file("--mapping", mapping_, "Write the mapping to this file, as JSON");
   options.flag("--encrypt", encrypt_, "Seal the mapping with a passphrase");
   options.file("--passphrase-file", passphrase_file_,
                "The passphrase is in this file (default: asked for at the\nterminal)");
+  options.flag("--dry-run", dry_run_,
+               "Write a table of what would be masked instead of the text.\nIt holds the original "
+               "surfaces");
   options.flag("--json", json_,
                "Write one JSON object instead of the text: language,\ntext, mapping, "
                "replacements. It holds the original surfaces");
 }
 
+void Anonymize::check_dry_run(const Options& options) const {
+  if (!dry_run_) return;
+  for (const auto* name : {"--output", "--mapping", "--json"}) {
+    if (options.given(name)) {
+      throw Failure(EXIT_USAGE, std::string("--dry-run does not go with ") + name);
+    }
+  }
+}
+
 void Anonymize::check(const Options& options) {
   masking_.check(options);
+  check_dry_run(options);
   input_named_ = options.given("FILE");
   if (!mapping_.empty()) {
     if (mapping_ == "-" || is_special_file(mapping_)) {
@@ -146,11 +167,16 @@ void Anonymize::execute(const Context& context) {
   std::optional<Passphrase> passphrase;
   if (encrypt_) passphrase = read_passphrase(passphrase_file_, Asked::TWICE);
   warn_of_placeholders(input.text, context.err);
+  const auto overrides = read_overrides(input.text, masking_, context.err);
   const GuardedAnalyzer analyzer(context, masking_);
   const auto [analysis_text, language] = analysis_input(input.text, masking_);
+  std::optional<Progress> progress(std::in_place, context.err, STEPS);
   const auto hits = analyzer.analyze(analysis_text, language);
+  progress->step();
+  const auto document = mask(input.text, masking_, KnownHits(hits), overrides);
+  progress.reset();  // takes its line away before anything else is told
   warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
-  const auto document = mask(input.text, masking_, KnownHits(hits));
+  if (dry_run_) return write_all(context.out, review_table(core::restore::make_mapping(document)));
   std::string bytes = input.marked ? std::string(Input::BYTE_ORDER_MARK) : std::string();
   bytes += core::text::encode_utf8(document.text);
   std::optional<std::string> mapping;

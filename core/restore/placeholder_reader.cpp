@@ -5,7 +5,7 @@
 #include <unordered_set>
 
 #include "core/anonymization/constants.hpp"
-#include "core/anonymization/result.hpp"
+#include "core/anonymization/overrides.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/utf8.hpp"
 
@@ -67,7 +67,7 @@ std::unordered_set<std::u32string> own_tags() {
     tags.insert(std::move(folded));
   };
   for (const auto& row : anonymization::ENTITY_TO_TAG) add(row.tag);
-  add(anonymization::tag::ORG);
+  add(anonymization::entity_type::MASKED);
   add("CARD");
   return tags;
 }

@@ -7,8 +7,13 @@
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/masking.hpp"
+#include "cli/passphrase.hpp"
+#include "cli/progress.hpp"
+#include "cli/review_table.hpp"
 #include "core/anonymization/placeholders.hpp"
 #include "core/nlp/other_scripts.hpp"
+#include "core/restore/restore.hpp"
+#include "core/restore/sealed_mapping.hpp"
 #include "core/text/utf8.hpp"
 
 namespace cli {
@@ -21,7 +26,8 @@ constexpr std::string_view ANONYMIZE_DETAILS =
     "\n"
     "What is written where:\n"
     "  masked text    standard output, or the file of -o; not a byte is added\n"
-    "  mapping        only the file of --mapping (mode 0600), or the object of --json\n"
+    "  mapping        only the file of --mapping (mode 0600, sealed with --encrypt), or\n"
+    "                 the object of --json\n"
     "  messages       standard error; they never quote the document\n"
     "  Files are replaced in one step, never left half-written.\n"
     "\n"
@@ -33,10 +39,13 @@ constexpr std::string_view ANONYMIZE_EXAMPLES =
     "Examples:\n"
     "  veildoc anonymize contract.txt > masked.txt\n"
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
+    "  veildoc anonymize --dry-run contract.txt --keep public.txt --mask secret.txt\n"
     "  veildoc anonymize --language en --labels en - < agreement.txt\n"
     "  veildoc anonymize --json contract.txt | jq -r '.mapping[] | .placeholder'\n"
     "\n"
     "Exit codes: see veildoc --help.\n";
+
+constexpr std::size_t STEPS = 2;  // of progress: analysed, masked
 
 void warn_of_placeholders(std::u32string_view text, std::ostream& err) {
   const auto count = anonymization::find_numbered_placeholders(text).size();
@@ -55,6 +64,21 @@ void warn_of_unmaskable(std::size_t count, std::ostream& err) {
          " veildoc analyze --explain tells where\n";
 }
 
+// The mapping of a document, whose masked text is written as `bytes`. What it does
+// not lead back to is told at once.
+core::restore::Mapping mapping_of(const anonymization::AnonymizedDocument& document,
+                                  std::string_view bytes, std::u32string_view original,
+                                  std::ostream& err) {
+  namespace restore = core::restore;
+  auto mapping = restore::make_mapping(document);
+  mapping.masked_sha256 = restore::sha256_hex(bytes);
+  const auto findings = restore::find_restorable(document.text, mapping);
+  if (restore::restored_text(document.text, mapping, findings) != original) {
+    err << "veildoc: warning: the mapping does not lead back to the whole document\n";
+  }
+  return mapping;
+}
+
 class Anonymize : public Command {
  public:
   std::string_view name() const override { return "anonymize"; }
@@ -65,6 +89,7 @@ class Anonymize : public Command {
   void execute(const Context& context) override;
 
  private:
+  void check_dry_run(const Options& options) const;
   void write(const std::string& bytes, const std::optional<std::string>& mapping,
              std::ostream& out) const;
 
@@ -78,7 +103,10 @@ class Anonymize : public Command {
   bool input_named_ = false;
   std::string output_;   // empty: standard output
   std::string mapping_;  // empty: none is written
+  bool encrypt_ = false;
+  std::string passphrase_file_;  // empty: asked for
   bool json_ = false;
+  bool dry_run_ = false;
 };
 
 void Anonymize::declare(Options& options) {
@@ -88,16 +116,33 @@ void Anonymize::declare(Options& options) {
   masking_.declare_labels(options);
   masking_.declare_aliases(options);
   masking_.declare_recognizers(options);
+  masking_.declare_overrides(options);
   masking_.declare_services(options);
   options.file("-o,--output", output_, "Write to this file, not to standard output");
   options.file("--mapping", mapping_, "Write the mapping to this file, as JSON");
+  options.flag("--encrypt", encrypt_, "Seal the mapping with a passphrase");
+  options.file("--passphrase-file", passphrase_file_,
+               "The passphrase is in this file (default: asked for at the\nterminal)");
+  options.flag("--dry-run", dry_run_,
+               "Write a table of what would be masked instead of the text.\nIt holds the original "
+               "surfaces");
   options.flag("--json", json_,
                "Write one JSON object instead of the text: language,\ntext, mapping, "
                "replacements. It holds the original surfaces");
 }
 
+void Anonymize::check_dry_run(const Options& options) const {
+  if (!dry_run_) return;
+  for (const auto* name : {"--output", "--mapping", "--json"}) {
+    if (options.given(name)) {
+      throw Failure(EXIT_USAGE, std::string("--dry-run does not go with ") + name);
+    }
+  }
+}
+
 void Anonymize::check(const Options& options) {
   masking_.check(options);
+  check_dry_run(options);
   input_named_ = options.given("FILE");
   if (!mapping_.empty()) {
     if (mapping_ == "-" || is_special_file(mapping_)) {
@@ -110,27 +155,36 @@ void Anonymize::check(const Options& options) {
       throw Failure(EXIT_USAGE, "--mapping names the input file");
     }
   }
+  if (encrypt_ && mapping_.empty()) throw Failure(EXIT_USAGE, "--encrypt needs --mapping");
+  if (!encrypt_ && !passphrase_file_.empty()) {
+    throw Failure(EXIT_USAGE, "--passphrase-file needs --encrypt");
+  }
   if (output_ == "-") output_.clear();
 }
 
 void Anonymize::execute(const Context& context) {
   const Input input = read_input(input_, input_named_, context);
+  std::optional<Passphrase> passphrase;
+  if (encrypt_) passphrase = read_passphrase(passphrase_file_, Asked::TWICE);
   warn_of_placeholders(input.text, context.err);
+  const auto overrides = read_overrides(input.text, masking_, context.err);
   const GuardedAnalyzer analyzer(context, masking_);
   const auto [analysis_text, language] = analysis_input(input.text, masking_);
+  std::optional<Progress> progress(std::in_place, context.err, STEPS);
   const auto hits = analyzer.analyze(analysis_text, language);
+  progress->step();
+  const auto document = mask(input.text, masking_, KnownHits(hits), overrides);
+  progress.reset();  // takes its line away before anything else is told
   warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
-  const auto document = mask(input.text, masking_, KnownHits(hits));
-  std::string bytes;
-  if (json_) {
-    bytes = document_json(document, input.text);
-  } else {
-    if (input.marked) bytes = Input::BYTE_ORDER_MARK;
-    bytes += core::text::encode_utf8(document.text);
-  }
+  if (dry_run_) return write_all(context.out, review_table(core::restore::make_mapping(document)));
+  std::string bytes = input.marked ? std::string(Input::BYTE_ORDER_MARK) : std::string();
+  bytes += core::text::encode_utf8(document.text);
   std::optional<std::string> mapping;
-  if (!mapping_.empty()) mapping = mapping_json(document);
-  write(bytes, mapping, context.out);
+  if (!mapping_.empty()) {
+    mapping = core::restore::write_mapping(mapping_of(document, bytes, input.text, context.err));
+    if (passphrase) mapping = core::restore::seal_mapping(*mapping, passphrase->text());
+  }
+  write(json_ ? document_json(document, input.text) : bytes, mapping, context.out);
 }
 
 // Everything is ready on the disk before anything is put in place.

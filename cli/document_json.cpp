@@ -1,9 +1,5 @@
 #include "cli/document_json.hpp"
 
-#include <unordered_map>
-#include <unordered_set>
-#include <vector>
-
 #include "cli/json.hpp"
 #include "core/anonymization/placeholders.hpp"
 #include "core/masked_stretches.hpp"
@@ -16,9 +12,6 @@ namespace {
 namespace anonymization = core::anonymization;
 using core::text::encode_utf8;
 
-constexpr int MAPPING_VERSION = 1;
-constexpr int MAPPING_INDENT = 2;
-
 using anonymization::BarePlaceholder;
 using anonymization::without_wording;
 
@@ -30,36 +23,6 @@ std::string tag_of(std::u32string_view placeholder) {
   const auto parsed = anonymization::parse_numbered_placeholder(placeholder);
   return parsed ? parsed->tag : std::string(anonymization::entity_type::CARD_LAST4);
 }
-
-// Surfaces by placeholder, both in the order in which they came.
-class SurfaceList {
- public:
-  void add(std::u32string_view written, std::u32string_view surface) {
-    const auto bare = without_wording(written, surface);
-    const auto [at, is_new] = index_.try_emplace(encode_utf8(bare.placeholder), entries_.size());
-    if (is_new) entries_.push_back({at->first, {}, {}});
-    auto& entry = entries_[at->second];
-    auto bytes = encode_utf8(narrow(surface, bare));
-    if (entry.seen.insert(bytes).second) entry.surfaces.push_back(std::move(bytes));
-  }
-
-  ordered_json json() const {
-    auto list = ordered_json::array();
-    for (const auto& entry : entries_) {
-      list.push_back({{"placeholder", entry.placeholder}, {"surfaces", entry.surfaces}});
-    }
-    return list;
-  }
-
- private:
-  struct Entry {
-    std::string placeholder;
-    std::vector<std::string> surfaces;
-    std::unordered_set<std::string> seen;
-  };
-  std::vector<Entry> entries_;
-  std::unordered_map<std::string, std::size_t> index_;
-};
 
 }  // namespace
 
@@ -86,20 +49,6 @@ std::string document_json(const anonymization::AnonymizedDocument& document,
                                {"mapping", std::move(mapping)},
                                {"replacements", std::move(replacements)}};
   return dump_json(object);
-}
-
-std::string mapping_json(const anonymization::AnonymizedDocument& document) {
-  SurfaceList surfaces;
-  for (const auto& entry : document.mapping) surfaces.add(entry.placeholder, entry.surface);
-  for (const auto& placement : document.placements) {
-    surfaces.add(core::text::slice(document.text, placement.start, placement.end),
-                 placement.surface);
-  }
-  const ordered_json object = {{"format", "veildoc-mapping"},
-                               {"version", MAPPING_VERSION},
-                               {"language", document.language},
-                               {"entries", surfaces.json()}};
-  return dump_json(object, MAPPING_INDENT);
 }
 
 }  // namespace cli

@@ -20,11 +20,4 @@ namespace cli {
 std::string document_json(const core::anonymization::AnonymizedDocument& document,
                           std::u32string_view original);
 
-// The mapping file: each placeholder once, with all the surfaces it stands for,
-// in the order of the text.
-//
-//   {"format":"veildoc-mapping","version":1,"language":"zh",
-//    "entries":[{"placeholder":"[机构1]","surfaces":["某某公司","某某"]}]}
-std::string mapping_json(const core::anonymization::AnonymizedDocument& document);
-
 }  // namespace cli

@@ -1,5 +1,6 @@
 #include "cli/masking.hpp"
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <utility>
@@ -13,6 +14,7 @@
 #include "core/anonymization/strategy.hpp"
 #include "core/errors.hpp"
 #include "core/recognition/recognizer_file.hpp"
+#include "core/recognition/surface_list.hpp"
 #include "core/text/utf8.hpp"
 
 namespace cli {
@@ -20,11 +22,34 @@ namespace {
 
 namespace anonymization = core::anonymization;
 
+constexpr std::size_t MOST_LINES_TOLD = 20;
+
 core::recognition::RecognizerList recognizers_of(const std::string& file) {
   if (file.empty()) return {};
   try {
     return core::recognition::load_recognizers(file);
   } catch (const core::Error& e) {
+    throw Failure(EXIT_INPUT, e.what());
+  }
+}
+
+// Where the surfaces of a file stand in a text.
+anonymization::Stretches stretches_of(std::u32string_view text, const std::string& file,
+                                      const std::string& option, std::ostream& err) {
+  if (file.empty()) return {};
+  const auto list = decode(read_all(file, std::cin), file);
+  try {
+    auto found = core::recognition::SurfaceList(list.text, file).find(text);
+    if (!found.unused_lines.empty()) {
+      err << "veildoc: warning: nothing in the document is meant by " << found.unused_lines.size()
+          << (found.unused_lines.size() == 1 ? " line" : " lines") << " of " << option << ": ";
+      for (std::size_t i = 0; i < std::min(found.unused_lines.size(), MOST_LINES_TOLD); ++i) {
+        err << (i == 0 ? "" : ", ") << found.unused_lines[i];
+      }
+      err << (found.unused_lines.size() > MOST_LINES_TOLD ? ", ...\n" : "\n");
+    }
+    return std::move(found.stretches);
+  } catch (const core::RegexError& e) {
     throw Failure(EXIT_INPUT, e.what());
   }
 }
@@ -62,6 +87,13 @@ void MaskingOptions::declare_aliases(Options& options) {
 void MaskingOptions::declare_recognizers(Options& options) {
   options.file("--recognizers", recognizers,
                "Find what this file describes as well (JSON or YAML,\nsee docs/recognizers.md)");
+}
+
+void MaskingOptions::declare_overrides(Options& options) {
+  options.file("--keep", keep,
+               "Leave what this file lists readable: a surface or a /pattern/\na line");
+  options.file("--mask", mask,
+               "Mask what this file lists as well: a surface or a /pattern/\na line");
 }
 
 void MaskingOptions::check(const Options& options) {
@@ -127,12 +159,19 @@ void GuardedAnalyzer::rethrow() {
   }
 }
 
+anonymization::Overrides read_overrides(std::u32string_view text, const MaskingOptions& options,
+                                        std::ostream& err) {
+  return {stretches_of(text, options.keep, "--keep", err),
+          stretches_of(text, options.mask, "--mask", err)};
+}
+
 anonymization::AnonymizedDocument mask(std::u32string_view text, const MaskingOptions& options,
-                                       const anonymization::Analyzer& analyzer) {
+                                       const anonymization::Analyzer& analyzer,
+                                       const anonymization::Overrides& overrides) {
   const auto aliases =
       options.aliases == "one" ? anonymization::Aliases::ONE : anonymization::Aliases::SEPARATE;
-  auto document =
-      anonymization::anonymize_document(text, analyzer, options.language, options.profile, aliases);
+  auto document = anonymization::anonymize_document(text, analyzer, options.language,
+                                                    options.profile, aliases, overrides);
   if (options.labels == "core") return document;
   const auto locale = options.labels == "auto" ? document.language : options.labels;
   return anonymization::with_labels(std::move(document), locale);

@@ -20,6 +20,8 @@ struct MaskingOptions {
   std::string labels = "auto";
   std::string aliases = "one";
   std::string recognizers;  // a file; empty: none
+  std::string keep;         // files of surfaces, the same
+  std::string mask;
   ServiceOptions services;
 
   void declare_language(Options& options);
@@ -27,6 +29,7 @@ struct MaskingOptions {
   void declare_labels(Options& options);
   void declare_aliases(Options& options);
   void declare_recognizers(Options& options);
+  void declare_overrides(Options& options);
   void declare_services(Options& options) { services.declare(options); }
   // Throws Failure(EXIT_USAGE) for a profile that is not known, and what
   // ServiceOptions throws.
@@ -102,8 +105,14 @@ class KnownHits : public core::anonymization::Analyzer {
   const std::vector<core::anonymization::RecognizerResult>& hits_;
 };
 
+// What the files of --keep and --mask say of a text; lines that say nothing of it are
+// counted on `err`. Throws Failure(EXIT_INPUT).
+core::anonymization::Overrides read_overrides(std::u32string_view text,
+                                              const MaskingOptions& options, std::ostream& err);
+
 core::anonymization::AnonymizedDocument mask(std::u32string_view text,
                                              const MaskingOptions& options,
-                                             const core::anonymization::Analyzer& analyzer);
+                                             const core::anonymization::Analyzer& analyzer,
+                                             const core::anonymization::Overrides& overrides = {});
 
 }  // namespace cli

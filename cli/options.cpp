@@ -20,13 +20,15 @@ constexpr auto COMMON_DETAILS =
     "Examples:\n"
     "  veildoc anonymize contract.txt > masked.txt\n"
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
+    "  veildoc restore edited.txt contract.mapping.json -o restored.txt\n"
     "  veildoc analyze --explain contract.txt\n"
     "\n"
     "Exit codes:\n"
     "  0  done (also when the reader of the output went away early, as head does)\n"
     "  1  failed otherwise, for example the output could not be written\n"
     "  2  the command line is wrong\n"
-    "  3  the input or the file of recognizers could not be read or understood\n"
+    "  3  the input, the mapping or the file of recognizers could not be read or\n"
+    "     understood\n"
     "  4  the analyzer failed, or a service that it asks\n";
 
 std::string number_text(double value) {

@@ -13,7 +13,7 @@ install(FILES LICENSE NOTICE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 install(FILES core/anonymization_core.hpp core/errors.hpp DESTINATION ${headers_dir}/core)
 install(FILES core/anonymization/analyzer.hpp core/anonymization/masked_text.hpp
-              core/anonymization/result.hpp
+              core/anonymization/overrides.hpp core/anonymization/result.hpp
         DESTINATION ${headers_dir}/core/anonymization)
 install(FILES core/anonymization/analyzer/embedded_analyzer.hpp
         DESTINATION ${headers_dir}/core/anonymization/analyzer)

@@ -1,6 +1,7 @@
 #include "core/anonymization_core.hpp"
 
 #include <algorithm>
+#include <optional>
 
 #include "core/anonymization/analyzer/language.hpp"
 #include "core/anonymization/avs_workgroup_party.hpp"
@@ -50,6 +51,21 @@ class AnalyzedText : public Analyzer {
   std::vector<RecognizerResult> hits_;
 };
 
+// Names are spread without regard to what is to be kept.
+void take_back_kept(MaskedText& masked, const Overrides& overrides) {
+  std::vector<std::size_t> kept;
+  Offset longer = 0;  // by what the text has grown up to here
+  const auto& placements = masked.placements();
+  for (std::size_t i = 0; i < placements.size(); ++i) {
+    const auto& p = placements[i];
+    const auto size = static_cast<Offset>(p.surface.size());
+    const Offset start = p.start - longer;
+    if (is_kept(overrides, start, start + size)) kept.push_back(i);
+    longer += p.end - p.start - size;
+  }
+  masked.take_back(kept);
+}
+
 AnonymizedDocument anonymize(std::u32string_view text, const Analyzer& analyzer,
                              std::string language, std::string_view strategy_profile) {
   AnonymizedDocument out;
@@ -61,6 +77,7 @@ AnonymizedDocument anonymize(std::u32string_view text, const Analyzer& analyzer,
   MaskedText masked(text);
   masked.splice_right_to_left(edits_of(out.replacements));
   apply_entity_surface_sync(masked, text, analyzer, out.language, filtered, org_by_okey);
+  if (const auto* overrides = OverridesScope::of(text)) take_back_kept(masked, *overrides);
   strip_docx_joiner_sequences(masked);
   out.placements = masked.take_placements();
   out.text = masked.take_text();
@@ -71,7 +88,9 @@ AnonymizedDocument anonymize(std::u32string_view text, const Analyzer& analyzer,
 
 AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& analyzer,
                                       std::string_view language, std::string_view strategy_profile,
-                                      Aliases aliases) {
+                                      Aliases aliases, const Overrides& overrides) {
+  std::optional<OverridesScope> scope;
+  if (!overrides.empty()) scope.emplace(text, overrides);
   auto resolved = resolve_analyze_language(language, text);
   if (aliases == Aliases::SEPARATE) {
     return anonymize(text, analyzer, std::move(resolved), strategy_profile);

@@ -20,6 +20,7 @@
 
 #include "core/anonymization/analyzer.hpp"
 #include "core/anonymization/masked_text.hpp"
+#include "core/anonymization/overrides.hpp"
 #include "core/anonymization/result.hpp"
 
 namespace core::anonymization {
@@ -43,7 +44,8 @@ enum class Aliases {
 AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& analyzer,
                                       std::string_view language = "en",
                                       std::string_view strategy_profile = "contract_default",
-                                      Aliases aliases = Aliases::SEPARATE);
+                                      Aliases aliases = Aliases::SEPARATE,
+                                      const Overrides& overrides = {});
 
 // The masked text alone.
 std::u32string anonymize_with_numbered_placeholders(

@@ -1,6 +1,7 @@
 #include "core/document_text.hpp"
 
 #include "core/anonymization/llm_decider.hpp"
+#include "core/anonymization/overrides.hpp"
 #include "core/anonymization/placeholders.hpp"
 #include "core/anonymization/propagation/canonical_placeholders.hpp"
 #include "core/anonymization/replacements/numbered_builder.hpp"
@@ -38,8 +39,12 @@ std::vector<ReplacementStep> replacement_steps(std::u32string_view joiner) {
            [](std::u32string_view text, Replacements replacements) {
              return _filter_weak_org_replacements(std::move(replacements), text);
            }},
-          {"keep/mask decision", [](std::u32string_view text, Replacements replacements) {
+          {"keep/mask decision",
+           [](std::u32string_view text, Replacements replacements) {
              return _apply_llm_keep_mask_decision(text, std::move(replacements));
+           }},
+          {"keep and mask lists", [](std::u32string_view text, Replacements replacements) {
+             return apply_overrides(text, std::move(replacements));
            }}};
 }
 

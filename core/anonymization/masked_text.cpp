@@ -182,6 +182,30 @@ void MaskedText::erase(const std::vector<Edit>& spans) {
   text_ = std::move(out);
 }
 
+void MaskedText::take_back(const std::vector<std::size_t>& indices) {
+  if (indices.empty()) return;
+  std::u32string out;
+  std::vector<Placement> left;
+  Offset last = 0;
+  auto next = indices.begin();
+  for (std::size_t i = 0; i < placements_.size(); ++i) {
+    auto& p = placements_[i];
+    out += text::slice(text_, last, p.start);
+    last = p.end;
+    if (next != indices.end() && *next == i) {
+      out += p.surface;
+      ++next;
+      continue;
+    }
+    const Offset start = size_of(out);
+    out += text::slice(text_, p.start, p.end);
+    left.push_back({start, size_of(out), std::move(p.surface)});
+  }
+  out += text::slice(text_, last, size_of(text_));
+  text_ = std::move(out);
+  placements_ = std::move(left);
+}
+
 void MaskedText::splice_right_to_left(std::vector<Edit> edits) {
   const auto begins_first = [](const Edit& a, const Edit& b) { return a.start < b.start; };
   std::stable_sort(edits.begin(), edits.end(), begins_first);

@@ -50,6 +50,10 @@ class MaskedText {
   // of the text. A placement shrinks by what is taken out of it.
   void erase(const std::vector<Edit>& spans);
 
+  // Writes the surfaces of placements (ascending indices) back: they are text of the
+  // document again.
+  void take_back(const std::vector<std::size_t>& indices);
+
   // Writes the edits in descending order of their starts, equal starts in the
   // given order, each into what the one before left: text before its start,
   // what is written, text from its end. On disjoint spans that is write(); on

@@ -64,7 +64,8 @@ TEST(Anonymize, WritesTheTextAndNothingElse) {
 
 TEST(Anonymize, AnswersWithoutReading) {
   const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
-      {{"--help"}, {"anonymize", "analyze", "recognizers", "evaluate", "Exit codes", "Examples"}},
+      {{"--help"},
+       {"anonymize", "restore", "analyze", "recognizers", "evaluate", "Exit codes", "Examples"}},
       {{"anonymize", "--help"}, {"--mapping", "--labels", "Profiles", "Examples"}},
       {{"analyze", "--help"}, {"--explain", "--show-surfaces", "Profiles", "Examples"}},
       {{"recognizers", "--help"}, {"--recognizers", "--json"}},
@@ -110,6 +111,10 @@ TEST(Anonymize, RefusesWrongCommandLines) {
        "same file"},
       {"mapping into the output stream", {"anonymize", "--mapping", "/dev/stdout"}, "regular"},
       {"mapping into the output stream", {"anonymize", "--mapping", "-"}, "regular"},
+      {"sealed, but no mapping", {"anonymize", "--encrypt"}, "--mapping"},
+      {"a passphrase for nothing",
+       {"anonymize", "--mapping", folder.path("m"), "--passphrase-file", file},
+       "--encrypt"},
       {"mapping is a folder", {"anonymize", "--mapping", folder.path("")}, "regular"},
   };
   for (const auto& c : cases) {

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <sys/stat.h>
 
+#include "core/restore/sealed_mapping.hpp"
 #include "tests/cli/support.hpp"
 
 namespace {
@@ -31,8 +32,10 @@ TEST(Files, OutputAndMappingAreWritten) {
   EXPECT_EQ(folder.names(), (Names{"a.txt", "b.txt", "m"}));
   EXPECT_EQ(json::parse(folder.read("m")), json::parse(R"({
     "format": "veildoc-mapping", "version": 1, "language": "zh",
-    "entries": [{"placeholder": "[机构1]", "surfaces": ["北京华信科技有限公司"]},
-                {"placeholder": "[MONEY1]", "surfaces": ["100"]}]})"));
+    "masked_sha256": ")" + core::restore::sha256_hex(MASKED) +
+                                                       R"(",
+    "entries": [{"placeholder": "[机构1]", "surfaces": ["北京华信科技有限公司"], "count": 1},
+                {"placeholder": "[MONEY1]", "surfaces": ["100"], "count": 2}]})"));
 }
 
 TEST(Files, AFileThatIsReplacedKeepsItsModeUnlessItHoldsSecrets) {

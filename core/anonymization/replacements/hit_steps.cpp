@@ -5,6 +5,7 @@
 #include "core/anonymization/cleanup/filters.hpp"
 #include "core/anonymization/cleanup/overlap.hpp"
 #include "core/anonymization/doc_alias_scan.hpp"
+#include "core/anonymization/overrides.hpp"
 
 namespace core::anonymization {
 namespace {
@@ -32,6 +33,8 @@ std::vector<HitStep> hit_steps(std::string_view profile, std::string_view langua
   auto of_profile = _resolve_semantic_strategy_steps(profile, language);
   const auto profile_name = "profile " + std::string(profile);
   std::vector<HitStep> steps;
+  const bool overridden = OverridesScope::any();
+  if (overridden) steps.push_back(filter("keep list", drop_kept_hits));
   steps.push_back(filter("blanks and punctuation", _drop_blank_fill_results));
   steps.push_back(filter("ordinals and section numbers", _drop_structural_sequence_results));
   steps.push_back(filter("generic nouns", _drop_generic_institution_noun_results));
@@ -40,6 +43,7 @@ std::vector<HitStep> hit_steps(std::string_view profile, std::string_view langua
   steps.push_back(filter("overlaps", resolve_overlaps));
   for (auto& step : of_profile.after_overlaps) steps.push_back({profile_name, std::move(step)});
   steps.push_back(filter("overlaps", resolve_overlaps));
+  if (overridden) steps.push_back(filter("mask list", add_masked_hits));
   return steps;
 }
 

@@ -103,6 +103,7 @@ class LatinOrganizationSearch {
 
   void take_company(const WordHit& form) {
     std::size_t left = form.start;
+    if (form.end < t_.size() && t_[form.end] == U'-') return;  // SOFTWARE-AS-A-SERVICE
     const bool doubtful = DOUBTFUL_FORMS.contains(t_.substr(form.start, form.end - form.start));
     if (!doubtful && left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
     const Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
@@ -161,7 +162,9 @@ class LatinOrganizationSearch {
     if (compound) ++name.words, ++name.particular;
     const auto of =
         is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
-    std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
+    // Goldleaf Spice Traders of Kochi: traders who live there
+    const bool traders = !strong && kind.ends_with(U's');
+    std::size_t end = of && (strong || (name.particular > 0 && !traders)) ? of->end() : head.end;
     if (court) end = behind_court(head.end, end);
     const bool ranked = court && (name.words > 0 || compound);
     const bool plain = !is_set_in_capitals(head.start) && strong &&

@@ -19,7 +19,7 @@ constexpr std::size_t LONGEST_ADDRESS = 12;  // parts between commas
 // A part of a date or an amount, a clause, a telephone: no part of an address.
 const Regex RE_NOT_ADDRESS(
     "RE_NOT_ADDRESS",
-    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|attn)\b(?! Aviv)|branch$|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9})");
+    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|attn)\b(?! Aviv)|branch$|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9}|\b\d{1,2}[./]\d{1,2}[./](?:19|20)\d{2}\b|\b(?:19|20)\d{2}-\d{2}-\d{2}\b)");
 
 // 69007 Lyon, NJ 07086, EC4N 6AP, K1A 0B1, D02 AF30, 114 79 Stockholm, 01422-000 São
 // Paulo, 1017 CB Amsterdam, 339411
@@ -81,7 +81,8 @@ constexpr auto LOWER_STREET_WORDS = text::words(
      U"ro",      U"gil",      U"daero",     U"kom",   U"cho",   U"apto.", U"apt.",   U"dpto.",
      U"km",      U"piso",     U"étage",     U"c/o",   U"of.",   U"desp.", U"loc.",   U"sala",
      U"náměstí", U"námestie", U"ulica",     U"ulice", U"sokak", U"mah.",  U"trg",    U"cesta",
-     U"körút",   U"körútja",  U"prospekt",  U"las",   U"los",   U"les",   U"das",    U"el"});
+     U"körút",   U"körútja",  U"prospekt",  U"las",   U"los",   U"les",   U"das",    U"el",
+     U"im",      U"bei",      U"ob"});
 
 // Canton of Ticino: the head belongs to the name.
 const Regex RE_HEADED_PLACE(
@@ -153,8 +154,9 @@ class LatinPlaceSearch {
     finish(chain);
   }
 
-  void add_piece(const Piece& piece, std::vector<Piece>& chain) {
+  void add_piece(Piece piece, std::vector<Piece>& chain) {
     const bool follows = !chain.empty();
+    if (follows && is_country_with_article(piece)) piece.tail = piece.start;
     if (is_foreign(follows ? piece.start : piece.tail, follows ? piece.head : piece.end)) {
       finish(chain);
       return;
@@ -167,6 +169,13 @@ class LatinPlaceSearch {
       finish(chain);
     }
     if (piece.tail < piece.end && (!used || piece.tail > piece.head)) chain.push_back(piece);
+  }
+
+  // 1015 CX Amsterdam, the Netherlands
+  bool is_country_with_article(const Piece& piece) const {
+    constexpr std::size_t ARTICLE = 4;
+    return t_.substr(piece.start, ARTICLE) == U"the " &&
+           is_covered(a_.of(WordClass::EN_REGION), piece.start + ARTICLE, piece.head);
   }
 
   bool opens_with_connective(const Piece& piece) const {
@@ -261,8 +270,21 @@ class LatinPlaceSearch {
       return true;
     }
     if (piece.tail >= piece.end) return false;
+    if (word == U"of" && is_person_before(token, piece)) return true;
     return ends_sentence(word) || ((word == U"of" || word == U"at" || word == U"in") &&
                                    text::is_ascii_digit(t_[piece.tail]));
+  }
+
+  // Graham Ellerby of Rosehill Cottage. Not City of London.
+  bool is_person_before(const Token& of, const Piece& piece) const {
+    const Token first = token_after(t_, piece.start);
+    const auto words = t_.substr(piece.start, of.start - piece.start);
+    const auto kind = latin_name_class(first.in(t_));
+    return (kind == LatinNameClass::GIVEN || kind == LatinNameClass::BOTH) &&
+           std::count(words.begin(), words.end(), U' ') >= 2 &&
+           std::none_of(words.begin(), words.end(), text::is_ascii_digit) &&
+           !is_touched(a_.of(WordClass::EN_STREET_WORD), piece.start, of.start) &&
+           !is_touched(a_.of(WordClass::EN_PLACE), piece.start, of.start);
   }
 
   void finish(std::vector<Piece>& chain) {
@@ -272,13 +294,31 @@ class LatinPlaceSearch {
     chain.clear();
   }
 
-  // Not the name of the person who lives there.
+  // Not the name of the person who lives there, not the number of a register.
   bool begins_address(const Piece& piece) const {
-    const auto words = t_.substr(piece.tail, piece.end - piece.tail);
-    return std::any_of(words.begin(), words.end(), text::is_ascii_digit) ||
-           is_touched(streets_, piece.tail, piece.end) ||
-           is_touched(a_.of(WordClass::EN_PLACE), piece.tail, piece.end) ||
-           is_touched(a_.of(WordClass::EN_STREET_WORD), piece.tail, piece.end);
+    std::size_t start = piece.tail;
+    // Dr. Reinhild Mögling: no Drive
+    if (t_.substr(start, 3) == U"Dr " || t_.substr(start, 3) == U"Dr.") start += 3;
+    return holds_house_number(start, piece.end) || is_touched(streets_, start, piece.end) ||
+           is_touched(a_.of(WordClass::EN_PLACE), start, piece.end) ||
+           is_touched(a_.of(WordClass::EN_STREET_WORD), start, piece.end);
+  }
+
+  // 19/F, Unit 3; not UEN 202018842M, Licence No. TC007418
+  bool holds_house_number(std::size_t start, std::size_t end) const {
+    constexpr auto LONGEST = 5;
+    for (std::size_t at = start; at < end;) {
+      const Token token = token_after(t_, at);
+      if (token.empty()) {
+        ++at;
+        continue;
+      }
+      const auto word = token.in(t_);
+      const auto digits = std::count_if(word.begin(), word.end(), text::is_ascii_digit);
+      if (digits > 0 && digits <= LONGEST) return true;
+      at = token.end;
+    }
+    return false;
   }
 
   void report(const std::vector<Piece>& chain) {

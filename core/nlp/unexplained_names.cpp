@@ -287,6 +287,11 @@ class UnexplainedNameSearch {
     const auto start = static_cast<std::ptrdiff_t>(start_of(p));
     const auto end = static_cast<std::ptrdiff_t>(end_of(p));
     if (names_.touches(start, end) || places_.contains(start, end)) return true;
+    // Qingdao–Guangzhou
+    if (in(p).find(U'\u2013') != t_.npos && places_.touches(start, start + 1) &&
+        places_.touches(end - 1, end)) {
+      return true;
+    }
     for (const auto c : {WordClass::EN_ROLE, WordClass::PUBLIC_NAME, WordClass::SHIELD}) {
       if (is_covered(a_.of(c), start_of(p), end_of(p))) return true;
     }

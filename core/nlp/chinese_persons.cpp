@@ -111,7 +111,8 @@ class ChinesePersonSearch {
       // Of a sentence that goes on, the words decide.
       if (at == label.end && at < t_.size() && !is_word_boundary(a_.chinese_words, at)) continue;
       if (add_foreign_list(at)) continue;
-      add_list(at, marked || blank ? NameContext::LABEL : NameContext::PROSE);
+      const bool name = marked || blank || is_run_like_name(at);
+      add_list(at, name ? NameContext::LABEL : NameContext::PROSE);
     }
   }
 
@@ -221,6 +222,21 @@ class ChinesePersonSearch {
       at = end + 1;
       context = NameContext::PROSE;
     }
+  }
+
+  // 联系人冯所娟，: between a label and a mark, a surname and what is no word
+  bool is_run_like_name(std::size_t at) const {
+    constexpr Evidence LEAST = -16;
+    const std::size_t surname = surname_length(t_, at);
+    std::size_t end = at;
+    while (end < t_.size() && end - at < 5 && is_han(t_[end])) ++end;
+    const std::size_t given = end - at - std::min(surname, end - at);
+    if (surname == 0 || given == 0 || given > 2) return false;
+    const auto* word = word_at(a_.chinese_words, at + surname);
+    const bool words = word != nullptr && word->length() > 1 && word->known() &&
+                       word->word_class != recognition::ChineseWordClass::PERSON;
+    return given_evidence(t_[end - 1]) > 0 && !(words && word->end >= end) &&
+           name_evidence(a_, at, end, surname) >= LEAST;
   }
 
   // 工程部库尔班江·吐尔逊: the name begins behind the department.
@@ -374,6 +390,8 @@ class ChinesePersonSearch {
       if (!is_dot(t_[i]) || i < done) continue;
       std::size_t start = i;
       while (start > done && i - start < 6 && sounds(t_[start - 1])) --start;
+      // 佟加·庆夫: a surname before one sound
+      if (start + 1 == i && start > done && is_chinese_surname(t_.substr(start - 1, 1))) --start;
       std::size_t end = i;
       constexpr std::size_t LONGEST_NAME = 40;
       while (end < t_.size() && end - start < LONGEST_NAME && is_dot(t_[end])) {

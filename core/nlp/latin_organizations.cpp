@@ -49,12 +49,12 @@ constexpr auto OF_HEADS = text::words({U"university", U"court", U"courts", U"ins
 bool is_german(std::u32string_view word) { return GERMAN_HEADS.contains(word); }
 
 // Heads that alone make a name of one capitalized word before them: Dubai Courts.
-constexpr auto STRONG_HEADS =
-    text::words({U"bank",        U"university",   U"college",    U"institute",  U"hospital",
-                 U"court",       U"courts",       U"commission", U"centre",     U"center",
-                 U"association", U"authority",    U"ministry",   U"council",    U"chamber",
-                 U"foundation",  U"exchange",     U"society",    U"sparebank",  U"landgericht",
-                 U"amtsgericht", U"kantonalbank", U"arbitrale",  U"federation", U"department"});
+constexpr auto STRONG_HEADS = text::words(
+    {U"bank",       U"university",  U"college", U"institute",   U"hospital",     U"court",
+     U"courts",     U"commission",  U"centre",  U"center",      U"association",  U"authority",
+     U"ministry",   U"council",     U"chamber", U"foundation",  U"exchange",     U"society",
+     U"sparebank",  U"landgericht", U"club",    U"amtsgericht", U"kantonalbank", U"arbitrale",
+     U"federation", U"department"});
 
 // Forms of two letters that are also words in a heading: PAYABLE AS FOLLOWS.
 constexpr auto DOUBTFUL_FORMS = text::words(
@@ -340,7 +340,9 @@ class LatinOrganizationSearch {
     for (std::size_t i = at - 1; i > 0 && at - i < LONGEST; --i) {
       if (t_[i - 1] == U'(')
         return i >= 2 && t_[i - 2] == U' ' ? std::optional(i - 1) : std::nullopt;
-      if (!is_latin_letter(t_[i - 1]) && t_[i - 1] != U' ') return std::nullopt;
+      // (H.K.)
+      if (!is_latin_letter(t_[i - 1]) && t_[i - 1] != U' ' && t_[i - 1] != U'.')
+        return std::nullopt;
     }
     return std::nullopt;
   }

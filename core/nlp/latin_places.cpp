@@ -154,9 +154,8 @@ class LatinPlaceSearch {
     finish(chain);
   }
 
-  void add_piece(Piece piece, std::vector<Piece>& chain) {
+  void add_piece(const Piece& piece, std::vector<Piece>& chain) {
     const bool follows = !chain.empty();
-    if (follows && is_country_with_article(piece)) piece.tail = piece.start;
     if (is_foreign(follows ? piece.start : piece.tail, follows ? piece.head : piece.end)) {
       finish(chain);
       return;
@@ -164,7 +163,8 @@ class LatinPlaceSearch {
     // The address may end within the piece, and the next one begin: "of Building 5".
     bool used = false;
     if (follows && !piece.fits()) {
-      used = piece.head > piece.start && !opens_with_connective(piece);
+      used = piece.head > piece.start &&
+             (!opens_with_connective(piece) || is_country_with_article(piece));
       if (used) chain.push_back({piece.start, piece.head, piece.head, piece.start});
       finish(chain);
     }
@@ -175,7 +175,7 @@ class LatinPlaceSearch {
   bool is_country_with_article(const Piece& piece) const {
     constexpr std::size_t ARTICLE = 4;
     return t_.substr(piece.start, ARTICLE) == U"the " &&
-           is_covered(a_.of(WordClass::EN_REGION), piece.start + ARTICLE, piece.head);
+           end_of_word_at(a_.of(WordClass::EN_REGION), piece.start + ARTICLE) == piece.head;
   }
 
   bool opens_with_connective(const Piece& piece) const {

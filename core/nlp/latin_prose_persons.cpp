@@ -310,6 +310,11 @@ class Words {
     if (s.size() > 2 && (s.ends_with(U"'s") || s.ends_with(U"\u2019s"))) return end - 2;
     if (s.size() != 1 || !is_lower(s.front())) return end;
     if (t_.substr(start, 4) == U"v.d.") return start + 4;
+    // Friederike v. Stetten; not the case Harrow v. Brandt
+    if (t_.substr(start, 2) == U"v." && !list.empty() && list.back().surely_given() &&
+        !list.back().surname && list.back().end + 1 == start) {
+      return start + 2;
+    }
     return NAME_PARTICLES.contains(t_.substr(start, 3)) ? start + 3 : end;
   }
 

@@ -23,18 +23,17 @@ constexpr auto SURE_PERSON_TITLES =
 
 // Before a person as well, but also in the names of firms
 constexpr auto OTHER_PERSON_TITLES =
-    text::words({U"sister", U"brother", U"father", U"captain", U"capt", U"judge", U"justice",
-                 U"major", U"colonel", U"nurse", U"rev", U"reverend", U"hon", U"sgt", U"sir",
-                 U"madam", U"engr", U"adv", U"ing", U"avv", U"dott"});
+    text::words({U"sister", U"brother", U"father", U"captain", U"capt",     U"judge", U"justice",
+                 U"major",  U"colonel", U"nurse",  U"rev",     U"reverend", U"hon",   U"sgt",
+                 U"sir",    U"madam",   U"engr",   U"adv",     U"ing",      U"avv",   U"dott"});
 
 constexpr auto FUNCTION_WORDS =
-    text::words({U"of", U"and", U"or", U"by", U"to", U"with", U"from", U"is", U"in", U"for",
-                 U"at", U"as", U"on", U"between", U"that"});
+    text::words({U"of", U"and", U"or", U"by", U"to", U"with", U"from", U"is", U"in", U"for", U"at",
+                 U"as", U"on", U"between", U"that"});
 
 // Hirer, Obligor, Franchisee: what somebody is in a contract
-constexpr std::u32string_view ROLE_ENDINGS[] = {U"er",  U"ers",  U"or",  U"ors",  U"ee",
-                                                U"ees", U"ant",  U"ants", U"ent", U"ents",
-                                                U"ary", U"aries"};
+constexpr std::u32string_view ROLE_ENDINGS[] = {U"er",  U"ers",  U"or",  U"ors",  U"ee",  U"ees",
+                                                U"ant", U"ants", U"ent", U"ents", U"ary", U"aries"};
 
 std::u32string word_of(std::u32string_view token) {
   if (token.ends_with(U'.')) token.remove_suffix(1);

@@ -225,6 +225,7 @@ class UnexplainedNameSearch {
   void judge(const LatinRun& run) {
     const Part p = part_of(run);
     if (p.empty() || run.foreign_line || is_known(p) || !stands_free(p)) return;
+    if (add_route(p)) return;
     if (const auto type = place_type(run, p)) {
       add(*type, p);
     } else if (run.capitals_line) {
@@ -234,6 +235,21 @@ class UnexplainedNameSearch {
     } else if (evidence(run, p) >= ENOUGH_EVIDENCE) {
       add(is_person(p) ? entity_type::PERSON : entity_type::ORGANIZATION, p);
     }
+  }
+
+  // Qingdao–Guangzhou: two cities
+  bool add_route(const Part& p) {
+    if (p.size() != 1) return false;
+    const auto route = in(p);
+    const std::size_t dash = route.find_first_of(U"-\u2013");
+    if (dash == route.npos || dash < 3 || route.size() - dash < 4) return false;
+    if (!is_world_city(route.substr(0, dash)) || !is_world_city(route.substr(dash + 1)))
+      return false;
+    const std::size_t start = start_of(p);
+    add_by_line(a_.folded, entity_type::LOCATION, start, start + dash, UNEXPLAINED_SCORE, out_);
+    add_by_line(a_.folded, entity_type::LOCATION, start + dash + 1, end_of(p), UNEXPLAINED_SCORE,
+                out_);
+    return true;
   }
 
   bool is_brand(const Part& p) const {
@@ -287,11 +303,6 @@ class UnexplainedNameSearch {
     const auto start = static_cast<std::ptrdiff_t>(start_of(p));
     const auto end = static_cast<std::ptrdiff_t>(end_of(p));
     if (names_.touches(start, end) || places_.contains(start, end)) return true;
-    // Qingdao–Guangzhou
-    if (in(p).find(U'\u2013') != t_.npos && places_.touches(start, start + 1) &&
-        places_.touches(end - 1, end)) {
-      return true;
-    }
     for (const auto c : {WordClass::EN_ROLE, WordClass::PUBLIC_NAME, WordClass::SHIELD}) {
       if (is_covered(a_.of(c), start_of(p), end_of(p))) return true;
     }

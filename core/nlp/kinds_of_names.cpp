@@ -49,7 +49,8 @@ class Kinds {
 
   void add_organization(const std::u32string& surface) {
     auto& count = counts_[surface];
-    if (++count.organizations > 1 || surface.size() > LONGEST_SINGLE_NAME) return;
+    const bool is_person = count.persons > 0;  // Dominic Westerby is no firm of that name
+    if (++count.organizations > 1 || is_person || surface.size() > LONGEST_SINGLE_NAME) return;
     if (surface.find(U' ') != std::u32string::npos) {
       for_each_word(surface, [&](std::u32string word) { brands_.insert(std::move(word)); });
       add_latin_brands(surface);
@@ -132,6 +133,8 @@ std::vector<RecognizerResult> agree_on_kinds(const NlpArtifacts& artifacts,
     if (hit.entity_type == PERSON && persons.emplace(hit.start, hit.end).second) {
       kinds.add_person(surface_of(hit));
     }
+  }
+  for (const auto& hit : results) {
     if (hit.entity_type == ORGANIZATION && organizations.emplace(hit.start, hit.end).second) {
       kinds.add_organization(surface_of(hit));
     }

@@ -290,6 +290,7 @@ class LatinPlaceSearch {
   void finish(std::vector<Piece>& chain) {
     chain.erase(chain.begin(), std::find_if(chain.begin(), chain.end(),
                                             [this](const Piece& p) { return begins_address(p); }));
+    if (!chain.empty()) chain.front().tail = with_house_name(chain.front().tail);
     if (!chain.empty()) report(chain);
     chain.clear();
   }
@@ -302,6 +303,25 @@ class LatinPlaceSearch {
     return holds_house_number(start, piece.end) || is_touched(streets_, start, piece.end) ||
            is_touched(a_.of(WordClass::EN_PLACE), start, piece.end) ||
            is_touched(a_.of(WordClass::EN_STREET_WORD), start, piece.end);
+  }
+
+  // at The Old Mill, 14 Bridge Street: where the address begins with the name of its house
+  std::size_t with_house_name(std::size_t start) const {
+    constexpr int MOST_WORDS = 4;
+    if (start < 2 || t_.substr(start - 2, 2) != U", " || !text::is_ascii_digit(t_[start])) {
+      return start;
+    }
+    std::size_t at = start - 2;
+    for (int n = 0; n <= MOST_WORDS; ++n) {
+      const Token token = token_before(t_, at);
+      if (token.empty() || token.end != at) return start;
+      if (token.in(t_) == U"at" && n > 0) return token.end + 1;
+      if (!is_upper(t_[token.start]) || token.start == 0 || t_[token.start - 1] != U' ') {
+        return start;
+      }
+      at = token.start - 1;
+    }
+    return start;
   }
 
   // 19/F, Unit 3; not UEN 202018842M, Licence No. TC007418

@@ -267,6 +267,22 @@ class Words {
       }
       i = take(i, opens, opens_cell, opens_line);
     }
+    read_surname_he();
+  }
+
+  // He Wei, An Xiaoming: before a name in pinyin no pronoun
+  void read_surname_he() {
+    for (std::size_t i = 0; i + 1 < list.size(); ++i) {
+      Word& w = list[i];
+      const Word& next = list[i + 1];
+      if (w.shape != Shape::CAPITAL || (w.low != U"he" && w.low != U"an" && w.low != U"she") ||
+          !next.linked || next.shape != Shape::CAPITAL || english_word_frequency(next.low) > 2 ||
+          next.low.size() < 3 || !is_pinyin(next.low, 2)) {
+        continue;
+      }
+      w.ordinary = false;
+      w.surname = true;
+    }
   }
 
   // 4500A: not a word

@@ -96,12 +96,15 @@ bool is_of_place(const NlpArtifacts& a, std::size_t start, std::size_t end) {
 
 void find_minority_names(const NlpArtifacts& a, std::vector<anonymization::RecognizerResult>& out) {
   const std::u32string_view t = a.folded;
+  std::size_t found = 0;  // where the last one ends
   for (std::size_t at = 0; at < t.size();) {
     if (!is_han(t[at])) {
       ++at;
       continue;
     }
-    const std::size_t end = minority_name_end(t, at);
+    std::size_t end = minority_name_end(t, at);
+    // 扎西顿珠、央金: a short one in a list
+    if (end == at && found > 0 && at == found + 1 && t[found] == U'、') end = element_end(t, at);
     if (end == at) {
       ++at;
       continue;
@@ -109,6 +112,7 @@ void find_minority_names(const NlpArtifacts& a, std::vector<anonymization::Recog
     const bool dotted = (at > 0 && is_dot(t[at - 1])) || (end < t.size() && is_dot(t[end]));
     if (!dotted && !is_of_place(a, at, end)) {
       out.push_back(make_hit(anonymization::entity_type::PERSON, at, end, MINORITY_NAME_SCORE));
+      found = end;
     }
     at = end;
   }

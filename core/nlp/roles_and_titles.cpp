@@ -5,6 +5,7 @@
 
 #include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/refinements.hpp"
 #include "core/text/unicode.hpp"
@@ -143,8 +144,8 @@ class Roles {
     if (!is_single_word(surface)) return false;
     const auto word = text::case_fold(surface);
     const auto found = facts_.find(word);
-    return found != facts_.end() && found->second.determined && found->second.label &&
-           !of_names_.contains(word);
+    return found != facts_.end() && found->second.determined && !of_names_.contains(word) &&
+           (found->second.label || is_made_of_verb(word));
   }
 
  private:
@@ -164,6 +165,22 @@ class Roles {
   bool is_quoted(std::size_t start, std::size_t end) const {
     return start > 0 && end < t_.size() && (t_[start - 1] == U'"' || t_[start - 1] == 0x201C) &&
            (t_[end] == U'"' || t_[end] == 0x201D);
+  }
+
+  // Grantor of grant, Obligee of oblige: who does it or to whom it is done
+  static bool is_made_of_verb(std::u32string_view word) {
+    constexpr std::size_t SHORTEST_VERB = 4;
+    constexpr unsigned EVERYDAY = 3;
+    const auto kind = latin_name_class(word);  // the Parker plant
+    if (kind != LatinNameClass::NONE && kind != LatinNameClass::PROPER) return false;
+    for (const auto ending : ROLE_ENDINGS) {
+      if (!word.ends_with(ending) || word.size() < SHORTEST_VERB + ending.size()) continue;
+      const std::u32string verb(word.substr(0, word.size() - ending.size()));
+      if (is_common_english_word(verb, EVERYDAY) || is_common_english_word(verb + U'e', EVERYDAY)) {
+        return true;
+      }
+    }
+    return false;
   }
 
   static bool ends_like_role(std::u32string_view word) {

@@ -237,15 +237,19 @@ class UnexplainedNameSearch {
     }
   }
 
+  bool is_city(std::size_t start, std::size_t end) const {
+    return is_covered(a_.of(WordClass::EN_PLACE), start, end) ||
+           is_world_city(t_.substr(start, end - start));
+  }
+
   // Qingdao–Guangzhou: two cities
   bool add_route(const Part& p) {
     if (p.size() != 1) return false;
     const auto route = in(p);
     const std::size_t dash = route.find_first_of(U"-\u2013");
     if (dash == route.npos || dash < 3 || route.size() - dash < 4) return false;
-    if (!is_world_city(route.substr(0, dash)) || !is_world_city(route.substr(dash + 1)))
-      return false;
     const std::size_t start = start_of(p);
+    if (!is_city(start, start + dash) || !is_city(start + dash + 1, end_of(p))) return false;
     add_by_line(a_.folded, entity_type::LOCATION, start, start + dash, UNEXPLAINED_SCORE, out_);
     add_by_line(a_.folded, entity_type::LOCATION, start + dash + 1, end_of(p), UNEXPLAINED_SCORE,
                 out_);

@@ -215,7 +215,7 @@ class Persons {
       const auto a = spelling_of_[m];
       const auto b = spelling_of_[m + 1];
       if (a == NOBODY || b == NOBODY || !is_full(spellings_[a]) || !is_full(spellings_[b]) ||
-          spellings_[a].is_latin() == spellings_[b].is_latin()) {
+          (spellings_[a].is_latin() == spellings_[b].is_latin() && !is_other_name(m))) {
         continue;
       }
       const auto next =
@@ -231,6 +231,22 @@ class Persons {
       unite(cluster, *others.begin());
       paired_.insert(cluster);
     }
+  }
+
+  // Yip Ka Man (Carmen Yip): in a bracket of its own, with a word of the name
+  bool is_other_name(std::size_t m) const {
+    const auto& x = mentions_[m];
+    const auto& y = mentions_[m + 1];
+    if (text::slice(text_, x.end, y.start) != U" (" ||
+        text::slice(text_, y.end, y.end + 1) != U")") {
+      return false;
+    }
+    const auto& first = spellings_[spelling_of_[m]].name.names;
+    const auto& second = spellings_[spelling_of_[m + 1]].name.names;
+    return std::find_first_of(first.begin(), first.end(), second.begin(), second.end(),
+                              [](const auto& a, const auto& b) {
+                                return a.size() >= MIN_SURNAME && a == b;
+                              }) != first.end();
   }
 
   // 欧阳静 and Ouyang Jing, where no other name is spelled alike.

@@ -173,7 +173,9 @@ std::size_t chinese_name_end(const NlpArtifacts& a, std::size_t at, NameContext 
   }
   const std::size_t end = plain_name_end(a, at, context);
   if (end == at || holds_word(a, at, end)) return at;
-  for (std::size_t length = 2; length <= end - at; ++length) {
+  // 法定代表人：幸福来: where nothing but a name stands, all of it must be a word.
+  const bool alone = context == NameContext::LABEL && (end >= t.size() || is_cell_end(t[end]));
+  for (std::size_t length = alone ? end - at : 2; length <= end - at; ++length) {
     if (is_everyday_word(t.substr(at, length))) return at;
   }
   const bool place = end_of_word_at(a.of(WordClass::PLACE), at) >= end;

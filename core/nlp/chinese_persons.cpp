@@ -59,7 +59,8 @@ constexpr std::u32string_view TRANSLITERATION =
     U"阿埃艾爱安昂奥巴白拜班邦保堡贝本比彼边别宾波伯博布查柴达大戴丹德登迪蒂丁东杜敦多俄厄恩尔法凡范菲费芬丰弗福夫佛盖甘冈高戈哥格葛根古瓜圭哈海"
     U"汉赫亨胡华怀惠霍基吉加贾杰金居卡凯坎康科克肯库昆拉莱兰朗劳勒雷黎里利莉丽林琳列卢鲁路伦罗洛吕马玛迈麦曼芒梅门蒙孟米密明摩莫默穆木娜纳南内"
     U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾图土吐托瓦万威维韦温翁沃得乌吾武西"
-    U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗";
+    U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗"
+    U"逊庆巴仁旺措珠次嘎强";
 
 bool transliterates(std::u32string_view part) {
   std::size_t known = 0;
@@ -81,6 +82,7 @@ class ChinesePersonSearch {
     before_identity_numbers();
     compound_surnames();
     dotted_names();
+    find_minority_names(a_, out_);
     find_prose_persons(a_, out_);
     lists();
     surnames_with_titles();
@@ -109,7 +111,8 @@ class ChinesePersonSearch {
       // Of a sentence that goes on, the words decide.
       if (at == label.end && at < t_.size() && !is_word_boundary(a_.chinese_words, at)) continue;
       if (add_foreign_list(at)) continue;
-      add_list(at, marked || blank ? NameContext::LABEL : NameContext::PROSE);
+      const bool name = marked || blank || is_run_like_name(at);
+      add_list(at, name ? NameContext::LABEL : NameContext::PROSE);
     }
   }
 
@@ -213,11 +216,38 @@ class ChinesePersonSearch {
     while (true) {
       const std::size_t end = chinese_name_end(a_, at, context);
       if (end == at) return;
+      at = behind_unit(at, end);
       add(at, end, context == NameContext::LABEL ? LABEL_SCORE : PROSE_SCORE);
       if (end + 1 >= t_.size() || (t_[end] != U'、' && t_[end] != U'/')) return;
       at = end + 1;
       context = NameContext::PROSE;
     }
+  }
+
+  // 联系人冯所娟，: between a label and a mark, a surname and what is no word
+  bool is_run_like_name(std::size_t at) const {
+    constexpr Evidence LEAST = -16;
+    const std::size_t surname = surname_length(t_, at);
+    std::size_t end = at;
+    while (end < t_.size() && end - at < 5 && is_han(t_[end])) ++end;
+    const std::size_t given = end - at - std::min(surname, end - at);
+    if (surname == 0 || given == 0 || given > 2) return false;
+    const auto* word = word_at(a_.chinese_words, at + surname);
+    const bool words = word != nullptr && word->length() > 1 && word->known() &&
+                       word->word_class != recognition::ChineseWordClass::PERSON;
+    return given_evidence(t_[end - 1]) > 0 && !(words && word->end >= end) &&
+           name_evidence(a_, at, end, surname) >= LEAST;
+  }
+
+  // 工程部库尔班江·吐尔逊: the name begins behind the department.
+  std::size_t behind_unit(std::size_t at, std::size_t end) const {
+    constexpr std::u32string_view UNITS = U"部处科室组队办";
+    const std::size_t dot = t_.substr(at, end - at).find_first_of(U"·•・");
+    if (dot == t_.npos) return at;
+    for (std::size_t i = at + dot - 1; i > at + 1; --i) {
+      if (UNITS.find(t_[i - 1]) != UNITS.npos && is_word_boundary(a_.chinese_words, i)) return i;
+    }
+    return at;
   }
 
   bool has_surname(std::size_t at) const {
@@ -360,6 +390,8 @@ class ChinesePersonSearch {
       if (!is_dot(t_[i]) || i < done) continue;
       std::size_t start = i;
       while (start > done && i - start < 6 && sounds(t_[start - 1])) --start;
+      // 佟加·庆夫: a surname before one sound
+      if (start + 1 == i && start > done && is_chinese_surname(t_.substr(start - 1, 1))) --start;
       std::size_t end = i;
       constexpr std::size_t LONGEST_NAME = 40;
       while (end < t_.size() && end - start < LONGEST_NAME && is_dot(t_[end])) {
@@ -369,9 +401,37 @@ class ChinesePersonSearch {
         if (part == end + 1) break;
         end = part;
       }
-      if (start < i && end > i && end - start >= 4) add(start, end, PROSE_SCORE);
+      if (start < i && end > i && end - start >= 4) {
+        add(start, end, PROSE_SCORE);
+      } else {
+        end = labelled_dotted_name(i, done);
+      }
       done = std::max(done, end);
     }
+  }
+
+  // 译者佟加·庆夫，: behind a word for persons and up to a mark, whatever it sounds like
+  std::size_t labelled_dotted_name(std::size_t dot, std::size_t done) {
+    constexpr std::size_t LONGEST_DOTTED_PART = 5;
+    constexpr std::u32string_view WORDS_FOR_PERSONS = U"者员师人工手长";
+    std::size_t end = dot + 1;
+    while (end < t_.size() && is_han(t_[end]) && end - dot <= LONGEST_DOTTED_PART) ++end;
+    if (end - dot < 3 || (end < t_.size() && is_han(t_[end]))) return dot;
+    for (std::size_t start = dot - 1; start > done && dot - start <= LONGEST_DOTTED_PART; --start) {
+      const char32_t before = t_[start - 1];
+      if (!is_han(before)) break;
+      if (dot - start < 2 || WORDS_FOR_PERSONS.find(before) == WORDS_FOR_PERSONS.npos) continue;
+      if (!is_word_boundary(a_.chinese_words, start) || is_touched_by_names(start, end)) continue;
+      add(start, end, PROSE_SCORE);
+      return end;
+    }
+    return dot;
+  }
+
+  bool is_touched_by_names(std::size_t start, std::size_t end) const {
+    return is_touched(a_.of(WordClass::PLACE), start, end) ||
+           is_touched(a_.of(WordClass::TRADE_WORD), start, end) ||
+           is_touched(a_.of(WordClass::INSTITUTION), start, end);
   }
 
   // 提 in 索科洛夫提供

@@ -13,4 +13,9 @@ namespace core::nlp {
 void find_prose_persons(const recognition::NlpArtifacts& artifacts,
                         std::vector<anonymization::RecognizerResult>& out);
 
+// Names without a surname, of the elements that Tibetan, Mongol and Uyghur names are made of:
+// 尼玛卓嘎, 宝音德力格尔. Not those of places and firms.
+void find_minority_names(const recognition::NlpArtifacts& artifacts,
+                         std::vector<anonymization::RecognizerResult>& out);
+
 }  // namespace core::nlp

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "core/nlp/chinese_lexicon.hpp"
+#include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/refinements.hpp"
 #include "core/text/unicode.hpp"
 
@@ -48,9 +49,11 @@ class Kinds {
 
   void add_organization(const std::u32string& surface) {
     auto& count = counts_[surface];
-    if (++count.organizations > 1 || surface.size() > LONGEST_SINGLE_NAME) return;
+    const bool is_person = count.persons > 0;  // Dominic Westerby is no firm of that name
+    if (++count.organizations > 1 || is_person || surface.size() > LONGEST_SINGLE_NAME) return;
     if (surface.find(U' ') != std::u32string::npos) {
       for_each_word(surface, [&](std::u32string word) { brands_.insert(std::move(word)); });
+      add_latin_brands(surface);
     } else if (text::contains_ideograph(surface)) {
       add_chinese_brands(surface);
     }
@@ -59,7 +62,9 @@ class Kinds {
   // The kind that all mentions with this spelling have; empty: what was found.
   std::string_view kind_of(const std::u32string& surface) const {
     const auto& count = counts_.at(surface);
-    if (count.persons == 0) return {};
+    if (count.persons == 0) {
+      return is_part_of_person(surface) ? std::string_view(PERSON) : std::string_view();
+    }
     if (count.organizations > 0) {
       if (count.organizations == count.persons) return is_brand(surface) ? ORGANIZATION : PERSON;
       return count.organizations > count.persons ? ORGANIZATION : PERSON;
@@ -73,6 +78,13 @@ class Kinds {
     std::size_t organizations = 0;
   };
 
+  // Westerby, who is Dominic Westerby elsewhere, and no firm
+  bool is_part_of_person(const std::u32string& surface) const {
+    constexpr std::size_t SHORTEST = 4;
+    return surface.size() >= SHORTEST && !text::contains_ideograph(surface) &&
+           of_persons_.contains(surface) && !brands_.contains(surface);
+  }
+
   // 凡特瑞 of 凡特瑞动力技术有限公司, 恪诚招标 of 乌鲁木齐恪诚招标有限公司.
   void add_chinese_brands(const std::u32string& surface) {
     for (std::size_t start = 0; start + SHORTEST_SHARED_BRAND < surface.size(); ++start) {
@@ -80,6 +92,18 @@ class Kinds {
            n <= LONGEST_SHARED_BRAND && start + n < surface.size(); ++n) {
         brands_.insert(surface.substr(start, n));
       }
+    }
+  }
+
+  // Banyan Ridge of Banyan Ridge Ventures; not the person whose name a firm bears
+  void add_latin_brands(const std::u32string& surface) {
+    const auto first = latin_name_class(surface.substr(0, surface.find(U' ')));
+    if (first == LatinNameClass::GIVEN || first == LatinNameClass::BOTH) return;
+    constexpr int LONGEST = 3;  // words
+    std::size_t end = surface.find(U' ');
+    for (int n = 0; n < LONGEST && end != std::u32string::npos; ++n) {
+      brands_.insert(surface.substr(0, end));
+      end = surface.find(U' ', end + 1);
     }
   }
 
@@ -109,6 +133,8 @@ std::vector<RecognizerResult> agree_on_kinds(const NlpArtifacts& artifacts,
     if (hit.entity_type == PERSON && persons.emplace(hit.start, hit.end).second) {
       kinds.add_person(surface_of(hit));
     }
+  }
+  for (const auto& hit : results) {
     if (hit.entity_type == ORGANIZATION && organizations.emplace(hit.start, hit.end).second) {
       kinds.add_organization(surface_of(hit));
     }

@@ -49,12 +49,12 @@ constexpr auto OF_HEADS = text::words({U"university", U"court", U"courts", U"ins
 bool is_german(std::u32string_view word) { return GERMAN_HEADS.contains(word); }
 
 // Heads that alone make a name of one capitalized word before them: Dubai Courts.
-constexpr auto STRONG_HEADS =
-    text::words({U"bank",        U"university",   U"college",    U"institute",  U"hospital",
-                 U"court",       U"courts",       U"commission", U"centre",     U"center",
-                 U"association", U"authority",    U"ministry",   U"council",    U"chamber",
-                 U"foundation",  U"exchange",     U"society",    U"sparebank",  U"landgericht",
-                 U"amtsgericht", U"kantonalbank", U"arbitrale",  U"federation", U"department"});
+constexpr auto STRONG_HEADS = text::words(
+    {U"bank",       U"university",  U"college", U"institute",   U"hospital",     U"court",
+     U"courts",     U"commission",  U"centre",  U"center",      U"association",  U"authority",
+     U"ministry",   U"council",     U"chamber", U"foundation",  U"exchange",     U"society",
+     U"sparebank",  U"landgericht", U"club",    U"amtsgericht", U"kantonalbank", U"arbitrale",
+     U"federation", U"department"});
 
 // Forms of two letters that are also words in a heading: PAYABLE AS FOLLOWS.
 constexpr auto DOUBTFUL_FORMS = text::words(
@@ -103,6 +103,7 @@ class LatinOrganizationSearch {
 
   void take_company(const WordHit& form) {
     std::size_t left = form.start;
+    if (form.end < t_.size() && t_[form.end] == U'-') return;  // SOFTWARE-AS-A-SERVICE
     const bool doubtful = DOUBTFUL_FORMS.contains(t_.substr(form.start, form.end - form.start));
     if (!doubtful && left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
     const Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
@@ -161,7 +162,9 @@ class LatinOrganizationSearch {
     if (compound) ++name.words, ++name.particular;
     const auto of =
         is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
-    std::size_t end = of && (strong || name.particular > 0) ? of->end() : head.end;
+    // Goldleaf Spice Traders of Kochi: traders who live there
+    const bool traders = !strong && kind.ends_with(U's');
+    std::size_t end = of && (strong || (name.particular > 0 && !traders)) ? of->end() : head.end;
     if (court) end = behind_court(head.end, end);
     const bool ranked = court && (name.words > 0 || compound);
     const bool plain = !is_set_in_capitals(head.start) && strong &&
@@ -337,7 +340,9 @@ class LatinOrganizationSearch {
     for (std::size_t i = at - 1; i > 0 && at - i < LONGEST; --i) {
       if (t_[i - 1] == U'(')
         return i >= 2 && t_[i - 2] == U' ' ? std::optional(i - 1) : std::nullopt;
-      if (!is_latin_letter(t_[i - 1]) && t_[i - 1] != U' ') return std::nullopt;
+      // (H.K.)
+      if (!is_latin_letter(t_[i - 1]) && t_[i - 1] != U' ' && t_[i - 1] != U'.')
+        return std::nullopt;
     }
     return std::nullopt;
   }

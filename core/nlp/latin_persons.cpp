@@ -8,6 +8,7 @@
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/text/regex.hpp"
+#include "core/text/word_set.hpp"
 
 namespace core::nlp {
 namespace {
@@ -82,8 +83,23 @@ class LatinPersonSearch {
       if (!first.empty() && is_connective(first.in(t_)) && first.end < t_.size())
         start = first.end + 1;
       const std::size_t end = latin_name_end(a_, start, 1);
-      if (end > start) add(at, end, LATIN_LABEL_SCORE);
+      if (end > start) {
+        add(at, end, LATIN_LABEL_SCORE);
+      } else {
+        add_small_word(at);
+      }
     }
+  }
+
+  // Ms. He Lili: small words that are Chinese surnames too
+  void add_small_word(std::size_t at) {
+    static constexpr auto SURNAMES = text::words(
+        {U"He", U"She", U"An", U"You", U"So", U"To", U"On", U"In", U"Or", U"At", U"Me"});
+    const Token word = token_after(t_, at);
+    if (word.start != at || !SURNAMES.contains(word.in(t_))) return;
+    const std::size_t given =
+        word.end < t_.size() && t_[word.end] == U' ' ? latin_name_end(a_, word.end + 1, 1) : 0;
+    add(at, given > word.end + 1 ? given : word.end, LATIN_LABEL_SCORE);
   }
 
   void behind_labels() {

@@ -19,7 +19,7 @@ constexpr std::size_t LONGEST_ADDRESS = 12;  // parts between commas
 // A part of a date or an amount, a clause, a telephone: no part of an address.
 const Regex RE_NOT_ADDRESS(
     "RE_NOT_ADDRESS",
-    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|attn)\b(?! Aviv)|branch$|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9})");
+    UR"((?i)\b(?:jan(?:uary)?|feb(?:ruary)?|mar(?:ch)?|apr(?:il)?|may|june?|july?|aug(?:ust)?|sept?(?:ember)?|oct(?:ober)?|nov(?:ember)?|dec(?:ember)?)\b.{0,8}\d|[@%$€£]|^(?:section|article|clause|schedule|tel|fax|phone|iban|bic|swift|vat|attn)\b(?! Aviv)|branch$|\b(?:usd|eur|rmb|vat|org|iban|hrb|dated)\b|\d[\d ]{9}|\b\d{1,2}[./]\d{1,2}[./](?:19|20)\d{2}\b|\b(?:19|20)\d{2}-\d{2}-\d{2}\b)");
 
 // 69007 Lyon, NJ 07086, EC4N 6AP, K1A 0B1, D02 AF30, 114 79 Stockholm, 01422-000 São
 // Paulo, 1017 CB Amsterdam, 339411
@@ -81,7 +81,8 @@ constexpr auto LOWER_STREET_WORDS = text::words(
      U"ro",      U"gil",      U"daero",     U"kom",   U"cho",   U"apto.", U"apt.",   U"dpto.",
      U"km",      U"piso",     U"étage",     U"c/o",   U"of.",   U"desp.", U"loc.",   U"sala",
      U"náměstí", U"námestie", U"ulica",     U"ulice", U"sokak", U"mah.",  U"trg",    U"cesta",
-     U"körút",   U"körútja",  U"prospekt",  U"las",   U"los",   U"les",   U"das",    U"el"});
+     U"körút",   U"körútja",  U"prospekt",  U"las",   U"los",   U"les",   U"das",    U"el",
+     U"im",      U"bei",      U"ob"});
 
 // Canton of Ticino: the head belongs to the name.
 const Regex RE_HEADED_PLACE(
@@ -162,11 +163,19 @@ class LatinPlaceSearch {
     // The address may end within the piece, and the next one begin: "of Building 5".
     bool used = false;
     if (follows && !piece.fits()) {
-      used = piece.head > piece.start && !opens_with_connective(piece);
+      used = piece.head > piece.start &&
+             (!opens_with_connective(piece) || is_country_with_article(piece));
       if (used) chain.push_back({piece.start, piece.head, piece.head, piece.start});
       finish(chain);
     }
     if (piece.tail < piece.end && (!used || piece.tail > piece.head)) chain.push_back(piece);
+  }
+
+  // 1015 CX Amsterdam, the Netherlands
+  bool is_country_with_article(const Piece& piece) const {
+    constexpr std::size_t ARTICLE = 4;
+    return t_.substr(piece.start, ARTICLE) == U"the " &&
+           end_of_word_at(a_.of(WordClass::EN_REGION), piece.start + ARTICLE) == piece.head;
   }
 
   bool opens_with_connective(const Piece& piece) const {
@@ -261,24 +270,75 @@ class LatinPlaceSearch {
       return true;
     }
     if (piece.tail >= piece.end) return false;
+    if (word == U"of" && is_person_before(token, piece)) return true;
     return ends_sentence(word) || ((word == U"of" || word == U"at" || word == U"in") &&
                                    text::is_ascii_digit(t_[piece.tail]));
+  }
+
+  // Graham Ellerby of Rosehill Cottage. Not City of London.
+  bool is_person_before(const Token& of, const Piece& piece) const {
+    const Token first = token_after(t_, piece.start);
+    const auto words = t_.substr(piece.start, of.start - piece.start);
+    const auto kind = latin_name_class(first.in(t_));
+    return (kind == LatinNameClass::GIVEN || kind == LatinNameClass::BOTH) &&
+           std::count(words.begin(), words.end(), U' ') >= 2 &&
+           std::none_of(words.begin(), words.end(), text::is_ascii_digit) &&
+           !is_touched(a_.of(WordClass::EN_STREET_WORD), piece.start, of.start) &&
+           !is_touched(a_.of(WordClass::EN_PLACE), piece.start, of.start);
   }
 
   void finish(std::vector<Piece>& chain) {
     chain.erase(chain.begin(), std::find_if(chain.begin(), chain.end(),
                                             [this](const Piece& p) { return begins_address(p); }));
+    if (!chain.empty()) chain.front().tail = with_house_name(chain.front().tail);
     if (!chain.empty()) report(chain);
     chain.clear();
   }
 
-  // Not the name of the person who lives there.
+  // Not the name of the person who lives there, not the number of a register.
   bool begins_address(const Piece& piece) const {
-    const auto words = t_.substr(piece.tail, piece.end - piece.tail);
-    return std::any_of(words.begin(), words.end(), text::is_ascii_digit) ||
-           is_touched(streets_, piece.tail, piece.end) ||
-           is_touched(a_.of(WordClass::EN_PLACE), piece.tail, piece.end) ||
-           is_touched(a_.of(WordClass::EN_STREET_WORD), piece.tail, piece.end);
+    std::size_t start = piece.tail;
+    // Dr. Reinhild Mögling: no Drive
+    if (t_.substr(start, 3) == U"Dr " || t_.substr(start, 3) == U"Dr.") start += 3;
+    return holds_house_number(start, piece.end) || is_touched(streets_, start, piece.end) ||
+           is_touched(a_.of(WordClass::EN_PLACE), start, piece.end) ||
+           is_touched(a_.of(WordClass::EN_STREET_WORD), start, piece.end);
+  }
+
+  // at The Old Mill, 14 Bridge Street: where the address begins with the name of its house
+  std::size_t with_house_name(std::size_t start) const {
+    constexpr int MOST_WORDS = 4;
+    if (start < 2 || t_.substr(start - 2, 2) != U", " || !text::is_ascii_digit(t_[start])) {
+      return start;
+    }
+    std::size_t at = start - 2;
+    for (int n = 0; n <= MOST_WORDS; ++n) {
+      const Token token = token_before(t_, at);
+      if (token.empty() || token.end != at) return start;
+      if (token.in(t_) == U"at" && n > 0) return token.end + 1;
+      if (!is_upper(t_[token.start]) || token.start == 0 || t_[token.start - 1] != U' ') {
+        return start;
+      }
+      at = token.start - 1;
+    }
+    return start;
+  }
+
+  // 19/F, Unit 3; not UEN 202018842M, Licence No. TC007418
+  bool holds_house_number(std::size_t start, std::size_t end) const {
+    constexpr auto LONGEST = 5;
+    for (std::size_t at = start; at < end;) {
+      const Token token = token_after(t_, at);
+      if (token.empty()) {
+        ++at;
+        continue;
+      }
+      const auto word = token.in(t_);
+      const auto digits = std::count_if(word.begin(), word.end(), text::is_ascii_digit);
+      if (digits > 0 && digits <= LONGEST) return true;
+      at = token.end;
+    }
+    return false;
   }
 
   void report(const std::vector<Piece>& chain) {

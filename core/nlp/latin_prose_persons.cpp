@@ -267,6 +267,22 @@ class Words {
       }
       i = take(i, opens, opens_cell, opens_line);
     }
+    read_surname_he();
+  }
+
+  // He Wei, An Xiaoming: before a name in pinyin no pronoun
+  void read_surname_he() {
+    for (std::size_t i = 0; i + 1 < list.size(); ++i) {
+      Word& w = list[i];
+      const Word& next = list[i + 1];
+      if (w.shape != Shape::CAPITAL || (w.low != U"he" && w.low != U"an" && w.low != U"she") ||
+          !next.linked || next.shape != Shape::CAPITAL || english_word_frequency(next.low) > 2 ||
+          next.low.size() < 3 || !is_pinyin(next.low, 2)) {
+        continue;
+      }
+      w.ordinary = false;
+      w.surname = true;
+    }
   }
 
   // 4500A: not a word
@@ -310,6 +326,11 @@ class Words {
     if (s.size() > 2 && (s.ends_with(U"'s") || s.ends_with(U"\u2019s"))) return end - 2;
     if (s.size() != 1 || !is_lower(s.front())) return end;
     if (t_.substr(start, 4) == U"v.d.") return start + 4;
+    // Friederike v. Stetten; not the case Harrow v. Brandt
+    if (t_.substr(start, 2) == U"v." && !list.empty() && list.back().surely_given() &&
+        !list.back().surname && list.back().end + 1 == start) {
+      return start + 2;
+    }
     return NAME_PARTICLES.contains(t_.substr(start, 3)) ? start + 3 : end;
   }
 

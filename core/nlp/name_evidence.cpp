@@ -39,6 +39,10 @@ constexpr Evidence UNLIKELY_PLACE = 8;
 // Given names are often words: 建国, 光明.
 constexpr Evidence WORD_AS_GIVEN_NAME = 2;
 
+// Surnames of few that are frequent words: names behind a role or in a list at most.
+constexpr std::u32string_view WORDS_AS_SURNAMES = U"开令税代步候充赏腾琴果撒朵闪药诺顿展钊籍";
+constexpr Evidence WORD_AS_SURNAME = -6;
+
 // Never in a given name: they join words to sentences.
 constexpr std::u32string_view NEVER_BETWEEN_WORDS_OF_NAMES =
     U"的了是不与或及等被把但且从给就都也还要每另所她它们这款项即均"
@@ -57,6 +61,7 @@ struct Character {
   std::uint8_t cost = RAREST;      // as a word
   bool listed_surname = false;
   bool begins_compound = false;  // 欧 of 欧阳
+  bool word_as_surname = false;
 };
 
 class Characters {
@@ -78,6 +83,11 @@ class Characters {
         c->middle = std::max<std::int8_t>(c->middle, LISTED_GIVEN - NEUTRAL);
         c->last = std::max<std::int8_t>(c->last, LISTED_GIVEN - NEUTRAL);
       }
+    }
+    for (const char32_t name : WORDS_AS_SURNAMES) {
+      Character* c = at(name);
+      c->word_as_surname = true;
+      c->surname = std::max<std::int16_t>(c->surname, WORD_AS_SURNAME);
     }
     for (const auto& name : text::lexicon_words(text::lexicon_data::chinese_surnames)) {
       Character* c = at(name.front());
@@ -156,7 +166,7 @@ std::size_t surname_length(std::u32string_view t, std::size_t at) {
   if (at >= t.size()) return 0;
   const Character& facts = Characters::of(t[at]);
   if (facts.begins_compound && at + 2 <= t.size() && is_chinese_surname(t.substr(at, 2))) return 2;
-  return facts.listed_surname || facts.surname >= 0 ? 1 : 0;
+  return facts.listed_surname || facts.surname >= 0 || facts.word_as_surname ? 1 : 0;
 }
 
 bool is_listed_surname(char32_t c) { return Characters::of(c).listed_surname; }

@@ -12,6 +12,7 @@ std::vector<recognition::Refinement> refinements() {
           {"trimmed names", trim_names},
           {"joined addresses", join_addresses},
           {"neighbouring persons", add_neighbouring_persons},
+          {"roles and titles", drop_roles_and_titles},
           {"kinds of names", agree_on_kinds},
           {"misplaced names", drop_misplaced},
           {"split amounts", split_amounts},

@@ -57,6 +57,12 @@ std::vector<RecognizerResult> split_amounts(const NlpArtifacts& artifacts,
 std::vector<RecognizerResult> add_neighbouring_persons(const NlpArtifacts& artifacts,
                                                        std::vector<RecognizerResult> results);
 
+// Latin names without the title before them (Dr. Voss is Voss) and without function words
+// at their edges. A word that the document uses as the role of a party (Hirer: ..., the
+// Hirer) is no name and dropped.
+std::vector<RecognizerResult> drop_roles_and_titles(const NlpArtifacts& artifacts,
+                                                    std::vector<RecognizerResult> results);
+
 // One kind for all hits with the same spelling that were read as a person here and as
 // an organization there: the more frequent one. A person who is the brand of an
 // organization found (恪诚招标 of 乌鲁木齐恪诚招标有限公司), and whose name nobody bears,

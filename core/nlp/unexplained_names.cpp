@@ -225,6 +225,7 @@ class UnexplainedNameSearch {
   void judge(const LatinRun& run) {
     const Part p = part_of(run);
     if (p.empty() || run.foreign_line || is_known(p) || !stands_free(p)) return;
+    if (add_route(p)) return;
     if (const auto type = place_type(run, p)) {
       add(*type, p);
     } else if (run.capitals_line) {
@@ -234,6 +235,25 @@ class UnexplainedNameSearch {
     } else if (evidence(run, p) >= ENOUGH_EVIDENCE) {
       add(is_person(p) ? entity_type::PERSON : entity_type::ORGANIZATION, p);
     }
+  }
+
+  bool is_city(std::size_t start, std::size_t end) const {
+    return is_covered(a_.of(WordClass::EN_PLACE), start, end) ||
+           is_world_city(t_.substr(start, end - start));
+  }
+
+  // Qingdao–Guangzhou: two cities
+  bool add_route(const Part& p) {
+    if (p.size() != 1) return false;
+    const auto route = in(p);
+    const std::size_t dash = route.find_first_of(U"-\u2013");
+    if (dash == route.npos || dash < 3 || route.size() - dash < 4) return false;
+    const std::size_t start = start_of(p);
+    if (!is_city(start, start + dash) || !is_city(start + dash + 1, end_of(p))) return false;
+    add_by_line(a_.folded, entity_type::LOCATION, start, start + dash, UNEXPLAINED_SCORE, out_);
+    add_by_line(a_.folded, entity_type::LOCATION, start + dash + 1, end_of(p), UNEXPLAINED_SCORE,
+                out_);
+    return true;
   }
 
   bool is_brand(const Part& p) const {

@@ -190,8 +190,11 @@ bool is_acronym(std::u32string_view alias, std::u32string_view name) {
     if (text::is_ascii_alpha(c)) letters += c;
   }
   constexpr std::size_t MIN_LETTERS = 2;
+  // FDA of U.S. Food and Drug Administration
+  const bool behind_country =
+      letters.size() > MIN_LETTERS && all.starts_with(U'u') && important.substr(1) == letters;
   return letters.size() >= MIN_LETTERS &&
-         (all.starts_with(letters) || important.starts_with(letters));
+         (all.starts_with(letters) || important.starts_with(letters) || behind_country);
 }
 
 bool has_words_of(std::u32string_view alias, std::u32string_view name) {

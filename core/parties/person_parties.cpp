@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 #include "core/parties/adjacent_names.hpp"
+#include "core/parties/pinyin.hpp"
 #include "core/parties/script_names.hpp"
 #include "core/text/unicode.hpp"
 
@@ -86,6 +87,8 @@ class Persons {
   std::vector<KnownPerson> run() {
     read_mentions();
     unite_pairs();
+    unite_romanized();
+    unite_without_middle();
     unite_initials();
     index_parts();
     note_wrapped();
@@ -212,7 +215,7 @@ class Persons {
       const auto a = spelling_of_[m];
       const auto b = spelling_of_[m + 1];
       if (a == NOBODY || b == NOBODY || !is_full(spellings_[a]) || !is_full(spellings_[b]) ||
-          spellings_[a].is_latin() == spellings_[b].is_latin()) {
+          (spellings_[a].is_latin() == spellings_[b].is_latin() && !is_other_name(m))) {
         continue;
       }
       const auto next =
@@ -227,6 +230,87 @@ class Persons {
       if (others.size() != 1 || partners[*others.begin()].size() != 1) continue;
       unite(cluster, *others.begin());
       paired_.insert(cluster);
+    }
+  }
+
+  // Yip Ka Man (Carmen Yip): in a bracket of its own, with a word of the name
+  bool is_other_name(std::size_t m) const {
+    const auto& x = mentions_[m];
+    const auto& y = mentions_[m + 1];
+    if (text::slice(text_, x.end, y.start) != U" (" ||
+        text::slice(text_, y.end, y.end + 1) != U")") {
+      return false;
+    }
+    const auto& first = spellings_[spelling_of_[m]].name.names;
+    const auto& second = spellings_[spelling_of_[m + 1]].name.names;
+    return std::find_first_of(first.begin(), first.end(), second.begin(), second.end(),
+                              [](const auto& a, const auto& b) {
+                                return a.size() >= MIN_SURNAME && a == b;
+                              }) != first.end();
+  }
+
+  // 欧阳静 and Ouyang Jing, where no other name is spelled alike.
+  void unite_romanized() {
+    std::unordered_map<std::u32string, std::size_t> by_letters;
+    for (const auto& spelling : spellings_) {
+      if (spelling.is_latin() || !is_full(spelling)) continue;
+      const auto name = parse_chinese_name(spelling.name.names.front());
+      if (name.surname.empty() || name.given.empty() || !name.title.empty()) continue;
+      const auto whose = person(spelling.cluster);
+      for (auto& letters : pinyin_spellings(name.surname + name.given, name.surname.size())) {
+        const auto [found, is_new] = by_letters.try_emplace(std::move(letters), whose);
+        if (!is_new && found->second != whose) found->second = SEVERAL;
+      }
+    }
+    if (by_letters.empty()) return;
+    const auto listed = listed_pairs();
+    for (const auto& spelling : spellings_) {
+      if (!spelling.is_latin() || !is_full(spelling) || paired_.contains(spelling.cluster))
+        continue;
+      const auto found = by_letters.find(pinyin_letters(spelling.surface));
+      if (found == by_letters.end() || found->second == SEVERAL) continue;
+      if (listed.contains({person(spelling.cluster), found->second})) continue;
+      unite(spelling.cluster, found->second);
+      paired_.insert(spelling.cluster);
+    }
+  }
+
+  // Persons who stand beside each other in a list: 应雪瑶、Ying Xueyao
+  std::set<std::pair<std::size_t, std::size_t>> listed_pairs() {
+    std::set<std::pair<std::size_t, std::size_t>> out;
+    for (std::size_t m = 0; m + 1 < mentions_.size(); ++m) {
+      const auto a = spelling_of_[m];
+      const auto b = spelling_of_[m + 1];
+      if (a == NOBODY || b == NOBODY) continue;
+      const auto gap = text::strip(text::slice(text_, mentions_[m].end, mentions_[m + 1].start));
+      if (gap != U"、" && gap != U"," && gap != U"，" && gap != U"和" && gap != U"与" &&
+          gap != U"and") {
+        continue;
+      }
+      const auto x = person(spellings_[a].cluster);
+      const auto y = person(spellings_[b].cluster);
+      out.insert({x, y});
+      out.insert({y, x});
+    }
+    return out;
+  }
+
+  // Graham Ellerby for Graham Tobias Ellerby, where one person fits.
+  void unite_without_middle() {
+    std::unordered_map<std::u32string, std::size_t> by_ends;
+    for (const auto& spelling : spellings_) {
+      const auto& words = spelling.name.names;
+      if (!spelling.is_latin() || words.size() < 3 || words.front().size() < 2) continue;
+      const auto whose = person(spelling.cluster);
+      const auto [found, is_new] = by_ends.try_emplace(words.front() + U' ' + words.back(), whose);
+      if (!is_new && found->second != whose) found->second = SEVERAL;
+    }
+    for (const auto& spelling : spellings_) {
+      const auto& words = spelling.name.names;
+      if (!spelling.is_latin() || words.size() != 2 || !spelling.name.generation.empty()) continue;
+      const auto found = by_ends.find(words.front() + U' ' + words.back());
+      if (found == by_ends.end() || found->second == SEVERAL) continue;
+      unite(spelling.cluster, found->second);
     }
   }
 
@@ -332,6 +416,10 @@ class Persons {
     for (std::size_t i = 1; i < words.size(); ++i) {
       add_part(joined(words, i, words.size()), spelling.cluster);
     }
+    // Cheung of Alvin Cheung Ho Yin
+    for (std::size_t i = 1; i + 1 < words.size(); ++i) {
+      if (words[i].size() > MIN_SURNAME) add_part(words[i], spelling.cluster);
+    }
     // Siti Norhafizah binti Rahman; Katarzyna.
     for (std::size_t n = 1; n < words.size(); ++n) {
       add_part(joined(words, 0, n), spelling.cluster);
@@ -351,6 +439,11 @@ class Persons {
     }
     const auto chinese = parse_chinese_name(spelling.name.names.front());
     if (!chinese.given.empty()) add_part(chinese.surname, spelling.cluster);
+    // 佐藤 of 佐藤健一
+    const auto& whole = spelling.name.names.front();
+    if (chinese.surname.size() < MIN_PART && whole.size() > MIN_PART + 1) {
+      add_part(whole.substr(0, MIN_PART), spelling.cluster);
+    }
   }
 
   // Two titles behind one surname may be two persons.

@@ -30,6 +30,26 @@ const Regex RE_RELATION(
 // name's own bracket. …有限公司（Daiyue Co., Ltd.）（以下简称“岱岳”）
 const Regex RE_NOTHING("RE_NOTHING", UR"((?:\s|["”」』,，]|[(（][^()（）\n]{0,80}[)）]|[)）])*+)");
 
+// In folded case; shorter rows end with empty names, which nobody bears.
+constexpr std::size_t MOST_NAMES = 5;
+constexpr std::u32string_view KNOWN_NAMES[][MOST_NAMES] = {
+    {U"hkiac", U"hong kong international arbitration centre", U"香港国际仲裁中心",
+     U"香港國際仲裁中心"},
+    {U"cietac", U"china international economic and trade arbitration commission",
+     U"中国国际经济贸易仲裁委员会", U"贸仲", U"贸仲委"},
+    {U"siac", U"singapore international arbitration centre", U"新加坡国际仲裁中心"},
+    {U"icc", U"international chamber of commerce", U"国际商会"},
+    {U"lcia", U"london court of international arbitration", U"伦敦国际仲裁院"},
+    {U"cmac", U"china maritime arbitration commission", U"中国海事仲裁委员会", U"海仲委"},
+    {U"shiac", U"shanghai international arbitration center", U"上海国际仲裁中心",
+     U"上海国际经济贸易仲裁委员会"},
+    {U"scia", U"shenzhen court of international arbitration", U"深圳国际仲裁院"},
+    {U"fda", U"food and drug administration", U"u.s. food and drug administration",
+     U"美国食品药品监督管理局"},
+    {U"fifa", U"国际足联", U"国际足球联合会"},
+    {U"wipo", U"world intellectual property organization", U"世界知识产权组织"},
+    {U"cas", U"court of arbitration for sport", U"国际体育仲裁院"}};
+
 class TextReader {
  public:
   TextReader(std::u32string_view text, const std::vector<Mention>& mentions, PartyNames& names)
@@ -37,6 +57,7 @@ class TextReader {
 
   std::vector<bool> run() {
     unite_spellings();
+    unite_known();
     define_aliases();
     unite_pairs();
     return std::move(settled_);
@@ -59,6 +80,23 @@ class TextReader {
       if (!is_new && is_same_name(name, names_.name(found->second))) {
         names_.unite(found->second, i);
       }
+    }
+  }
+
+  // Public bodies that go by names which no rule tells
+  void unite_known() {
+    std::unordered_map<std::u32string_view, std::size_t> group_of;
+    for (std::size_t i = 0; i < std::size(KNOWN_NAMES); ++i) {
+      for (const auto name : KNOWN_NAMES[i]) group_of.emplace(name, i);
+    }
+    std::unordered_map<std::size_t, std::size_t> first_of;
+    for (std::size_t i = 0; i < names_.size(); ++i) {
+      std::u32string key = text::case_fold(names_.surface(i));
+      if (key.starts_with(U"the ")) key.erase(0, 4);
+      const auto found = group_of.find(key);
+      if (found == group_of.end()) continue;
+      const auto [first, is_new] = first_of.try_emplace(found->second, i);
+      if (!is_new) names_.unite(first->second, i);
     }
   }
 

@@ -162,6 +162,11 @@ TEST(OnePerson, WhereASingleOneFits) {
       {"中英文", "{P|应雪瑶} ({P|Ying Xueyao}). Ms. {P|Ying}", "111"},
       {"译名", "{P|Friedhelm Osterkamp}（{P|弗里德海姆·奥斯特坎普}），{P|Osterkamp先生}", "111"},
       {"译名的一部分", "{P|伊万·彼得罗维奇·索科洛夫}与{P|索科洛夫}", "11"},
+      {"拼音", "{P|欧阳静}到场。{P|OUYANG Jing} signs. {P|吕丽华}。{P|Lihua Lyu} pays", "1122"},
+      {"多音字", "{P|单亚男}到场。{P|Shan Yanan} signs", "11"},
+      {"without the middle name", "{P|Graham Tobias Ellerby}. {P|Graham Ellerby}", "11"},
+      {"a surname in the middle", "{P|Alvin Cheung Ho Yin}; {P|Cheung}", "11"},
+      {"日本姓氏", "{P|佐藤健一}到场，{P|佐藤}签字", "11"},
   });
 }
 
@@ -183,6 +188,8 @@ TEST(OnePerson, NeverInDoubt) {
       {"没有称谓的姓", "{P|王建国}、{P|王}", "12"},
       {"a company's name", "{O|Morandelli S.r.l.}; {P|Chiara Morandelli}; {P|Morandelli}", "112"},
       {"并列的两人", "{P|应雪瑶}、{P|Ying Xueyao}", "12"},
+      {"拼音相同的两人", "{P|刘洋}、{P|刘扬}。{P|Liu Yang} signs", "123"},
+      {"two middle names", "{P|Jan Piet Roos}, {P|Jan Paul Roos}, {P|Jan Roos}", "123"},
       {"two in one bracket", "{P|应雪瑶} ({P|John Roe}, {P|Mary Roe})", "123"},
   });
 }

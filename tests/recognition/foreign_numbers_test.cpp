@@ -36,6 +36,10 @@ TEST(Contact, PhonesOfOtherCountries) {
       {"Germany", "Telefon {PHONE_NUMBER|089/5550-1420}"},
       {"Taiwan", "行動：{PHONE_NUMBER|0932-118-560}"},
       {"country code in brackets", "电话: {PHONE_NUMBER|(86-21) 6288 0911}"},
+      {"Australia", "reported at once on {PHONE_NUMBER|1300 555 072} and"},
+      {"India", "Vasanth Kumar Hegde, {PHONE_NUMBER|98450 55127}, x@y.in"},
+      {"服务热线", "业务投诉：{PHONE_NUMBER|4006-028-551}"},
+      {"no telephone", "98450 551270 and 1300 555 0721 of 1300 555"},
   };
   expect_found("PHONE_NUMBER", cases);
 }
@@ -47,6 +51,10 @@ TEST(Identity, CertificatesAndRegistersWithoutLabels) {
       {"字第号", "经营权证号：{QUAL_CODE|豫（2018）杞县农村土地承包经营权第0012457号}"},
       {"a register", "CIPC reg. {QUAL_CODE|2014/118273/07} | x"},
       {"licence", "licence: {QUAL_CODE|UK/INS/2019-0457}."},
+      {"with the verb", "the registration number is {QUAL_CODE|202501170046218}."},
+      {"a register with its letters", "Amtsgericht Mannheim under {QUAL_CODE|HRB 718854}, VAT"},
+      {"a number no house has", "Authority of India (No. {QUAL_CODE|11224334000817}) and No. 1205"},
+      {"省份与八位数字", "《药品生产许可证》（编号{QUAL_CODE|黔20180047}）"},
       {"年份与条款不是证号", "该证书2024年到期，许可证第3条"},
   };
   expect_found("QUAL_CODE", cases);

@@ -16,6 +16,10 @@ TEST(LatinOrganizations, Companies) {
       {"branch", "{ORGANIZATION|Yongdu Bank Co., Ltd., Ningbo Beilun Sub-branch}, account"},
       {"role words", "the Company, the Supplier, a Target Company Limited by shares"},
       {"a heading", "PAYABLE AS FOLLOWS"},
+      {"a form within a word", "SOFTWARE-AS-A-SERVICE SUBSCRIPTION AGREEMENT"},
+      {"abbreviation in brackets", "甲方：{ORGANIZATION|Chingyu Beverages (H.K.) Limited}（"},
+      {"traders who live there", "from {ORGANIZATION|Goldleaf Spice Traders} of Kochi only"},
+      {"the role of a party", "Hirer: x\nThe Obligor accepts. The Obligor pays.\nObligor\ty"},
       {"紧贴汉字", "由{ORGANIZATION|Vantrel Dynamik GmbH}提供"},
       {"short form",
        "{ORGANIZATION|Oakhaven Precision Components LLC}. "
@@ -50,6 +54,8 @@ TEST(LatinPersons, TitlesLabelsRoles) {
       {"blank to fill", "Name: ____________\nTitle: Director"},
       {"capitals of the contract", "General Counsel, Effective Date, Managing Director"},
       {"a firm", "Name: Wrexley Tallis LLP"},
+      {"title that is no street", "Dr. {PERSON|Reinhild Mögling}, Freiburg, 27.03.2025"},
+      {"noble particle", "The contact is {PERSON|Friederike v. Stetten}, at"},
   };
   expect_found("PERSON", cases);
 }
@@ -63,6 +69,12 @@ TEST(LatinPlaces, AddressesAndPlaces) {
       {"a date behind it",
        "to {LOCATION|Warehouse 5, No. 288 Fute North Road, Pudong New Area, "
        "Shanghai} by 15 May 2025"},
+      {"country with an article",
+       "at {LOCATION|Keizerskade 140, 1015 CX Amsterdam, the Netherlands}. The"},
+      {"behind the number of a register",
+       "UEN 202018842M, {LOCATION|71 Robinson Walk, #14-01, Singapore 068895} (the"},
+      {"behind its inhabitant",
+       "and Graham Ellerby of {LOCATION|Rosehill Cottage, 8 Mill Lane, Fowey}"},
       {"city and state", "in {LOCATION|Wilmington, Delaware}."},
       {"a list of cities", "in {LOCATION|Hamburg}, {LOCATION|Oslo} and {LOCATION|London}"},
       {"rules named after places", "New York Convention, Hamburg Rules"},

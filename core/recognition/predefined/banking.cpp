@@ -19,6 +19,11 @@ const Regex RE_ACCOUNT(
     "RE_ACCOUNT",
     UR"((?<![\d.,-])(?<!\d )(?<![A-Z]{4} )(?<![A-Z]{2}\d{2} )(?:\d{4}(?: \d{4}){2,4}(?: \d{1,4})?|\d{2,8}(?: \d{4}){3,4}(?: \d{1,5})?|\d{15,21})(?![\dA-Za-z]| \d|[.,]\d))");
 
+// 81782 20014 21003 965 with a word such as "bank" near: groups of another length
+const Regex RE_GROUPED_ACCOUNT(
+    "RE_GROUPED_ACCOUNT",
+    UR"((?<![\d.,-])(?<!\d )(?:\d{5}(?: \d{5}){1,3}(?: \d{1,4})?|\d{3}(?: \d{3}){3,5}(?: \d{1,2})?|\d{6}(?: \d{6}){1,2}(?: \d{1,5})?)(?![\dA-Za-z]| \d|[.,]\d))");
+
 // 开户行：中国银行上海分行，12345678901234
 const Regex RE_SHORT_ACCOUNT(
     "RE_SHORT_ACCOUNT",
@@ -84,6 +89,7 @@ void add_banking_recognizers(RecognizerRegistry& registry) {
        std::string(entity_type::BANK_ACCOUNT),
        {{"behind a label", &RE_LABELLED_ACCOUNT, 0.85, after(WordClass::ACCOUNT_LABEL)},
         {"groups of four", &RE_ACCOUNT, 0.5, AT_NUMBER},
+        {"groups, with context", &RE_GROUPED_ACCOUNT, 0.1, AT_NUMBER},
         {"with context", &RE_SHORT_ACCOUNT, 0.1, AT_NUMBER}},
        {U"账户", U"账号", U"帐号", U"帐户", U"银行", U"支行", U"分行", U"开户", U"account",
         U"bank"},

@@ -69,10 +69,10 @@ const Regex RE_WALLET(
     "RE_WALLET",
     UR"((?:[13][1-9A-HJ-NP-Za-km-z]{25,34}|T[1-9A-HJ-NP-Za-km-z]{33}|bc1[02-9ac-hj-np-z]{11,71}|0x(?:[0-9A-Fa-f]{64}|[0-9A-Fa-f]{40}))(?![0-9A-Za-z]))");
 
-// 微信：zgwq_0822, QQ群 782046619, Telegram @rdcsantillan
+// 微信：zgwq_0822, QQ群 782046619, Telegram @rdcsantillan. Not an Instagram account.
 const Regex RE_LABELLED_SOCIAL(
     "RE_LABELLED_SOCIAL",
-    UR"((?i)[ \t]{0,3}(?:号|账号|id)?[ \t]{0,2}:?[ \t]{0,3}(@?(?:live:)?[A-Za-z][A-Za-z0-9_-]{3,30}(?<=.{5})(?:\.[A-Za-z0-9_-]{1,30}){0,2}(?:#\d{4}(?!\d))?|\d{5,13})(?![A-Za-z0-9@]|\.[A-Za-z0-9]))");
+    UR"((?i)[ \t]{0,3}(?:号|账号|id|(?:account|handle|page|profile|channel|user(?:name)?)s?(?![a-z]))?[ \t]{0,2}:?[ \t]{0,3}((?!(?:accounts?|handles?|pages?|profiles?|channels?|username|group)(?![a-z]))@?(?:live:)?[A-Za-z][A-Za-z0-9_-]{3,30}(?<=.{5})(?:\.[A-Za-z0-9_-]{1,30}){0,2}(?:#\d{4}(?!\d))?|\d{5,13})(?![A-Za-z0-9@]|\.[A-Za-z0-9]))");
 
 // 公众号“华信视界”, 微信公众号：华信视界: the name of a channel in quotes or alone
 const Regex RE_CHANNEL(
@@ -85,7 +85,7 @@ const Regex RE_WECHAT_ID("RE_WECHAT_ID", UR"(wxid_[a-z0-9]{6,24}(?![A-Za-z0-9]))
 // @qinyu_hainan, @北境长歌手游. Not the @ of a mail address.
 const Regex RE_HANDLE(
     "RE_HANDLE",
-    UR"((?<![A-Za-z0-9.])@(?:[A-Za-z_][A-Za-z0-9_]{2,30}(?:\.[A-Za-z0-9_]{2,20})?|[\u4e00-\u9fff]{2,12})(?![A-Za-z0-9]|\.[A-Za-z0-9\u4e00-\u9fff]))");
+    UR"((?<![A-Za-z0-9.])@(?:[A-Za-z_][A-Za-z0-9_]{2,30}(?:\.[A-Za-z0-9_]{2,20})?|[\u4e00-\u9fff]{2,12}(?:\d{1,4}号?)?)(?![A-Za-z0-9]|\.[A-Za-z0-9\u4e00-\u9fff]))");
 
 // A clause has no such high number, an address of the network nearly always.
 std::optional<bool> validate_ip(std::u32string_view surface) {

@@ -137,7 +137,7 @@ const Regex RE_EN_LAST_DAY(
 // the 2024 accounts. Not Companies Act 2006, not 2024 units.
 const Regex RE_EN_YEAR(
     "RE_EN_YEAR",
-    UR"((?i)(?:(?<=\bin )|(?<=\bfor )|(?<=\bduring )|(?<=\bsince )|(?<=\buntil )|(?<=\btill )|(?<=\bfrom )|(?<=\bborn )|(?<=\bend of )|(?<=\byear )|(?<=\bcrop )|(?<=\bsummer )|(?<=\bwinter )|(?<=\bautumn )|(?<=\bspring )|(?<=\bearly )|(?<=\blate )|(?<=\bcirca )|(?<=\bfy)|(?<=\bfy )|(?<=\bq[1-4] )|(?<=\bh[12] )|(?<=\b(?:19|20)\d\d, )|(?<=\b(?:19|20)\d\d and )|(?<=\b(?:19|20)\d\d, and )|(?<=\b(?:19|20)\d\d or )|(?<=_ / )|(?<=_/)|(?<=__ )|(?<=   )|(?<=  / )|(?<=\.\./))(?:19|20)\d{2}(?:/\d{2}(?!\d))?(?![\d,]\d|\d|[A-Za-z%-]|/\d| ?(?:act|rules|regulations|units|pcs|sqm|kg|mt|shares|words|pages|hours|元|万|吨|平)))"
+    UR"((?i)(?:(?<=\bin )|(?<=\bfor )|(?<=\bduring )|(?<=\bsince )|(?<=\buntil )|(?<=\btill )|(?<=\bfrom )|(?<=\bborn )|(?<=\bbuilt )|(?<=\bfounded )|(?<=\bestablished )|(?<=\bend of )|(?<=\byear )|(?<=\bcrop )|(?<=\bsummer )|(?<=\bwinter )|(?<=\bautumn )|(?<=\bspring )|(?<=\bearly )|(?<=\blate )|(?<=\bcirca )|(?<=\bfy)|(?<=\bfy )|(?<=\bq[1-4] )|(?<=\bh[12] )|(?<=\b(?:19|20)\d\d, )|(?<=\b(?:19|20)\d\d and )|(?<=\b(?:19|20)\d\d, and )|(?<=\b(?:19|20)\d\d or )|(?<=_ / )|(?<=_/)|(?<=__ )|(?<=   )|(?<=  / )|(?<=\.\./))(?:19|20)\d{2}(?:/\d{2}(?!\d))?(?![\d,]\d|\d|[A-Za-z%-]|/\d| ?(?:act|rules|regulations|units|pcs|sqm|kg|mt|shares|words|pages|hours|元|万|吨|平)))"
     UR"(|(?<![\dA-Za-z./$,-])(?:19|20)\d{2}(?=(?:, (?:19|20)\d{2}){0,4},? (?:and|or|to) (?:19|20)\d{2}(?![\d,])))"
     UR"(|(?i)(?<=\bthe )(?:19|20)\d{2}(?= (?:financial|annual|audited|fiscal|season|budget|tax|accounts|crop|harvest|academic|calendar|programme|results|report)\b))");
 

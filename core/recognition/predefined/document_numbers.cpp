@@ -185,7 +185,9 @@ class LabelledNumberRecognizer : public EntityRecognizer {
       const std::size_t from = m.start() > 2 ? m.start() - 2 : 0;
       const auto before = std::u32string_view(a.folded).substr(from, m.start() - from);
       const bool noun = std::any_of(before.begin(), before.end(), text::is_ascii_alpha);
-      if (m.has(1) || noun) add(a, RE_PLAIN_ENGLISH_LABEL, m, 2, out);
+      if (m.has(1) || noun || is_long_number(m.text(2))) {
+        add(a, RE_PLAIN_ENGLISH_LABEL, m, 2, out);
+      }
     }
     return out;
   }
@@ -199,6 +201,12 @@ class LabelledNumberRecognizer : public EntityRecognizer {
   static bool is_long(std::u32string_view value) {
     constexpr auto LEAST_DIGITS = 5;
     return std::count_if(value.begin(), value.end(), text::is_ascii_digit) >= LEAST_DIGITS;
+  }
+
+  // (No. 11224334000817): no house has such a number.
+  static bool is_long_number(std::u32string_view value) {
+    constexpr std::size_t LEAST = 8;
+    return value.size() >= LEAST && std::all_of(value.begin(), value.end(), text::is_ascii_digit);
   }
 
   static void add(const NlpArtifacts& a, const Regex& plain, const text::Match& m,

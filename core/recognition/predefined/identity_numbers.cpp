@@ -99,10 +99,10 @@ const Regex RE_LABELLED_US_SSN(
 const Regex RE_US_ITIN("RE_US_ITIN",
                        UR"((?<![\d-])9\d{2}-(?:5\d|6[0-5]|[78]\d|9[0-24-9])-\d{4}(?![\d-]))");
 
-// Driver's License (MA): S41873025, 驾驶证号：058214639
+// Driver's License (MA): S41873025, 驾驶证号：058214639, driver's license number is 27719043
 const Regex RE_LABELLED_DRIVER_LICENSE(
     "RE_LABELLED_DRIVER_LICENSE",
-    UR"((?i)[ \t]{0,2}(?:no\.?|number|号)?[ \t]{0,2}(?:\([^()\n]{1,12}\))?[ \t]{0,2}:?[ \t]{0,4}((?-i)[A-Z]{0,2}\d[\dA-Z-]{5,17})(?![0-9A-Za-z]))");
+    UR"((?i)[ \t]{0,2}(?:no\.?|number|号)?[ \t]{0,2}(?:\([^()\n]{1,12}\))?[ \t]{0,2}(?::|为|是|is(?= ))?[ \t]{0,4}((?-i)[A-Z]{0,2}\d[\dA-Z-]{5,17})(?![0-9A-Za-z]))");
 
 std::optional<bool> validate_resident_identity(std::u32string_view s) {
   return is_resident_identity_valid(s);

@@ -21,10 +21,10 @@ const Regex RE_CN_LANDLINE(
     "RE_CN_LANDLINE",
     UR"((?<![\dA-Za-z.])(?:\((?=0\d{2,3}[- ]))?((?:\(?\+?(?:00)?86\)?[- ]?)?(?:\(0\d{2,3}\) ?|0\d{2,3}[- ·]{1,3})(?:\d{3,4}[- ]?\d{3,4}|\d(?:[ -]?\d){6,7})(?!\d)(?:/\d{1,4}(?!\d))?(?: ?(?:转|分机号?|[Ee]xt(?:n|ension)?\.?|EXT\.?|x|#) ?:? ?\d{1,6}(?!\d)|-\d{1,5}(?!\d))?))");
 
-// 400-820-8820, 8008208820
+// 400-820-8820, 8008208820, 4006-028-551
 const Regex RE_CN_SERVICE_LINE(
     "RE_CN_SERVICE_LINE",
-    UR"((?<![\dA-Za-z.,])[48]00[- ]?\d{3,4}[- ]?\d{3,4}(?![\dA-Za-z])(?: ?转 ?\d{1,5})?)");
+    UR"((?<![\dA-Za-z.,])(?:[48]00[- ]?\d{3,4}[- ]?\d{3,4}|[48]00\d-\d{3}-\d{3})(?![\dA-Za-z])(?: ?转 ?\d{1,5})?)");
 
 // Another number in the same area: 021-52987410，52987411
 const Regex RE_CN_NEXT_NUMBER(
@@ -46,10 +46,11 @@ const Regex RE_US_PHONE(
     "RE_US_PHONE",
     UR"((?<![\dA-Za-z.-])(?:\((?=[2-9]\d{2}[-. ]))?((?:(?:\+?1[-. ])?(?:\([2-9]\d{2}\)[-. ]{0,2}|[2-9]\d{2}[-. /]{1,2})\d{3}[-.]\d{4}(?![\dA-Za-z]|[-.]\d)|1-8(?:00|88|77|66|55|44|33)-[A-Z0-9]{3}-?[A-Z0-9]{4}(?![A-Za-z0-9]))(?:,? ?(?:[Ee]xt(?:n|ension)?\.?|x|#) ?\d{1,6})?))");
 
-// 04 72 55 01 88 in France, 082 555 0147 in South Africa: countries' groups
+// 04 72 55 01 88 in France, 082 555 0147 in South Africa, 1300 555 072 in Australia, 98450
+// 55127 in India: countries' groups
 const Regex RE_NATIONAL_PHONE(
     "RE_NATIONAL_PHONE",
-    UR"((?<![\dA-Za-z.,/-])(?<!\d )(?:09\d{2}[- ]\d{3}[- ]\d{3}|0[1-9](?:[ .]\d{2}){4}|0[6-8]\d \d{3} \d{4})(?![\dA-Za-z]|[ ,.-]\d))");
+    UR"((?<![\dA-Za-z.,/-])(?<!\d )(?:09\d{2}[- ]\d{3}[- ]\d{3}|0[1-9](?:[ .]\d{2}){4}|0[6-8]\d \d{3} \d{4}|1[38]00 \d{3} \d{3}|[6-9]\d{4} \d{5})(?![\dA-Za-z%]|[ ,.-]\d))");
 
 // 电话：2793 6481, Tel: 6555 0148, Fax 0113 496 0457, 客服热线：95588. Not the day behind a number.
 const Regex RE_LABELLED_PHONE(

@@ -72,13 +72,41 @@ class Search {
                              CHINESE_ORGANIZATION_SCORE));
     }
     for (const auto& hit : a_.of(WordClass::PUBLIC_NAME)) {
+      if (is_department(hit)) continue;
       out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, hit.start, hit.end,
                              CHINESE_ORGANIZATION_SCORE));
     }
+    add_listed(out);
     return out;
   }
 
  private:
+  // 甲方商务部, 我公司教育部: no ministry.
+  bool is_department(const WordHit& hit) const {
+    constexpr std::u32string_view PARTIES = U"方司团行";
+    return t_[hit.end - 1] == U'部' && hit.start > 0 &&
+           PARTIES.find(t_[hit.start - 1]) != PARTIES.npos;
+  }
+
+  // 中国足球协会: the dictionary has the name as one word.
+  void add_listed(std::vector<RecognizerResult>& out) const {
+    constexpr std::size_t SHORTEST = 5;
+    for (const auto& word : a_.chinese_words) {
+      if (word.word_class != recognition::ChineseWordClass::ORGANIZATION ||
+          word.length() < SHORTEST) {
+        continue;
+      }
+      for (const auto c : {WordClass::PUBLIC_BODY, WordClass::INSTITUTION}) {
+        const auto it = first_from(a_.of(c), word.end);
+        const bool ends = it != a_.of(c).begin() && std::prev(it)->end == word.end;
+        if (ends && end_of_word_at(a_.of(WordClass::PLACE), word.start) > word.start) {
+          out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, word.start, word.end,
+                                 CHINESE_ORGANIZATION_SCORE));
+        }
+      }
+    }
+  }
+
   // The words that end a name, the longer ones before those within them.
   std::vector<Ending> endings() const {
     std::vector<Ending> all;
@@ -109,9 +137,12 @@ class Search {
   void add_short_endings(std::vector<Ending>& all) const {
     constexpr std::u32string_view SHORT = U"店铺坊行社寺";
     constexpr std::u32string_view NUMERALS = U"一二三四五六七八九十";
+    // 驻店, 到店, 每店: no name ends there.
+    constexpr std::u32string_view VERBS = U"驻到入进开带本该闭每分离返在回各两多整住逛探首";
     for (const auto& word : a_.chinese_words) {
       if (word.length() != 1 || word.start == 0 || SHORT.find(t_[word.start]) == SHORT.npos ||
-          NUMERALS.find(t_[word.start - 1]) != NUMERALS.npos) {
+          NUMERALS.find(t_[word.start - 1]) != NUMERALS.npos ||
+          VERBS.find(t_[word.start - 1]) != VERBS.npos) {
         continue;
       }
       all.push_back({word.start, word.end, WordClass::PLAIN_COMPANY});
@@ -121,7 +152,9 @@ class Search {
   void take(const Ending& ending) {
     if (extend_last(ending)) return;
     const std::size_t floor = found_.empty() ? 0 : found_.back().end;
-    NamePieces name = reader_.before(ending.start, floor);
+    const bool body =
+        ending.kind == WordClass::PUBLIC_BODY || ending.kind == WordClass::INSTITUTION;
+    NamePieces name = reader_.before(ending.start, floor, body);
     if (const auto start = name_start(ending, name)) found_.push_back({*start, ending.end});
   }
 
@@ -201,8 +234,24 @@ class Search {
         }
         return;
       }
-      if (piece.kind != PieceKind::WORD) return;
+      if (piece.kind != PieceKind::WORD && !leads_to_role(pieces)) return;
     }
+  }
+
+  // 经纪公司|上海, 食材供应商|四川: whom the name stands for.
+  bool ends_in_role(const NamePiece& piece) const {
+    static constexpr auto ROLES = text::words(
+        {U"公司",   U"供应商", U"客户",   U"企业",   U"单位",   U"厂家",   U"厂商",   U"机构",
+         U"股东",   U"经销商", U"代理商", U"承包商", U"分包商", U"服务商", U"运营商", U"开发商",
+         U"施工方", U"合作方", U"合作社", U"商户",   U"商家",   U"房东",   U"承运商", U"制造商",
+         U"生产商", U"集成商", U"加盟商", U"批发商", U"债务人"});
+    return ROLES.contains(t_.substr(piece.start, piece.end - piece.start));
+  }
+
+  bool leads_to_role(const std::vector<NamePiece>& pieces) const {
+    const auto place = std::find_if(pieces.begin(), pieces.end(),
+                                    [](const auto& p) { return p.kind == PieceKind::PLACE; });
+    return place != pieces.begin() && place != pieces.end() && ends_in_role(*std::prev(place));
   }
 
   std::optional<std::size_t> public_start(const Ending& ending, const NamePieces& name) const {

@@ -5,6 +5,7 @@
 #include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/more_organizations.hpp"
+#include "core/nlp/name_evidence.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/nlp/name_pieces.hpp"
 #include "core/nlp/word_segmentation.hpp"
@@ -84,8 +85,11 @@ class Search {
   // 甲方商务部, 我公司教育部: no ministry.
   bool is_department(const WordHit& hit) const {
     constexpr std::u32string_view PARTIES = U"方司团行";
-    return t_[hit.end - 1] == U'部' && hit.start > 0 &&
-           PARTIES.find(t_[hit.start - 1]) != PARTIES.npos;
+    if (t_[hit.end - 1] != U'部' || hit.start == 0) return false;
+    // 财务部、商务部
+    const bool listed = hit.start > 1 && t_[hit.start - 1] == U'、' && t_[hit.start - 2] == U'部' &&
+                        !is_covered(a_.of(WordClass::PUBLIC_NAME), hit.start - 2, hit.start - 1);
+    return listed || PARTIES.find(t_[hit.start - 1]) != PARTIES.npos;
   }
 
   // 中国足球协会: the dictionary has the name as one word.
@@ -113,7 +117,7 @@ class Search {
     for (const auto kind : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BRANCH,
                             WordClass::BANK, WordClass::INSTITUTION, WordClass::PUBLIC_BODY}) {
       for (const auto& hit : a_.of(kind)) {
-        if (!is_covered(a_.of(WordClass::SHIELD), hit.start, hit.end) &&
+        if (!is_shielded(hit) &&
             !is_covered(a_.of(WordClass::CLAUSE_WORD),
                         hit.start - std::min<std::size_t>(hit.start, 1), hit.end)) {
           all.push_back({hit.start, hit.end, kind});
@@ -131,6 +135,17 @@ class Search {
       return false;
     });
     return all;
+  }
+
+  // 海关监管, but not 大连海关监管
+  bool is_shielded(const WordHit& hit) const {
+    if (!is_covered(a_.of(WordClass::SHIELD), hit.start, hit.end)) return false;
+    const auto kind = t_.substr(hit.start, hit.end - hit.start);
+    if (kind != U"海关" && kind != U"法院") return true;
+    const NamePieces name =
+        reader_.before(hit.start, hit.start - std::min<std::size_t>(hit.start, 4));
+    return name.empty() || name.pieces.back().kind != PieceKind::PLACE ||
+           t_.substr(hit.start - 2, 2) == U"中国";
   }
 
   // 石料|行, 卤味|店, but not 进行, 店面, 二社: a character that is a word of its own.
@@ -200,9 +215,19 @@ class Search {
         return plain_start(ending, name);
       default:
         cut_to_place(ending, name);
+        if (is_trade_alone(name)) return std::nullopt;
         return is_particular(name, ending) ? std::optional(name.pieces.front().start)
                                            : std::nullopt;
     }
+  }
+
+  // 贸易|有限公司 behind 在深圳成立: none in particular
+  bool is_trade_alone(const NamePieces& name) const {
+    if (name.empty()) return false;
+    const std::size_t start = name.pieces.front().start;
+    return start > 0 && is_han(t_[start - 1]) &&
+           std::all_of(name.pieces.begin(), name.pieces.end(),
+                       [](const auto& p) { return p.kind == PieceKind::TRADE; });
   }
 
   // Blanks and words such as 应, 在 before the name.
@@ -347,8 +372,21 @@ class Search {
                        !is_ordinary_word(t_.substr(start, SHORTEST_BRAND), RARE));
     const bool brand = rare || NamePieceReader::brand_length(name) >= SHORTEST_BRAND;
     if (fits && (brand || ANCHORED_KINDS.contains(kind))) return start;
+    if (fits && is_shop_name(t_.substr(start, ending.start - start))) return start;
     const bool county = shaped(start, ending.start) == start && ending.start > start + 3;
     return county && ANCHORED_KINDS.contains(kind) ? std::optional(start) : std::nullopt;
+  }
+
+  // 老李|面馆, 王记|烧烤店, 年年有余|超市
+  static bool is_shop_name(std::u32string_view own) {
+    constexpr std::u32string_view BEFORE_SURNAMES = U"老小阿";
+    constexpr std::u32string_view BEHIND_SURNAMES = U"记氏家";
+    constexpr std::size_t SAYING = 4;
+    if (own.size() == 2) {
+      return (BEFORE_SURNAMES.find(own[0]) != BEFORE_SURNAMES.npos && is_listed_surname(own[1])) ||
+             (BEHIND_SURNAMES.find(own[1]) != BEHIND_SURNAMES.npos && is_listed_surname(own[0]));
+    }
+    return own.size() == SAYING && is_ordinary_word(own);
   }
 
   static std::size_t first_place(const NamePieces& name, std::size_t none) {

@@ -38,7 +38,7 @@ const Regex RE_SIDES("RE_SIDES",
 // Behind a town or a village: 王家沟, 二社
 const Regex RE_HAMLET(
     "RE_HAMLET",
-    UR"([\u4e00-\u9fff]{1,4}?(?:嘎查|[沟坪湾坝寨堡屯庄坡垸塆队组]|[一二三四五六七八九十\d]{1,2}[社队]))");
+    UR"((?:[\u4e00-\u9fff]{1,4}?(?:嘎查|[沟坪湾坝寨堡屯庄坡垸塆队组])|[\u4e00-\u9fff]{0,4}?[一二三四五六七八九十\d]{1,2}[社队]))");
 
 // Behind a floor or a house: 之一, (自编2号), (集群注册)
 const Regex RE_HOUSE_REMARK(
@@ -164,7 +164,8 @@ class ChinesePlaceSearch {
   static bool is_generic_division(std::u32string_view name) {
     static constexpr auto GENERIC =
         text::words({U"东城区", U"西城区", U"上城区", U"新城区", U"小城镇", U"新市区", U"市中区",
-                     U"解放区", U"港口区", U"站前区", U"老边区", U"开发区", U"新区", U"城镇"});
+                     U"各乡镇", U"全县",   U"全市",   U"各县",   U"各县区", U"该县",   U"本县",
+                     U"解放区", U"港口区", U"站前区", U"老边区", U"开发区", U"新区",   U"城镇"});
     return GENERIC.contains(name);
   }
 
@@ -173,8 +174,7 @@ class ChinesePlaceSearch {
     constexpr std::u32string_view LINKS = U"到赴往驻抵从自至";
     constexpr unsigned RARE = 14;
     return word.start > 0 && LINKS.find(t_[word.start - 1]) != LINKS.npos &&
-           word.frequency <= RARE && reader_.is_right_edge(word.end) &&
-           is_word_boundary(a_.chinese_words, word.start - 1);
+           word.frequency <= RARE && is_word_boundary(a_.chinese_words, word.start - 1);
   }
 
   // 屏山县; also 扬中, where nothing that could make it part of a longer name stands beside it.
@@ -195,6 +195,10 @@ class ChinesePlaceSearch {
 
   // 规划路, 人民路: any such thing.
   bool is_any(std::size_t start, std::size_t end) const {
+    // 文化大道 is one, 规划大道 any.
+    if (end >= start + 4 && t_.substr(end - 2, 2) == U"大道") {
+      return t_.substr(start, end - start - 2) == U"规划";
+    }
     return are_ordinary_words(a_.chinese_words, start, end) ||
            is_ordinary_word(t_.substr(start, end - start - 1), 16);
   }
@@ -283,20 +287,31 @@ class ChinesePlaceSearch {
         add(m.start(), m.end(), PLACE_SCORE);
       }
     }
-    constexpr std::u32string_view STATION = U"站";
     for (const auto& word : a_.chinese_words) {
       const auto at = static_cast<std::size_t>(word.end);
-      if (t_.substr(at, 1) != STATION || word.length() < 2) continue;
+      if (word.length() < 2 || at >= t_.size()) continue;
       const auto* const station = word_at(a_.chinese_words, at);
+      if (station == nullptr || !is_station(t_.substr(at, station->length()))) continue;
       const auto facts = chinese_word(t_.substr(word.start, word.length()));
       const bool division = facts && facts->division != Division::NONE;
-      if (division && station->length() == 1) add(word.start, at + 1, PLACE_SCORE);
+      const bool place = word.word_class == recognition::ChineseWordClass::PLACE;
+      if (division || place) add(word.start, station->end, PLACE_SCORE);
     }
+  }
+
+  // 五常|站, 郑州|东站
+  static bool is_station(std::u32string_view word) {
+    constexpr std::u32string_view SIDES = U"东西南北";
+    return word == U"站" ||
+           (word.size() == 2 && word[1] == U'站' && SIDES.find(word[0]) != SIDES.npos);
   }
 
   // The end of the words such as 在 that an alternative of the pattern has left.
   std::size_t behind_links(std::size_t at) const {
     constexpr std::u32string_view LINKS = U"在到至赴经往驻临沿自从、和及与于";
+    for (const std::u32string_view lead : {U"位于", U"坐落", U"地处", U"常驻", U"前往", U"毗邻"}) {
+      if (t_.substr(at).starts_with(lead)) at += lead.size();
+    }
     while (at < t_.size() && LINKS.find(t_[at]) != LINKS.npos) ++at;
     return at;
   }
@@ -339,7 +354,9 @@ class ChinesePlaceSearch {
     bool division = known > start && is_division(known);
     const bool free = known == start;
     read_units(address, division, free);
-    if (address.units > 0 || (address.end > start && t_[address.end - 1] == U'镇')) {
+    const bool town = address.end > start && is_division(address.end);
+    if (town && address.units == 0) read_bracket(address);
+    if (address.units > 0 || (town && t_[address.end - 1] == U'镇')) {
       const std::size_t before = address.end;
       read_tail(address);
       // 交叉口西北角 + 汽配城C区07号
@@ -368,14 +385,21 @@ class ChinesePlaceSearch {
     }
   }
 
+  // 桂城街道|(三山新城)|港口路
+  void read_bracket(Address& address) const {
+    const auto m = RE_BRACKETED_PART.match_at(t_, address.end);
+    if (!m || unit_end(m->end(), false) == m->end()) return;
+    address.end = m->end();
+    bool division = true;
+    read_units(address, division, false);
+  }
+
   // What may stand behind the last part: a hamlet, kilometres, a crossing, a room.
   void read_tail(Address& address) const {
     if (const auto m = RE_HAMLET.match_at(t_, address.end); m && is_hamlet(*m)) {
       address.end = m->end();
     }
-    if (const auto m = RE_BRACKETED_PART.match_at(t_, address.end)) {
-      if (unit_end(m->end(), false) > m->end()) address.end = m->end();
-    }
+    read_bracket(address);
     for (const Regex* regex : {&RE_SIDES, &RE_KILOMETRE, &RE_CROSSING}) {
       if (const auto m = regex->match_at(t_, address.end)) address.end = m->end();
     }
@@ -419,7 +443,7 @@ class ChinesePlaceSearch {
     if (begins_other_address(at)) return at;
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
-      if (ends_in_body(i)) break;
+      if (ends_in_body(i) || (i > at && begins_other_address(i))) break;
       if ((STOPS.find(c) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i)) break;
       if (const std::size_t unit = unit_at(i);
           unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos ||
@@ -443,7 +467,7 @@ class ChinesePlaceSearch {
 
   // 秦州区|市场监督|管理局: no part of an address goes on there.
   bool ends_in_body(std::size_t at) const {
-    constexpr std::u32string_view ENDS = U"局院厅署会";
+    constexpr std::u32string_view ENDS = U"局院厅署会关庭";
     const std::size_t end = end_of_word_at(a_.of(WordClass::PUBLIC_BODY), at);
     return end > at && ENDS.find(t_[end - 1]) != ENDS.npos;
   }
@@ -466,6 +490,9 @@ class ChinesePlaceSearch {
 
   // 自 in 自流井, 向 in 向阳路: no word of running text.
   bool is_inside_name(std::size_t i) const {
+    if (t_.substr(i).starts_with(U"自贸") || t_.substr(i).starts_with(U"自由贸易") ||
+        t_.substr(i).starts_with(U"由贸易"))
+      return true;
     const auto* const word = word_at(a_.chinese_words, i);
     return word != nullptr && word->length() > 1 &&
            (word->word_class == recognition::ChineseWordClass::PLACE ||

@@ -6,6 +6,7 @@
 #include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/word_segmentation.hpp"
+#include "core/text/word_set.hpp"
 
 namespace core::nlp {
 namespace {
@@ -21,6 +22,9 @@ constexpr std::size_t LONGEST_BRACKET = 12;
 // Words of running text that may as well be the first character of a brand (和泰).
 constexpr std::u32string_view NAME_LINKS =
     U"和同为经以至如可来有于去自要作是按据到系在即过待赴往找接送寄派报住租卖买借缴领拉劝催替帮靠未付交存告设";
+
+// Characters of running text of which brands are made, too: 海之声, 你我他
+constexpr std::u32string_view BRAND_CHARACTERS = U"之我你她他这";
 
 // A character before a place that belongs to the sentence.
 bool is_link(char32_t c) { return NAME_LINKS.find(c) != NAME_LINKS.npos; }
@@ -113,7 +117,6 @@ std::optional<NamePiece> NamePieceReader::piece_before(std::size_t end, std::siz
 bool NamePieceReader::is_in_brand(const Word& word, std::size_t end, std::size_t floor,
                                   const std::vector<NamePiece>& last_first) const {
   constexpr std::size_t LONGEST_HEAD = 4;
-  constexpr std::u32string_view BRAND_CHARACTERS = U"之我你她他这";
   const bool single = end - word.start == 1;
   const bool link = single && is_link(t_[word.start]);
   if (single && !link && BRAND_CHARACTERS.find(t_[word.start]) == BRAND_CHARACTERS.npos) {
@@ -125,9 +128,12 @@ bool NamePieceReader::is_in_brand(const Word& word, std::size_t end, std::size_t
   if (clause != clauses.begin() && std::prev(clause)->end == end) return false;
   for (std::size_t at = word.start; word.start - at <= LONGEST_HEAD && at > floor; --at) {
     if (const std::size_t place = place_before(at, floor); place < at) {
-      // 五常市|拉|林河畔: the name fills the field.
+      // 五常市|拉|林河畔: the name fills the field; 与宁波|放心|吃食品
+      if (at < word.start) return names_nobody(at, word.start);
+      constexpr std::u32string_view BEFORE_PARTIES = U"与由向";
       const bool field = place == 0 || !is_han(t_[place - 1]);
-      return at < word.start ? names_nobody(at, word.start) : link && field;
+      const bool led = field || BEFORE_PARTIES.find(t_[place - 1]) != BEFORE_PARTIES.npos;
+      return link ? field : led;
     }
     if (!is_han(t_[at - 1])) break;
   }
@@ -141,7 +147,10 @@ bool NamePieceReader::names_nobody(std::size_t start, std::size_t end) const {
   const auto& words = a_.chinese_words;
   for (std::size_t i = word_index(words, start); i < words.size() && words[i].start < end; ++i) {
     const auto surface = t_.substr(words[i].start, words[i].length());
-    if (is_prose_word(surface) || BODIES.find(surface.back()) != BODIES.npos) return false;
+    const bool single =
+        surface.size() == 1 && BRAND_CHARACTERS.find(surface.front()) != BRAND_CHARACTERS.npos;
+    if ((!single && is_prose_word(surface)) || BODIES.find(surface.back()) != BODIES.npos)
+      return false;
     if (words[i].length() > 1 && words[i].frequency > COMMON) return false;
   }
   return true;
@@ -261,6 +270,13 @@ bool NamePieceReader::is_right_edge(std::size_t at) const {
   const ChineseWord* const word = word_at(a_.chinese_words, at);
   if (word == nullptr) return true;
   const auto surface = t_.substr(word->start, word->length());
+  // 未经澜图科技书面同意
+  static constexpr auto BEHIND_NAMES =
+      text::words({U"书面",   U"事先",   U"方面",   U"员工",   U"工作人员", U"负责人",   U"股东",
+                   U"名下",   U"旗下",   U"内部",   U"董事",   U"代表",     U"账户",     U"门店",
+                   U"工程师", U"总监",   U"经理",   U"总经理", U"主任",     U"项目经理", U"司机",
+                   U"会计",   U"业务员", U"技术员", U"设计师", U"采购员"});
+  if (BEHIND_NAMES.contains(surface)) return true;
   return is_prose_word(surface) || (surface.size() == 1 && is_link(surface.front())) ||
          end_of_word_at(a_.of(WordClass::CLAUSE_WORD), at) > at;
 }

@@ -24,6 +24,10 @@ const Regex RE_QUOTED("RE_QUOTED", UR"(["“「『'【‘]([^"“”「」『』
 // DAAD in brackets behind a name
 const Regex RE_ACRONYM("RE_ACRONYM", UR"((?<=\()([A-Z]{2,8})(?=\)))");
 
+// Tessari Inspection Services (泰莎利检验)
+const Regex RE_TRANSLATION("RE_TRANSLATION",
+                           UR"((?<=[A-Za-z.] \(|[A-Za-z.]\()([\u4e00-\u9fff]{3,14})(?=\)))");
+
 // 以下简称华信科技) without quotes
 const Regex RE_UNQUOTED("RE_UNQUOTED",
                         UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
@@ -216,6 +220,11 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
   const Definitions definitions(a, results);
   std::vector<ShortForm> out;
   add_abbreviations(a, results, out);
+  for (const auto& m : RE_TRANSLATION.find_all(a.folded)) {
+    if (is_touched(a.of(WordClass::TRADE_WORD), m.end(1) - 1, m.end(1)) && definitions.defines(m)) {
+      out.push_back({std::u32string(m.text(1)), std::string(entity_type::ORGANIZATION)});
+    }
+  }
   for (const Regex* regex : {&RE_QUOTED, &RE_UNQUOTED, &RE_ACRONYM}) {
     for (const auto& m : regex->find_all(a.folded)) {
       if (definitions.defines(m)) {

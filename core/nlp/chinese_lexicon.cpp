@@ -35,6 +35,11 @@ ChineseWordFacts chinese_word_facts(std::uint32_t payload) {
   facts.word_class = facts.frequency == 0 ? ChineseWordClass::PLACE : CLASSES[payload >> 6U & 7U];
   if (facts.division != Division::NONE) {
     const auto level = static_cast<std::size_t>(facts.division);
+    // 保定市 with what it is, is nothing else.
+    if (!facts.bare_division) {
+      facts.ambiguous_division = false;
+      facts.word_class = ChineseWordClass::PLACE;
+    }
     facts.frequency = std::max(facts.frequency, facts.bare_division ? BARE_DIVISION_FREQUENCY[level]
                                                                     : DIVISION_FREQUENCY[level]);
   }

@@ -5,6 +5,7 @@
 #include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/more_organizations.hpp"
+#include "core/nlp/name_evidence.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/nlp/name_pieces.hpp"
 #include "core/nlp/word_segmentation.hpp"
@@ -72,20 +73,51 @@ class Search {
                              CHINESE_ORGANIZATION_SCORE));
     }
     for (const auto& hit : a_.of(WordClass::PUBLIC_NAME)) {
+      if (is_department(hit)) continue;
       out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, hit.start, hit.end,
                              CHINESE_ORGANIZATION_SCORE));
     }
+    add_listed(out);
     return out;
   }
 
  private:
+  // 甲方商务部, 我公司教育部: no ministry.
+  bool is_department(const WordHit& hit) const {
+    constexpr std::u32string_view PARTIES = U"方司团行";
+    if (t_[hit.end - 1] != U'部' || hit.start == 0) return false;
+    // 财务部、商务部
+    const bool listed = hit.start > 1 && t_[hit.start - 1] == U'、' && t_[hit.start - 2] == U'部' &&
+                        !is_covered(a_.of(WordClass::PUBLIC_NAME), hit.start - 2, hit.start - 1);
+    return listed || PARTIES.find(t_[hit.start - 1]) != PARTIES.npos;
+  }
+
+  // 中国足球协会: the dictionary has the name as one word.
+  void add_listed(std::vector<RecognizerResult>& out) const {
+    constexpr std::size_t SHORTEST = 5;
+    for (const auto& word : a_.chinese_words) {
+      if (word.word_class != recognition::ChineseWordClass::ORGANIZATION ||
+          word.length() < SHORTEST) {
+        continue;
+      }
+      for (const auto c : {WordClass::PUBLIC_BODY, WordClass::INSTITUTION}) {
+        const auto it = first_from(a_.of(c), word.end);
+        const bool ends = it != a_.of(c).begin() && std::prev(it)->end == word.end;
+        if (ends && end_of_word_at(a_.of(WordClass::PLACE), word.start) > word.start) {
+          out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, word.start, word.end,
+                                 CHINESE_ORGANIZATION_SCORE));
+        }
+      }
+    }
+  }
+
   // The words that end a name, the longer ones before those within them.
   std::vector<Ending> endings() const {
     std::vector<Ending> all;
     for (const auto kind : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BRANCH,
                             WordClass::BANK, WordClass::INSTITUTION, WordClass::PUBLIC_BODY}) {
       for (const auto& hit : a_.of(kind)) {
-        if (!is_covered(a_.of(WordClass::SHIELD), hit.start, hit.end) &&
+        if (!is_shielded(hit) &&
             !is_covered(a_.of(WordClass::CLAUSE_WORD),
                         hit.start - std::min<std::size_t>(hit.start, 1), hit.end)) {
           all.push_back({hit.start, hit.end, kind});
@@ -105,13 +137,27 @@ class Search {
     return all;
   }
 
+  // 海关监管, but not 大连海关监管
+  bool is_shielded(const WordHit& hit) const {
+    if (!is_covered(a_.of(WordClass::SHIELD), hit.start, hit.end)) return false;
+    const auto kind = t_.substr(hit.start, hit.end - hit.start);
+    if (kind != U"海关" && kind != U"法院") return true;
+    const NamePieces name =
+        reader_.before(hit.start, hit.start - std::min<std::size_t>(hit.start, 4));
+    return name.empty() || name.pieces.back().kind != PieceKind::PLACE ||
+           t_.substr(hit.start - 2, 2) == U"中国";
+  }
+
   // 石料|行, 卤味|店, but not 进行, 店面, 二社: a character that is a word of its own.
   void add_short_endings(std::vector<Ending>& all) const {
     constexpr std::u32string_view SHORT = U"店铺坊行社寺";
     constexpr std::u32string_view NUMERALS = U"一二三四五六七八九十";
+    // 驻店, 到店, 每店: no name ends there.
+    constexpr std::u32string_view VERBS = U"驻到入进开带本该闭每分离返在回各两多整住逛探首";
     for (const auto& word : a_.chinese_words) {
       if (word.length() != 1 || word.start == 0 || SHORT.find(t_[word.start]) == SHORT.npos ||
-          NUMERALS.find(t_[word.start - 1]) != NUMERALS.npos) {
+          NUMERALS.find(t_[word.start - 1]) != NUMERALS.npos ||
+          VERBS.find(t_[word.start - 1]) != VERBS.npos) {
         continue;
       }
       all.push_back({word.start, word.end, WordClass::PLAIN_COMPANY});
@@ -121,7 +167,9 @@ class Search {
   void take(const Ending& ending) {
     if (extend_last(ending)) return;
     const std::size_t floor = found_.empty() ? 0 : found_.back().end;
-    NamePieces name = reader_.before(ending.start, floor);
+    const bool body =
+        ending.kind == WordClass::PUBLIC_BODY || ending.kind == WordClass::INSTITUTION;
+    NamePieces name = reader_.before(ending.start, floor, body);
     if (const auto start = name_start(ending, name)) found_.push_back({*start, ending.end});
   }
 
@@ -167,9 +215,19 @@ class Search {
         return plain_start(ending, name);
       default:
         cut_to_place(ending, name);
+        if (is_trade_alone(name)) return std::nullopt;
         return is_particular(name, ending) ? std::optional(name.pieces.front().start)
                                            : std::nullopt;
     }
+  }
+
+  // 贸易|有限公司 behind 在深圳成立: none in particular
+  bool is_trade_alone(const NamePieces& name) const {
+    if (name.empty()) return false;
+    const std::size_t start = name.pieces.front().start;
+    return start > 0 && is_han(t_[start - 1]) &&
+           std::all_of(name.pieces.begin(), name.pieces.end(),
+                       [](const auto& p) { return p.kind == PieceKind::TRADE; });
   }
 
   // Blanks and words such as 应, 在 before the name.
@@ -201,8 +259,24 @@ class Search {
         }
         return;
       }
-      if (piece.kind != PieceKind::WORD) return;
+      if (piece.kind != PieceKind::WORD && !leads_to_role(pieces)) return;
     }
+  }
+
+  // 经纪公司|上海, 食材供应商|四川: whom the name stands for.
+  bool ends_in_role(const NamePiece& piece) const {
+    static constexpr auto ROLES = text::words(
+        {U"公司",   U"供应商", U"客户",   U"企业",   U"单位",   U"厂家",   U"厂商",   U"机构",
+         U"股东",   U"经销商", U"代理商", U"承包商", U"分包商", U"服务商", U"运营商", U"开发商",
+         U"施工方", U"合作方", U"合作社", U"商户",   U"商家",   U"房东",   U"承运商", U"制造商",
+         U"生产商", U"集成商", U"加盟商", U"批发商", U"债务人"});
+    return ROLES.contains(t_.substr(piece.start, piece.end - piece.start));
+  }
+
+  bool leads_to_role(const std::vector<NamePiece>& pieces) const {
+    const auto place = std::find_if(pieces.begin(), pieces.end(),
+                                    [](const auto& p) { return p.kind == PieceKind::PLACE; });
+    return place != pieces.begin() && place != pieces.end() && ends_in_role(*std::prev(place));
   }
 
   std::optional<std::size_t> public_start(const Ending& ending, const NamePieces& name) const {
@@ -298,8 +372,21 @@ class Search {
                        !is_ordinary_word(t_.substr(start, SHORTEST_BRAND), RARE));
     const bool brand = rare || NamePieceReader::brand_length(name) >= SHORTEST_BRAND;
     if (fits && (brand || ANCHORED_KINDS.contains(kind))) return start;
+    if (fits && is_shop_name(t_.substr(start, ending.start - start))) return start;
     const bool county = shaped(start, ending.start) == start && ending.start > start + 3;
     return county && ANCHORED_KINDS.contains(kind) ? std::optional(start) : std::nullopt;
+  }
+
+  // 老李|面馆, 王记|烧烤店, 年年有余|超市
+  static bool is_shop_name(std::u32string_view own) {
+    constexpr std::u32string_view BEFORE_SURNAMES = U"老小阿";
+    constexpr std::u32string_view BEHIND_SURNAMES = U"记氏家";
+    constexpr std::size_t SAYING = 4;
+    if (own.size() == 2) {
+      return (BEFORE_SURNAMES.find(own[0]) != BEFORE_SURNAMES.npos && is_listed_surname(own[1])) ||
+             (BEHIND_SURNAMES.find(own[1]) != BEHIND_SURNAMES.npos && is_listed_surname(own[0]));
+    }
+    return own.size() == SAYING && is_ordinary_word(own);
   }
 
   static std::size_t first_place(const NamePieces& name, std::size_t none) {

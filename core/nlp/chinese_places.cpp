@@ -5,6 +5,7 @@
 #include "core/nlp/name_pieces.hpp"
 #include "core/nlp/word_segmentation.hpp"
 #include "core/text/regex.hpp"
+#include "core/text/word_set.hpp"
 
 namespace core::nlp {
 namespace {
@@ -37,7 +38,27 @@ const Regex RE_SIDES("RE_SIDES",
 // Behind a town or a village: 王家沟, 二社
 const Regex RE_HAMLET(
     "RE_HAMLET",
-    UR"([\u4e00-\u9fff]{1,4}?(?:嘎查|[沟坪湾坝寨堡屯庄坡垸塆队组]|[一二三四五六七八九十\d]{1,2}[社队]))");
+    UR"((?:[\u4e00-\u9fff]{1,4}?(?:嘎查|[沟坪湾坝寨堡屯庄坡垸塆队组])|[\u4e00-\u9fff]{0,4}?[一二三四五六七八九十\d]{1,2}[社队]))");
+
+// Behind a floor or a house: 之一, (自编2号), (集群注册)
+const Regex RE_HOUSE_REMARK(
+    "RE_HOUSE_REMARK",
+    UR"(之[一二三四五六七八九十\d]{1,2}(?:[号室])?|之?\((?:自编|自主申报|集群|一照多址|仅限办公|住所申报|入驻|托管)[^()\n]{0,24}\)|\(自编[^()\n]{1,12}\))");
+
+// In an address: (东疆综合保税区)亚洲路
+const Regex RE_BRACKETED_PART(
+    "RE_BRACKETED_PART",
+    UR"(\(([\u4e00-\u9fff]{2,14}(?:区|园|镇|村|街道|城|片区|基地|港|新区))\))");
+
+// 位于土塘村的宿舍, 到杨浦站: behind such a word a name of that shape is a place.
+const Regex RE_VISITED(
+    "RE_VISITED",
+    UR"((?:位于|坐落于|坐落在|地处|驻地|常驻|前往|途经|途径|发至|发往|运至|运往|送至|送往|抵达|到达|开往|驶往|迁至|搬至|落户|毗邻|紧邻|临近|靠近|[在到至赴经往驻临沿自从、和及与])([\u4e00-\u9fff]{2,5}?(?:大道|工业园区|工业园|工业区|产业园|科技园|科技城|物流园|开发区|农场|林场|水库|火车站|高铁站|客运站|服务区|收费站|社区|街道|嘎查|苏木|[村镇乡]))(?=[^\u4e00-\u9fff]|[的等及和与设办有内处开发生之西东南北]|一带|附近|境内|沿线|周边|建|项目))");
+
+// 哈大高速, 京沪铁路: two towns or provinces, each by one character
+const Regex RE_ROUTE(
+    "RE_ROUTE",
+    UR"(([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼港澳台哈大沈长广深珠杭甬成绵郑汉蓉昆福厦泉济连徐宣包银兰西武宜荣乌太石海秦绥满丹锡呼洛乐雅巴达遂沿梅汕湛茂阳惠莞佛虎连衡邵怀张常岳襄随孝黄安合芜宁马铜池滁蚌淮阜六亳]{2,3})(?:高速公路|高速|高铁|铁路|城际))");
 
 // Behind a room: 、1908
 const Regex RE_MORE_ROOMS("RE_MORE_ROOMS", UR"((?:[、/-]\d{3,4}){1,4}(?![\d.])(?:室|号|房)?)");
@@ -49,20 +70,25 @@ const Regex RE_KILOMETRE(
 
 // What ends a part of an address. Longer words first.
 constexpr std::u32string_view ADDRESS_UNITS[] = {
-    U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区", U"产业园",
-    U"工业园",     U"科技园", U"创业园", U"度假区", U"示范区", U"合作区",   U"保税区",   U"经济区",
-    U"新区",       U"园区",   U"街道",   U"社区",   U"地区",   U"大街",     U"大道",     U"公路",
-    U"大厦",       U"广场",   U"中心",   U"公寓",   U"花园",   U"小区",     U"单元",     U"厂房",
-    U"底商",       U"商城",   U"国际城", U"号楼",   U"会议室", U"实验楼",   U"办公楼",   U"仓库",
-    U"丁目",       U"番地",   U"码头",   U"小镇",   U"街坊",   U"路段",     U"地块",     U"农庄",
-    U"家属院",     U"东户",   U"西户",   U"机场",   U"东段",   U"西段",     U"南段",     U"北段",
-    U"村部",       U"村口",   U"中段",   U"一段",   U"二段",   U"三段",     U"四段",     U"五段",
-    U"省",         U"市",     U"区",     U"县",     U"旗",     U"盟",       U"州",       U"镇",
-    U"乡",         U"村",     U"路",     U"街",     U"道",     U"巷",       U"弄",       U"胡同",
-    U"号",         U"幢",     U"栋",     U"座",     U"楼",     U"层",       U"室",       U"组",
-    U"院",         U"园",     U"苑",     U"庄",     U"里",     U"港",       U"岛",       U"屯",
-    U"段",         U"期",     U"城",     U"汇",     U"塔",     U"馆",       U"厦",       U"河北岸",
-    U"岸",         U"町",     U"厅",     U"门",     U"东户",   U"西户"};
+    U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区",
+    U"产业园",     U"工业园", U"科技园", U"创业园", U"度假区", U"示范区",   U"合作区",
+    U"保税区",     U"经济区", U"新区",   U"园区",   U"街道",   U"社区",     U"地区",
+    U"大街",       U"大道",   U"公路",   U"大厦",   U"广场",   U"中心",     U"公寓",
+    U"花园",       U"小区",   U"单元",   U"厂房",   U"底商",   U"商城",     U"国际城",
+    U"号楼",       U"会议室", U"实验楼", U"办公楼", U"仓库",   U"丁目",     U"番地",
+    U"码头",       U"小镇",   U"街坊",   U"路段",   U"地块",   U"农庄",     U"号房",
+    U"号库",       U"号馆",   U"号铺",   U"号仓库", U"号仓",   U"号厂房",   U"号车间",
+    U"号商铺",     U"号院",   U"号档",   U"号摊位", U"号门面", U"号宿舍",   U"号公寓",
+    U"号写字楼",   U"商铺",   U"门面",   U"摊位",   U"试验区", U"家属院",   U"东户",
+    U"西户",       U"机场",   U"东段",   U"西段",   U"南段",   U"北段",     U"村部",
+    U"村口",       U"中段",   U"一段",   U"二段",   U"三段",   U"四段",     U"五段",
+    U"省",         U"市",     U"区",     U"县",     U"旗",     U"盟",       U"州",
+    U"镇",         U"乡",     U"村",     U"路",     U"街",     U"道",       U"巷",
+    U"弄",         U"胡同",   U"号",     U"幢",     U"栋",     U"座",       U"楼",
+    U"层",         U"室",     U"组",     U"院",     U"园",     U"苑",       U"庄",
+    U"里",         U"港",     U"岛",     U"屯",     U"段",     U"期",       U"城",
+    U"汇",         U"塔",     U"馆",     U"厦",     U"河北岸", U"岸",       U"町",
+    U"厅",         U"门",     U"东户",   U"西户"};
 
 // Units that a place may be followed by without being an address: 无锡路 is one, 无锡的路 is not.
 constexpr std::u32string_view ADMINISTRATIVE = U"省市区县旗盟州镇乡村港岛";
@@ -70,7 +96,7 @@ constexpr std::u32string_view STREETS = U"路街道巷弄";
 
 // Characters of sentences; no name of a street or a building holds them.
 constexpr std::u32string_view STOPS =
-    U"的与由在于为将应须及或并且该其是有被向对按就自至到从已未不无可给让使此各每因若则即但而也还内";
+    U"的与由在于为将应须及或并且该其是有被向对按就自至到从已未不无可给让使此各每因若则即但而也还内跨";
 
 bool is_room_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'-' || c == U'#'; }
 
@@ -84,6 +110,7 @@ class ChinesePlaceSearch {
     from_boundaries();
     by_shape();
     from_villages();
+    from_prepositions();
     return std::move(out_);
   }
 
@@ -115,7 +142,7 @@ class ChinesePlaceSearch {
   std::vector<WordHit> places() const {
     std::vector<WordHit> all = a_.of(WordClass::PLACE);
     for (const auto& word : a_.chinese_words) {
-      if (word.word_class == recognition::ChineseWordClass::PLACE && is_division_name(word)) {
+      if (is_division_name(word) || is_shaped_division(word)) {
         all.push_back({word.start, word.end});
       }
     }
@@ -125,21 +152,53 @@ class ChinesePlaceSearch {
     return all;
   }
 
+  // 东乡县: a place of the dictionary that says what it is
+  bool is_shaped_division(const recognition::ChineseWord& word) const {
+    constexpr std::u32string_view UNITS = U"市县区旗镇乡";
+    constexpr std::size_t SHORTEST = 3;
+    return word.word_class == recognition::ChineseWordClass::PLACE && word.length() >= SHORTEST &&
+           UNITS.find(t_[word.end - 1]) != UNITS.npos &&
+           !is_generic_division(t_.substr(word.start, word.length()));
+  }
+
+  static bool is_generic_division(std::u32string_view name) {
+    static constexpr auto GENERIC =
+        text::words({U"东城区", U"西城区", U"上城区", U"新城区", U"小城镇", U"新市区", U"市中区",
+                     U"各乡镇", U"全县",   U"全市",   U"各县",   U"各县区", U"该县",   U"本县",
+                     U"解放区", U"港口区", U"站前区", U"老边区", U"开发区", U"新区",   U"城镇"});
+    return GENERIC.contains(name);
+  }
+
+  // 到天柱, 从五常: what is an everyday word as well is a place behind such a word.
+  bool is_gone_to(const recognition::ChineseWord& word) const {
+    constexpr std::u32string_view LINKS = U"到赴往驻抵从自至";
+    constexpr unsigned RARE = 14;
+    return word.start > 0 && LINKS.find(t_[word.start - 1]) != LINKS.npos &&
+           word.frequency <= RARE && is_word_boundary(a_.chinese_words, word.start - 1);
+  }
+
   // 屏山县; also 扬中, where nothing that could make it part of a longer name stands beside it.
   bool is_division_name(const recognition::ChineseWord& word) const {
-    constexpr std::u32string_view GENERIC[] = {U"东城区", U"西城区", U"上城区", U"新城区"};
     const auto name = t_.substr(word.start, word.length());
     const auto facts = chinese_word(name);
-    if (!facts || facts->division == Division::NONE || facts->ambiguous_division) return false;
+    if (!facts || facts->division == Division::NONE) return false;
+    if (facts->ambiguous_division) return is_gone_to(word);
     if (word.length() > 2 && !facts->bare_division) {
-      return std::find(std::begin(GENERIC), std::end(GENERIC), name) == std::end(GENERIC);
+      return !is_generic_division(name);
     }
-    return reader_.is_right_edge(word.end) &&
-           reader_.before(word.start, word.start - std::min<std::size_t>(word.start, 4)).empty();
+    if (!reader_.is_right_edge(word.end)) return false;
+    const auto left = reader_.before(word.start, word.start - std::min<std::size_t>(word.start, 4));
+    // 福建|平潭
+    return left.empty() || (left.pieces.size() == 1 && left.at_edge &&
+                            left.pieces.front().kind == PieceKind::PLACE);
   }
 
   // 规划路, 人民路: any such thing.
   bool is_any(std::size_t start, std::size_t end) const {
+    // 文化大道 is one, 规划大道 any.
+    if (end >= start + 4 && t_.substr(end - 2, 2) == U"大道") {
+      return t_.substr(start, end - start - 2) == U"规划";
+    }
     return are_ordinary_words(a_.chinese_words, start, end) ||
            is_ordinary_word(t_.substr(start, end - start - 1), 16);
   }
@@ -191,7 +250,7 @@ class ChinesePlaceSearch {
         continue;
       }
       const auto name = t_.substr(start, length);
-      if (name.find_first_of(GENERIC) == name.npos && name.find(U'至') == name.npos)
+      if (name.find_first_of(GENERIC) == name.npos && name.find_first_of(STOPS) == name.npos)
         add(start, i + 1, PLACE_SCORE);
     }
   }
@@ -215,6 +274,75 @@ class ChinesePlaceSearch {
     }
   }
 
+  // 位于土塘村的, 到杨浦站, 经哈大高速: no list has the place, but how it is spoken of tells.
+  void from_prepositions() {
+    for (const auto& m : RE_VISITED.find_all(t_)) {
+      const std::size_t start = behind_links(m.start(1));
+      if (m.end(1) >= start + 3 && is_own_name(start, m.end(1))) {
+        add(start, m.end(1), PLACE_SCORE);
+      }
+    }
+    for (const auto& m : RE_ROUTE.find_all(t_)) {
+      if (!is_ordinary_word(m.text(1)) && is_word_boundary(a_.chinese_words, m.start())) {
+        add(m.start(), m.end(), PLACE_SCORE);
+      }
+    }
+    for (const auto& word : a_.chinese_words) {
+      const auto at = static_cast<std::size_t>(word.end);
+      if (word.length() < 2 || at >= t_.size()) continue;
+      const auto* const station = word_at(a_.chinese_words, at);
+      if (station == nullptr || !is_station(t_.substr(at, station->length()))) continue;
+      const auto facts = chinese_word(t_.substr(word.start, word.length()));
+      const bool division = facts && facts->division != Division::NONE;
+      const bool place = word.word_class == recognition::ChineseWordClass::PLACE;
+      if (division || place) add(word.start, station->end, PLACE_SCORE);
+    }
+  }
+
+  // 五常|站, 郑州|东站
+  static bool is_station(std::u32string_view word) {
+    constexpr std::u32string_view SIDES = U"东西南北";
+    return word == U"站" ||
+           (word.size() == 2 && word[1] == U'站' && SIDES.find(word[0]) != SIDES.npos);
+  }
+
+  // The end of the words such as 在 that an alternative of the pattern has left.
+  std::size_t behind_links(std::size_t at) const {
+    constexpr std::u32string_view LINKS = U"在到至赴经往驻临沿自从、和及与于";
+    for (const std::u32string_view lead : {U"位于", U"坐落", U"地处", U"常驻", U"前往", U"毗邻"}) {
+      if (t_.substr(at).starts_with(lead)) at += lead.size();
+    }
+    while (at < t_.size() && LINKS.find(t_[at]) != LINKS.npos) ++at;
+    return at;
+  }
+
+  // 土塘村, 联山工业园; not 农村, 各乡镇, 新农村, 现代工业园.
+  bool is_own_name(std::size_t start, std::size_t end) const {
+    constexpr std::u32string_view GENERIC =
+        U"本该各全某农乡行新老两几多每同一二三四五六七八九十外邻";
+    constexpr std::size_t FEWEST = 2;
+    const auto name = t_.substr(start, end - start);
+    if (name.find_first_of(STOPS) != name.npos || GENERIC.find(name.front()) != GENERIC.npos ||
+        !is_word_boundary(a_.chinese_words, start) || is_ordinary_word(name)) {
+      return false;
+    }
+    // The name proper holds no word of more than one character that is an everyday one.
+    std::size_t own = 0;
+    for (std::size_t i = word_index(a_.chinese_words, start);
+         i < a_.chinese_words.size() && a_.chinese_words[i].start < end; ++i) {
+      const auto& word = a_.chinese_words[i];
+      constexpr unsigned COMMON = 17;
+      const bool everyday = word.word_class == recognition::ChineseWordClass::ORDINARY &&
+                            word.length() > 1 && word.frequency > COMMON;
+      if (everyday && word.end < end) {
+        const auto facts = chinese_word(t_.substr(word.start, word.length()));
+        if (!facts || facts->division == Division::NONE) return false;
+      }
+      if (word.start < end - 1) own += word.length();
+    }
+    return own >= FEWEST;
+  }
+
   bool is_word_behind(std::size_t at) const {
     constexpr std::u32string_view PARTICLES = U"的等及和与";
     return at < t_.size() && is_han(t_[at]) && PARTICLES.find(t_[at]) == PARTICLES.npos;
@@ -226,7 +354,9 @@ class ChinesePlaceSearch {
     bool division = known > start && is_division(known);
     const bool free = known == start;
     read_units(address, division, free);
-    if (address.units > 0 || (address.end > start && t_[address.end - 1] == U'镇')) {
+    const bool town = address.end > start && is_division(address.end);
+    if (town && address.units == 0) read_bracket(address);
+    if (address.units > 0 || (town && t_[address.end - 1] == U'镇')) {
       const std::size_t before = address.end;
       read_tail(address);
       // 交叉口西北角 + 汽配城C区07号
@@ -255,11 +385,21 @@ class ChinesePlaceSearch {
     }
   }
 
+  // 桂城街道|(三山新城)|港口路
+  void read_bracket(Address& address) const {
+    const auto m = RE_BRACKETED_PART.match_at(t_, address.end);
+    if (!m || unit_end(m->end(), false) == m->end()) return;
+    address.end = m->end();
+    bool division = true;
+    read_units(address, division, false);
+  }
+
   // What may stand behind the last part: a hamlet, kilometres, a crossing, a room.
   void read_tail(Address& address) const {
     if (const auto m = RE_HAMLET.match_at(t_, address.end); m && is_hamlet(*m)) {
       address.end = m->end();
     }
+    read_bracket(address);
     for (const Regex* regex : {&RE_SIDES, &RE_KILOMETRE, &RE_CROSSING}) {
       if (const auto m = regex->match_at(t_, address.end)) address.end = m->end();
     }
@@ -268,6 +408,7 @@ class ChinesePlaceSearch {
       const auto more = RE_MORE_ROOMS.match_at(t_, room);
       address.end = more ? more->end() : room;
     }
+    if (const auto m = RE_HOUSE_REMARK.match_at(t_, address.end)) address.end = m->end();
   }
 
   // The end of the place at `at`; of the names of towns only those that say what they are.
@@ -299,8 +440,10 @@ class ChinesePlaceSearch {
   std::size_t unit_end(std::size_t at, bool first) const {
     constexpr std::size_t LONGEST_PART = 12;
     std::size_t best = at;
+    if (begins_other_address(at)) return at;
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
+      if (ends_in_body(i) || (i > at && begins_other_address(i))) break;
       if ((STOPS.find(c) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i)) break;
       if (const std::size_t unit = unit_at(i);
           unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos ||
@@ -314,18 +457,42 @@ class ChinesePlaceSearch {
     return goes_on_well(at, best) ? best : at;
   }
 
+  // 高酿镇|和石洞镇
+  bool begins_other_address(std::size_t at) const {
+    constexpr std::u32string_view LINKS = U"和同";
+    if (at >= t_.size() || LINKS.find(t_[at]) == LINKS.npos) return false;
+    const auto* const word = word_at(a_.chinese_words, at);
+    return word != nullptr && word->length() == 1 && address_place_end(at + 1) > at + 1;
+  }
+
+  // 秦州区|市场监督|管理局: no part of an address goes on there.
+  bool ends_in_body(std::size_t at) const {
+    constexpr std::u32string_view ENDS = U"局院厅署会关庭";
+    const std::size_t end = end_of_word_at(a_.of(WordClass::PUBLIC_BODY), at);
+    return end > at && ENDS.find(t_[end - 1]) != ENDS.npos;
+  }
+
   bool is_hamlet(const text::Match& m) const {
     constexpr std::u32string_view ABOVE = U"镇乡村";
     constexpr std::u32string_view GROUPS = U"社队组";
     return ABOVE.find(t_[m.start() - 1]) != ABOVE.npos && reader_.is_right_edge(m.end()) &&
            m.text().find_first_of(STOPS) == std::u32string_view::npos &&
            !is_ordinary_word(m.text()) &&
-           (GROUPS.find(m.text().back()) == GROUPS.npos ||
+           (GROUPS.find(m.text().back()) == GROUPS.npos || is_numbered(m.text()) ||
             !are_ordinary_words(a_.chinese_words, m.start(), m.end()));
+  }
+
+  // 七社
+  static bool is_numbered(std::u32string_view hamlet) {
+    constexpr std::u32string_view NUMERALS = U"一二三四五六七八九十0123456789";
+    return NUMERALS.find(hamlet.front()) != NUMERALS.npos;
   }
 
   // 自 in 自流井, 向 in 向阳路: no word of running text.
   bool is_inside_name(std::size_t i) const {
+    if (t_.substr(i).starts_with(U"自贸") || t_.substr(i).starts_with(U"自由贸易") ||
+        t_.substr(i).starts_with(U"由贸易"))
+      return true;
     const auto* const word = word_at(a_.chinese_words, i);
     return word != nullptr && word->length() > 1 &&
            (word->word_class == recognition::ChineseWordClass::PLACE ||
@@ -355,6 +522,16 @@ class ChinesePlaceSearch {
   // 景谷县供水二期工程; 1门4号 but no other 门
   bool is_no_part(std::u32string_view unit, std::size_t i) const {
     const char32_t next = i + 1 < t_.size() ? t_[i + 1] : U' ';
+    // 东新路|仓库 is any, 2号仓库 and 仓库3 are not.
+    for (const std::u32string_view building :
+         {U"仓库", U"厂房", U"会议室", U"实验楼", U"办公楼", U"商铺", U"门面", U"摊位"}) {
+      if (unit != building) continue;
+      const char32_t behind = i + unit.size() < t_.size() ? t_[i + unit.size()] : U' ';
+      const bool numbered = i > 0 && (text::is_ascii_alnum(t_[i - 1]) || t_[i - 1] == U'号');
+      return !numbered && !text::is_ascii_alnum(behind);
+    }
+    // 秦州区|市场: a single character is a word of its own, or ends one.
+    if (unit == U"市" && next == U'场') return true;
     if (unit == U"门") return !text::is_ascii_digit(next) || !text::is_ascii_digit(t_[i - 1]);
     return unit == U"期" && (next == U'工' || next == U'项');
   }

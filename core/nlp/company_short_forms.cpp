@@ -126,6 +126,20 @@ void add_compounds(const NlpArtifacts& a, const ChineseName& name, std::u32strin
   }
 }
 
+// 彩云小面馆 of 南宁市西乡塘区彩云小面馆
+void add_whole_core(const NlpArtifacts& a, const ChineseName& name, std::size_t end,
+                    std::vector<ShortForm>& out) {
+  constexpr std::size_t SHORTEST_CORE = 2;
+  constexpr std::size_t SHORTEST_REST = 5;
+  const std::size_t core_end = name.core_start + name.core.size();
+  if (name.core.size() < SHORTEST_CORE || end < name.core_start + SHORTEST_REST ||
+      are_ordinary_words(a.chinese_words, name.core_start, core_end)) {
+    return;
+  }
+  const auto rest = std::u32string_view(a.folded).substr(name.core_start, end - name.core_start);
+  out.push_back({std::u32string(rest), ORGANIZATION_TYPE});
+}
+
 bool names_a_company(std::u32string_view word) {
   std::u32string folded(word);
   for (char32_t& c : folded) c = lower(c);
@@ -167,7 +181,9 @@ void add_chinese_company_forms(const NlpArtifacts& a, std::size_t start, std::si
     const bool at_edge =
         brand < SHORTEST_CHINESE && !is_unknown(a, name.core_start, name.core_start + brand);
     out.push_back({std::u32string(name.core.substr(0, brand)), ORGANIZATION_TYPE, false, at_edge});
+    out.push_back({joined(name.core.substr(0, brand), U"集团"), ORGANIZATION_TYPE});
   }
+  add_whole_core(a, name, end, out);
   for (std::size_t n = SHORTEST_PREFIX; n <= name.core.size(); ++n) {
     out.push_back({std::u32string(name.core.substr(0, n)), ORGANIZATION_TYPE});
     out.push_back({joined(name.core.substr(0, n), U"集团"), ORGANIZATION_TYPE});

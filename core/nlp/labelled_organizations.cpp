@@ -54,7 +54,7 @@ class LabelledOrganizationSearch {
   // A name in Chinese fills the field or the cell, and a trade, a place or a brand stands in it.
   std::optional<std::size_t> chinese_end(std::size_t at, bool in_field) const {
     constexpr std::size_t SHORTEST = 4;
-    constexpr std::size_t LONGEST = 25;
+    constexpr std::size_t LONGEST = 30;
     std::size_t end = at;
     while (end < t_.size() && end - at <= LONGEST && is_han(t_[end])) ++end;
     if (end - at < SHORTEST || end - at > LONGEST) return std::nullopt;
@@ -65,9 +65,27 @@ class LabelledOrganizationSearch {
     const bool other = is_touched(a_.of(WordClass::CLAUSE_WORD), at, end) ||
                        is_touched(a_.of(WordClass::CURRENCY), at, end) ||
                        is_touched(a_.of(WordClass::SHIELD), at, end);
+    if (filled && in_field && is_full_name(at, end)) return end;
     if (!filled || other) return std::nullopt;
     return (trade && in_field) || is_particular(at, end, in_field) ? std::optional(end)
                                                                    : std::nullopt;
+  }
+
+  // 好日子有为食品有限公司: whatever words a company chose for its name
+  bool is_full_name(std::size_t start, std::size_t end) const {
+    constexpr std::size_t SHORTEST_NAME = 4;
+    const auto ends_in = [&](WordClass c) {
+      const auto it = first_from(a_.of(c), end);
+      return it != a_.of(c).begin() && std::prev(it)->end == end &&
+             std::prev(it)->start >= start + SHORTEST_NAME;
+    };
+    if (!ends_in(WordClass::COMPANY_FORM) && !ends_in(WordClass::BRANCH)) return false;
+    const auto& clauses = a_.of(WordClass::CLAUSE_WORD);
+    for (auto it = first_from(clauses, start); it != clauses.end() && it->start < end; ++it) {
+      constexpr std::u32string_view PARTICLES = U"的与由";
+      if (it->end - it->start > 1 || PARTICLES.find(t_[it->start]) != PARTICLES.npos) return false;
+    }
+    return is_touched(a_.of(WordClass::TRADE_WORD), start + 2, end);
   }
 
   // 泾川汭丰合作联社: a place and a brand; 铂犀众联: behind a colon, a brand that is no person.

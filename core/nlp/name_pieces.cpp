@@ -6,6 +6,7 @@
 #include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/word_segmentation.hpp"
+#include "core/text/word_set.hpp"
 
 namespace core::nlp {
 namespace {
@@ -21,6 +22,9 @@ constexpr std::size_t LONGEST_BRACKET = 12;
 // Words of running text that may as well be the first character of a brand (和泰).
 constexpr std::u32string_view NAME_LINKS =
     U"和同为经以至如可来有于去自要作是按据到系在即过待赴往找接送寄派报住租卖买借缴领拉劝催替帮靠未付交存告设";
+
+// Characters of running text of which brands are made, too: 海之声, 你我他
+constexpr std::u32string_view BRAND_CHARACTERS = U"之我你她他这";
 
 // A character before a place that belongs to the sentence.
 bool is_link(char32_t c) { return NAME_LINKS.find(c) != NAME_LINKS.npos; }
@@ -38,15 +42,37 @@ bool leaves_a_name(const std::vector<NamePiece>& last_first) {
   return brand >= SHORTEST_BRAND;
 }
 
+// Whether the pieces (the last one first) say what a company does, without a brand.
+bool goes_on_without_brand(const std::vector<NamePiece>& last_first) {
+  constexpr std::size_t SHORTEST_BRAND = 2;
+  std::size_t brand = 0;
+  bool words = false;
+  for (const NamePiece& piece : last_first) {
+    if (piece.kind == PieceKind::PLACE) return false;
+    if (piece.kind == PieceKind::BRAND) brand += piece.end - piece.start;
+    words = words || piece.kind == PieceKind::TRADE || piece.end - piece.start > 1;
+  }
+  return words && brand < SHORTEST_BRAND;
+}
+
+// Whether the end of an organization's name lies in start..end: 教育局与财政局
+bool ends_in_body(const recognition::NlpArtifacts& a, std::size_t start, std::size_t end) {
+  for (const auto c : {WordClass::PUBLIC_BODY, WordClass::INSTITUTION, WordClass::PLAIN_COMPANY,
+                       WordClass::BANK, WordClass::BRANCH}) {
+    if (is_touched(a.of(c), start, end)) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 NamePieceReader::NamePieceReader(const recognition::NlpArtifacts& artifacts)
     : a_(artifacts), t_(artifacts.folded) {}
 
-NamePieces NamePieceReader::before(std::size_t end, std::size_t floor) const {
+NamePieces NamePieceReader::before(std::size_t end, std::size_t floor, bool of_body) const {
   NamePieces out;
   for (std::size_t at = end; end - at < LONGEST_PIECED_NAME;) {
-    const auto piece = piece_before(at, floor, out.pieces);
+    const auto piece = piece_before(at, floor, out.pieces, of_body);
     if (!piece) {
       out.at_edge = true;
       break;
@@ -58,14 +84,19 @@ NamePieces NamePieceReader::before(std::size_t end, std::size_t floor) const {
   return out;
 }
 
-std::optional<NamePiece> NamePieceReader::piece_before(
-    std::size_t end, std::size_t floor, const std::vector<NamePiece>& last_first) const {
+std::optional<NamePiece> NamePieceReader::piece_before(std::size_t end, std::size_t floor,
+                                                       const std::vector<NamePiece>& last_first,
+                                                       bool of_body) const {
   if (end <= floor) return std::nullopt;
   const char32_t c = t_[end - 1];
   if (is_han(c)) {
     const Word word = word_before(end, floor);
     const bool link = end - word.start == 1 && is_link(c) && word.kind != PieceKind::PLACE;
-    if (word.stop || (link && leaves_a_name(last_first))) return std::nullopt;
+    if ((word.stop || (link && leaves_a_name(last_first))) &&
+        !is_in_brand(word, end, floor, last_first) &&
+        !(of_body && (c == U'与' || c == U'及') && joins_fields(end - 1, floor))) {
+      return std::nullopt;
+    }
     return NamePiece{word.start, end, word.kind};
   }
   const auto is_letter = [](char32_t x) { return text::is_ascii_alpha(x) || x == U'·'; };
@@ -79,6 +110,63 @@ std::optional<NamePiece> NamePieceReader::piece_before(
   const bool blank = c == U' ' && end >= floor + 2 && is_han(t_[end - 2]) &&
                      (last_first.empty() || t_[end] == U'(');
   return blank ? std::optional(NamePiece{end - 1, end, PieceKind::OTHER}) : std::nullopt;
+}
+
+// 之 in 海口海之声会展服务, 小姐 in 三亚鹿小姐文化传播, 展示 in 广州大榕树展示工程: a word of
+// running text shortly behind a place, where what follows it has no brand of its own.
+bool NamePieceReader::is_in_brand(const Word& word, std::size_t end, std::size_t floor,
+                                  const std::vector<NamePiece>& last_first) const {
+  constexpr std::size_t LONGEST_HEAD = 4;
+  const bool single = end - word.start == 1;
+  const bool link = single && is_link(t_[word.start]);
+  if (single && !link && BRAND_CHARACTERS.find(t_[word.start]) == BRAND_CHARACTERS.npos) {
+    return false;
+  }
+  if (!goes_on_without_brand(last_first)) return false;
+  const auto& clauses = a_.of(WordClass::CLAUSE_WORD);
+  const auto clause = first_from(clauses, end);
+  if (clause != clauses.begin() && std::prev(clause)->end == end) return false;
+  for (std::size_t at = word.start; word.start - at <= LONGEST_HEAD && at > floor; --at) {
+    if (const std::size_t place = place_before(at, floor); place < at) {
+      // 五常市|拉|林河畔: the name fills the field; 与宁波|放心|吃食品
+      if (at < word.start) return names_nobody(at, word.start);
+      constexpr std::u32string_view BEFORE_PARTIES = U"与由向";
+      const bool field = place == 0 || !is_han(t_[place - 1]);
+      const bool led = field || BEFORE_PARTIES.find(t_[place - 1]) != BEFORE_PARTIES.npos;
+      return link ? field : led;
+    }
+    if (!is_han(t_[at - 1])) break;
+  }
+  return false;
+}
+
+// 大榕树, 海, but not 客户: no words for those of whom a sentence may speak.
+bool NamePieceReader::names_nobody(std::size_t start, std::size_t end) const {
+  constexpr unsigned COMMON = 17;
+  constexpr std::u32string_view BODIES = U"厂店局部所院校站处行社队场库仓人方司户商";
+  const auto& words = a_.chinese_words;
+  for (std::size_t i = word_index(words, start); i < words.size() && words[i].start < end; ++i) {
+    const auto surface = t_.substr(words[i].start, words[i].length());
+    const bool single =
+        surface.size() == 1 && BRAND_CHARACTERS.find(surface.front()) != BRAND_CHARACTERS.npos;
+    if ((!single && is_prose_word(surface)) || BODIES.find(surface.back()) != BODIES.npos)
+      return false;
+    if (words[i].length() > 1 && words[i].frequency > COMMON) return false;
+  }
+  return true;
+}
+
+// 江西省护理|与|静脉治疗学会: a place, and nothing but its fields behind it.
+bool NamePieceReader::joins_fields(std::size_t at, std::size_t floor) const {
+  constexpr std::size_t LONGEST_FIELDS = 8;
+  constexpr std::size_t SHORTEST_FIELD = 2;
+  for (std::size_t i = at; i > floor && at - i <= LONGEST_FIELDS; --i) {
+    if (const std::size_t place = place_before(i, floor); place < i) {
+      return at - i >= SHORTEST_FIELD && is_name_text(i, at) && !ends_in_body(a_, i, at);
+    }
+    if (!is_han(t_[i - 1])) return false;
+  }
+  return false;
 }
 
 NamePieceReader::Word NamePieceReader::word_before(std::size_t end, std::size_t floor) const {
@@ -182,6 +270,13 @@ bool NamePieceReader::is_right_edge(std::size_t at) const {
   const ChineseWord* const word = word_at(a_.chinese_words, at);
   if (word == nullptr) return true;
   const auto surface = t_.substr(word->start, word->length());
+  // 未经澜图科技书面同意
+  static constexpr auto BEHIND_NAMES =
+      text::words({U"书面",   U"事先",   U"方面",   U"员工",   U"工作人员", U"负责人",   U"股东",
+                   U"名下",   U"旗下",   U"内部",   U"董事",   U"代表",     U"账户",     U"门店",
+                   U"工程师", U"总监",   U"经理",   U"总经理", U"主任",     U"项目经理", U"司机",
+                   U"会计",   U"业务员", U"技术员", U"设计师", U"采购员"});
+  if (BEHIND_NAMES.contains(surface)) return true;
   return is_prose_word(surface) || (surface.size() == 1 && is_link(surface.front())) ||
          end_of_word_at(a_.of(WordClass::CLAUSE_WORD), at) > at;
 }

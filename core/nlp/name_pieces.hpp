@@ -38,8 +38,9 @@ class NamePieceReader {
  public:
   explicit NamePieceReader(const recognition::NlpArtifacts& artifacts);
 
-  // The pieces that may belong to a name and reach up to `end`, from `floor` on.
-  NamePieces before(std::size_t end, std::size_t floor) const;
+  // The pieces that may belong to a name and reach up to `end`, from `floor` on; in the
+  // name of a body 与 may stand between its fields.
+  NamePieces before(std::size_t end, std::size_t floor, bool of_body = false) const;
 
   // Whether start..end holds ideographs only and no word of running text.
   bool is_name_text(std::size_t start, std::size_t end) const;
@@ -61,7 +62,12 @@ class NamePieceReader {
   };
   // Nothing where the name begins; `last_first` are the pieces behind it.
   std::optional<NamePiece> piece_before(std::size_t end, std::size_t floor,
-                                        const std::vector<NamePiece>& last_first) const;
+                                        const std::vector<NamePiece>& last_first,
+                                        bool of_body) const;
+  bool is_in_brand(const Word& word, std::size_t end, std::size_t floor,
+                   const std::vector<NamePiece>& last_first) const;
+  bool joins_fields(std::size_t at, std::size_t floor) const;
+  bool names_nobody(std::size_t start, std::size_t end) const;
   Word word_before(std::size_t end, std::size_t floor) const;
   bool is_clause_word(std::size_t start, std::size_t end) const;
   std::size_t place_before(std::size_t end, std::size_t floor) const;

@@ -24,15 +24,26 @@ const Regex RE_QUOTED("RE_QUOTED", UR"(["“「『'【‘]([^"“”「」『』
 // DAAD in brackets behind a name
 const Regex RE_ACRONYM("RE_ACRONYM", UR"((?<=\()([A-Z]{2,8})(?=\)))");
 
+// Tessari Inspection Services (泰莎利检验)
+const Regex RE_TRANSLATION("RE_TRANSLATION",
+                           UR"((?<=[A-Za-z.] \(|[A-Za-z.]\()([\u4e00-\u9fff]{3,14})(?=\)))");
+
 // 以下简称华信科技) without quotes
 const Regex RE_UNQUOTED("RE_UNQUOTED",
                         UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
 
-constexpr auto GENERIC_ALIASES =
-    text::words({U"公司",       U"集团",     U"银行",     U"大学",     U"医院",     U"法院",
-                 U"学院",       U"中心",     U"目标公司", U"合资公司", U"项目公司", U"仲裁委",
-                 U"有限公司",   U"合作社",   U"律所",     U"项目",     U"标的公司", U"独资商号",
-                 U"个体工商户", U"承运公司", U"平台公司", U"借款公司"});
+constexpr auto GENERIC_ALIASES = text::words(
+    {U"公司",     U"集团",     U"银行",     U"大学",     U"医院",       U"法院",     U"学院",
+     U"中心",     U"目标公司", U"合资公司", U"项目公司", U"仲裁委",     U"有限公司", U"合作社",
+     U"律所",     U"项目",     U"标的公司", U"独资商号", U"个体工商户", U"承运公司", U"平台公司",
+     U"借款公司", U"总部",     U"总公司",   U"分公司",   U"子公司",     U"工厂",     U"加工厂",
+     U"基地",     U"门店",     U"加盟店",   U"学校",     U"幼儿园",     U"餐厅",     U"酒店",
+     U"超市",     U"物业",     U"物业公司", U"经纪公司", U"供应商",     U"平台",     U"机构",
+     U"协会",     U"学会",     U"商会",     U"俱乐部",   U"剧组",       U"商场",     U"诊所",
+     U"药店",     U"农场",     U"牧场",     U"养殖场",   U"车队",       U"运营商",   U"服务商",
+     U"经销商",   U"代理商",   U"管委会",   U"村委会",   U"联合体",     U"业委会",   U"基金",
+     U"信托",     U"工作室",   U"研究院",   U"研究所",   U"事务所",     U"保险公司", U"担保公司",
+     U"劳务公司", U"监理公司", U"施工单位", U"用工单位", U"用人单位",   U"主办单位", U"承办单位"});
 
 std::u32string_view surface_of(const NlpArtifacts& a, const RecognizerResult& r) {
   return text::slice(a.folded, r.start, r.end);
@@ -78,8 +89,8 @@ void add_person(std::u32string_view name, std::vector<ShortForm>& out) {
 
 // 洛社镇, 青白江区: the districts that an address names.
 void add_districts(std::u32string_view address, std::vector<ShortForm>& out) {
-  constexpr std::u32string_view LEVELS = U"省市区县镇乡州盟旗道";
-  constexpr std::u32string_view KEPT = U"镇乡县区";
+  constexpr std::u32string_view LEVELS = U"省市区县镇乡州盟旗道村路";
+  constexpr std::u32string_view KEPT = U"镇乡县区村路道";
   std::size_t start = 0;
   for (std::size_t i = 0; i < address.size(); ++i) {
     if (LEVELS.find(address[i]) == LEVELS.npos) continue;
@@ -209,6 +220,11 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
   const Definitions definitions(a, results);
   std::vector<ShortForm> out;
   add_abbreviations(a, results, out);
+  for (const auto& m : RE_TRANSLATION.find_all(a.folded)) {
+    if (is_touched(a.of(WordClass::TRADE_WORD), m.end(1) - 1, m.end(1)) && definitions.defines(m)) {
+      out.push_back({std::u32string(m.text(1)), std::string(entity_type::ORGANIZATION)});
+    }
+  }
   for (const Regex* regex : {&RE_QUOTED, &RE_UNQUOTED, &RE_ACRONYM}) {
     for (const auto& m : regex->find_all(a.folded)) {
       if (definitions.defines(m)) {

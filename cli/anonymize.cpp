@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cli/document_json.hpp"
+#include "cli/documents.hpp"
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/masking.hpp"
@@ -17,15 +18,18 @@ namespace {
 namespace anonymization = core::anonymization;
 
 constexpr std::string_view ANONYMIZE_DETAILS =
-    "Reads FILE and writes the masked text to standard output, and nothing else.\n"
+    "Reads FILE, plain text or a Word document (.docx), and writes it masked, in the same\n"
+    "format, to standard output, and nothing else.\n"
     "\n"
     "What is written where:\n"
-    "  masked text    standard output, or the file of -o; not a byte is added\n"
+    "  document       standard output, or the file of -o; to a text not a byte is added\n"
     "  mapping        only the file of --mapping (mode 0600), or the object of --json\n"
     "  messages       standard error; they never quote the document\n"
     "  Files are replaced in one step, never left half-written.\n"
     "\n"
-    "Input is UTF-8. Line ends and a byte order mark are kept as they are.\n"
+    "Text is UTF-8, UTF-16 with a byte order mark, or GB18030. Encoding, line ends and a\n"
+    "byte order mark are kept as they are. Of a .docx all stories are masked, and what\n"
+    "tells of people beside the text is taken out.\n"
     "\n";
 
 constexpr std::string_view ANONYMIZE_EXAMPLES =
@@ -33,6 +37,7 @@ constexpr std::string_view ANONYMIZE_EXAMPLES =
     "Examples:\n"
     "  veildoc anonymize contract.txt > masked.txt\n"
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
+    "  veildoc anonymize contract.docx -o masked.docx --report report.json\n"
     "  veildoc anonymize --language en --labels en - < agreement.txt\n"
     "  veildoc anonymize --json contract.txt | jq -r '.mapping[] | .placeholder'\n"
     "\n"
@@ -58,15 +63,16 @@ void warn_of_unmaskable(std::size_t count, std::ostream& err) {
 class Anonymize : public Command {
  public:
   std::string_view name() const override { return "anonymize"; }
-  std::string_view about() const override { return "Masks one document of plain text."; }
+  std::string_view about() const override { return "Masks one document."; }
   std::string_view details() const override { return details_; }
   void declare(Options& options) override;
   void check(const Options& options) override;
   void execute(const Context& context) override;
 
  private:
+  void check_report() const;
   void write(const std::string& bytes, const std::optional<std::string>& mapping,
-             std::ostream& out) const;
+             const std::optional<std::string>& report, std::ostream& out) const;
 
   const std::string details_ = std::string(ANONYMIZE_DETAILS)
                                    .append(PROFILES_HELP)
@@ -78,6 +84,7 @@ class Anonymize : public Command {
   bool input_named_ = false;
   std::string output_;   // empty: standard output
   std::string mapping_;  // empty: none is written
+  std::string report_;   // empty: none is written
   bool json_ = false;
 };
 
@@ -91,6 +98,9 @@ void Anonymize::declare(Options& options) {
   masking_.declare_services(options);
   options.file("-o,--output", output_, "Write to this file, not to standard output");
   options.file("--mapping", mapping_, "Write the mapping to this file, as JSON");
+  options.file("--report", report_,
+               "Write to this file, as JSON, what was masked, by kind and\nplace, and what was not "
+               "examined; no text of the document");
   options.flag("--json", json_,
                "Write one JSON object instead of the text: language,\ntext, mapping, "
                "replacements. It holds the original surfaces");
@@ -110,39 +120,52 @@ void Anonymize::check(const Options& options) {
       throw Failure(EXIT_USAGE, "--mapping names the input file");
     }
   }
+  check_report();
   if (output_ == "-") output_.clear();
 }
 
+void Anonymize::check_report() const {
+  if (report_.empty()) return;
+  for (const auto* other : {&input_, &output_, &mapping_}) {
+    if (!other->empty() && *other != "-" && same_file(report_, *other)) {
+      throw Failure(EXIT_USAGE, "--report names a file of another option");
+    }
+  }
+}
+
 void Anonymize::execute(const Context& context) {
-  const Input input = read_input(input_, input_named_, context);
-  warn_of_placeholders(input.text, context.err);
+  const auto document = read_document(input_, input_named_, context);
+  const auto& text = document->text();
+  warn_of_placeholders(text, context.err);
   const GuardedAnalyzer analyzer(context, masking_);
-  const auto [analysis_text, language] = analysis_input(input.text, masking_);
+  const auto [analysis_text, language] = analysis_input(text, masking_);
   const auto hits = analyzer.analyze(analysis_text, language);
   warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
-  const auto document = mask(input.text, masking_, KnownHits(hits));
-  std::string bytes;
-  if (json_) {
-    bytes = document_json(document, input.text);
-  } else {
-    if (input.marked) bytes = Input::BYTE_ORDER_MARK;
-    bytes += core::text::encode_utf8(document.text);
-  }
+  const auto masked = mask(text, masking_, KnownHits(hits));
+  auto bytes = document->write(masked);
+  const auto written = documents::as_written(masked, *document);
+  if (json_) bytes = document_json(written, document->as_written(text));
   std::optional<std::string> mapping;
-  if (!mapping_.empty()) mapping = mapping_json(document);
-  write(bytes, mapping, context.out);
+  if (!mapping_.empty()) mapping = mapping_json(written);
+  std::optional<std::string> report;
+  if (!report_.empty()) report = report_json(document->report(), masked.language);
+  warn_of_report(document->report(), context.err);
+  write(bytes, mapping, report, context.out);
 }
 
 // Everything is ready on the disk before anything is put in place.
 void Anonymize::write(const std::string& bytes, const std::optional<std::string>& mapping,
-                      std::ostream& out) const {
+                      const std::optional<std::string>& report, std::ostream& out) const {
   std::optional<PendingFile> mapping_file;
+  std::optional<PendingFile> report_file;
   std::optional<PendingFile> output_file;
   if (mapping) mapping_file.emplace(mapping_, *mapping, Privacy::SECRET);
+  if (report) report_file.emplace(report_, *report, Privacy::ORDINARY);
   if (!output_.empty()) {
     output_file.emplace(output_, bytes, json_ ? Privacy::SECRET : Privacy::ORDINARY);
   }
   if (mapping_file) mapping_file->commit();
+  if (report_file) report_file->commit();
   if (output_file) {
     output_file->commit();
   } else {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/anonymization/placeholders.hpp"
+#include "core/anonymization/replacements/span_postprocess.hpp"
 #include "core/masked_stretches.hpp"
 #include "core/text/unicode.hpp"
 #include "documents/docx_fields.hpp"
@@ -71,6 +72,17 @@ bool is_schema(std::string_view value) {
          value.starts_with("http://www.w3.org/");
 }
 
+// Names of fonts, of Word's own styles, of languages: the Georgia of a font is no
+// place, nor is the US of en-US.
+bool names_no_one(const pugi::xml_node& node, std::string_view attribute) {
+  const std::string_view name = node.name();
+  if (name == "w:lang" || name == "w:themeFontLang") return true;
+  if (attribute == "lang" || attribute == "altLang" || attribute == "xml:lang") return true;
+  if (attribute == "typeface" || name == "w:rFonts" || name == "w:lsdException") return true;
+  const bool is_font = name == "w:font" || name == "w:altName" || name == "w:sym";
+  return is_font && (attribute == "w:name" || attribute == "w:val" || attribute == "w:font");
+}
+
 // Whether anything of the tree that is no analysed text holds a surface. Texts are
 // also put together, in case one is split.
 bool holds_surface(const pugi::xml_node& root, const DocxText& text, const SurfaceSearch& search) {
@@ -79,12 +91,42 @@ bool holds_surface(const pugi::xml_node& root, const DocxText& text, const Surfa
   for_each_element(root, [&](const pugi::xml_node& node) {
     for (const auto& attribute : node.attributes()) {
       if (text.holds(attribute) || is_schema(attribute.value())) continue;
+      if (names_no_one(node, attribute.name())) continue;
       found = found || search.found_in(attribute.value());
     }
     if (!text.holds(node)) all += own_text(node);
     return true;
   });
   return found || search.found_in(all);
+}
+
+// A theme has the name of the company that made it.
+void rename_theme(const pugi::xml_node& root, const SurfaceSearch& search) {
+  if (!is(root, "a:theme")) return;
+  for_each_element(root, [&](pugi::xml_node node) {
+    auto name = node.attribute("name");
+    if (name && search.found_in(name.value())) name.set_value("Theme");
+    return true;
+  });
+}
+
+// The spans that were masked, over the text with its joiners. The masked text has
+// none: that the spans give it again shows that they are right.
+std::vector<anonymization::MaskedStretch> checked_stretches(
+    std::u32string_view text, const anonymization::AnonymizedDocument& masked) {
+  auto stretches = anonymization::masked_stretches(text, masked);
+  std::u32string rebuilt;
+  std::size_t at = 0;
+  for (const auto& stretch : stretches) {
+    rebuilt += core::text::slice(text, static_cast<anonymization::Offset>(at), stretch.start);
+    rebuilt += stretch.placeholder;
+    at = static_cast<std::size_t>(stretch.end);
+  }
+  rebuilt += text.substr(at);
+  if (anonymization::_strip_docx_joiner_sequences(rebuilt) != masked.text) {
+    throw LeftoverError("what was masked could not be found again; nothing was written");
+  }
+  return stretches;
 }
 
 class DocxDocument : public Document {
@@ -117,7 +159,7 @@ class DocxDocument : public Document {
 
 SurfaceSearch DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
   std::vector<std::u32string> surfaces;
-  for (const auto& stretch : anonymization::masked_stretches(text_.text(), masked)) {
+  for (const auto& stretch : checked_stretches(text_.text(), masked)) {
     surfaces.push_back(as_written(core::text::slice(text_.text(), stretch.start, stretch.end)));
     const auto start = static_cast<std::size_t>(stretch.start);
     if (text_.mask(start, static_cast<std::size_t>(stretch.end), stretch.placeholder)) {
@@ -137,6 +179,7 @@ void DocxDocument::clean_parts(const SurfaceSearch& search) {
     const auto root = part.xml->document_element();
     scrubber.scrub(root);
     names.rename(root);
+    rename_theme(root, search);
     neutralize_fields(root, renamed);
   }
 }

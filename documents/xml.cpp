@@ -1,6 +1,8 @@
 #include "documents/xml.hpp"
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 
 #include "core/text/utf8.hpp"
 #include "documents/errors.hpp"
@@ -11,6 +13,11 @@ namespace {
 // Word itself nests some forty elements; text boxes and tables within tables
 // double that.
 constexpr int DEEPEST_ELEMENT = 400;
+
+// A tree takes some twenty times the bytes of a part that is made of nothing but
+// tags. A page of a contract has a thousand.
+constexpr std::size_t MOST_BYTES = std::size_t{128} << 20U;
+constexpr std::ptrdiff_t MOST_TAGS = 6'000'000;
 
 // Text, white space and sections of character data; document types are kept so
 // that they can be refused.
@@ -54,6 +61,10 @@ class Checks : public pugi::xml_tree_walker {
 }  // namespace
 
 void parse_xml(pugi::xml_document& xml, std::string_view bytes, const std::string& part) {
+  if (bytes.size() > MOST_BYTES || std::count(bytes.begin(), bytes.end(), '<') > MOST_TAGS ||
+      std::count(bytes.begin(), bytes.end(), '=') > MOST_TAGS) {
+    refuse_xml(part, "too large");
+  }
   const auto result = xml.load_buffer(bytes.data(), bytes.size(), PARSING);
   if (!result) refuse_xml(part, "not well-formed XML at byte " + std::to_string(result.offset));
   Checks checks(part);

@@ -172,6 +172,7 @@ TEST(DocxParts, FailsWhereAValueCanStillBeRead) {
       {"as a metafile writes them", picture("..\x20\x5F\x1F\x4F\x11\x6C.."s), true},
       {"the name of a part", {"word/media/张伟民.png", "", "image", "x"}, true},
       {"part of it", settings("<w:caption w:name=\"张伟\"/>"), false},
+      {"the name of a font is nobody's", settings("<w:rFonts w:ascii=\"张伟民\"/>"), false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.why);

@@ -174,7 +174,7 @@ TEST(DocxText, ReachesTextBoxesTablesAndGuides) {
                               cell(paragraph_of(run_of("甲"))) + cell(paragraph_of(run_of("乙"))) +
                               "</w:tr></w:tbl>" + paragraph_of(run_of("丙"))))
           .text;
-  EXPECT_EQ(test::u8(text), "\t电话\n甲\t乙\n\uE000¶\uE001\n丙");
+  EXPECT_EQ(test::u8(text), "\t电话\n甲\t乙\uE000¶\uE001\n丙");
 }
 
 TEST(DocxText, TakesOutWhatTellsOfPeople) {

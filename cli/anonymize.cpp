@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cli/document_json.hpp"
+#include "cli/documents.hpp"
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/masking.hpp"
@@ -22,16 +23,19 @@ namespace {
 namespace anonymization = core::anonymization;
 
 constexpr std::string_view ANONYMIZE_DETAILS =
-    "Reads FILE and writes the masked text to standard output, and nothing else.\n"
+    "Reads FILE, plain text or a Word document (.docx), and writes it masked, in the same\n"
+    "format, to standard output, and nothing else.\n"
     "\n"
     "What is written where:\n"
-    "  masked text    standard output, or the file of -o; not a byte is added\n"
+    "  document       standard output, or the file of -o; to a text not a byte is added\n"
     "  mapping        only the file of --mapping (mode 0600, sealed with --encrypt), or\n"
     "                 the object of --json\n"
     "  messages       standard error; they never quote the document\n"
     "  Files are replaced in one step, never left half-written.\n"
     "\n"
-    "Input is UTF-8. Line ends and a byte order mark are kept as they are.\n"
+    "Text is UTF-8, UTF-16 with a byte order mark, or GB18030. Encoding, line ends and a\n"
+    "byte order mark are kept as they are. Of a .docx all stories are masked, and what\n"
+    "tells of people beside the text is taken out.\n"
     "\n";
 
 constexpr std::string_view ANONYMIZE_EXAMPLES =
@@ -40,6 +44,7 @@ constexpr std::string_view ANONYMIZE_EXAMPLES =
     "  veildoc anonymize contract.txt > masked.txt\n"
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
     "  veildoc anonymize --dry-run contract.txt --keep public.txt --mask secret.txt\n"
+    "  veildoc anonymize contract.docx -o masked.docx --report report.json\n"
     "  veildoc anonymize --language en --labels en - < agreement.txt\n"
     "  veildoc anonymize --json contract.txt | jq -r '.mapping[] | .placeholder'\n"
     "\n"
@@ -82,7 +87,7 @@ core::restore::Mapping mapping_of(const anonymization::AnonymizedDocument& docum
 class Anonymize : public Command {
  public:
   std::string_view name() const override { return "anonymize"; }
-  std::string_view about() const override { return "Masks one document of plain text."; }
+  std::string_view about() const override { return "Masks one document."; }
   std::string_view details() const override { return details_; }
   void declare(Options& options) override;
   void check(const Options& options) override;
@@ -90,8 +95,9 @@ class Anonymize : public Command {
 
  private:
   void check_dry_run(const Options& options) const;
+  void check_report() const;
   void write(const std::string& bytes, const std::optional<std::string>& mapping,
-             std::ostream& out) const;
+             const std::optional<std::string>& report, std::ostream& out) const;
 
   const std::string details_ = std::string(ANONYMIZE_DETAILS)
                                    .append(PROFILES_HELP)
@@ -105,6 +111,7 @@ class Anonymize : public Command {
   std::string mapping_;  // empty: none is written
   bool encrypt_ = false;
   std::string passphrase_file_;  // empty: asked for
+  std::string report_;   // empty: none is written
   bool json_ = false;
   bool dry_run_ = false;
 };
@@ -126,6 +133,9 @@ void Anonymize::declare(Options& options) {
   options.flag("--dry-run", dry_run_,
                "Write a table of what would be masked instead of the text.\nIt holds the original "
                "surfaces");
+  options.file("--report", report_,
+               "Write to this file, as JSON, what was masked, by kind and\nplace, and what was not "
+               "examined; no text of the document");
   options.flag("--json", json_,
                "Write one JSON object instead of the text: language,\ntext, mapping, "
                "replacements. It holds the original surfaces");
@@ -133,7 +143,7 @@ void Anonymize::declare(Options& options) {
 
 void Anonymize::check_dry_run(const Options& options) const {
   if (!dry_run_) return;
-  for (const auto* name : {"--output", "--mapping", "--json"}) {
+  for (const auto* name : {"--output", "--mapping", "--report", "--json"}) {
     if (options.given(name)) {
       throw Failure(EXIT_USAGE, std::string("--dry-run does not go with ") + name);
     }
@@ -159,44 +169,63 @@ void Anonymize::check(const Options& options) {
   if (!encrypt_ && !passphrase_file_.empty()) {
     throw Failure(EXIT_USAGE, "--passphrase-file needs --encrypt");
   }
+  check_report();
   if (output_ == "-") output_.clear();
 }
 
+void Anonymize::check_report() const {
+  if (report_.empty()) return;
+  for (const auto* other : {&input_, &output_, &mapping_}) {
+    if (!other->empty() && *other != "-" && same_file(report_, *other)) {
+      throw Failure(EXIT_USAGE, "--report names a file of another option");
+    }
+  }
+}
+
 void Anonymize::execute(const Context& context) {
-  const Input input = read_input(input_, input_named_, context);
+  const auto source = read_document(input_, input_named_, context);
+  const auto& text = source->text();
   std::optional<Passphrase> passphrase;
   if (encrypt_) passphrase = read_passphrase(passphrase_file_, Asked::TWICE);
-  warn_of_placeholders(input.text, context.err);
-  const auto overrides = read_overrides(input.text, masking_, context.err);
+  warn_of_placeholders(text, context.err);
+  const auto overrides = read_overrides(text, masking_, context.err);
   const GuardedAnalyzer analyzer(context, masking_);
-  const auto [analysis_text, language] = analysis_input(input.text, masking_);
+  const auto [analysis_text, language] = analysis_input(text, masking_);
   std::optional<Progress> progress(std::in_place, context.err, STEPS);
   const auto hits = analyzer.analyze(analysis_text, language);
   progress->step();
-  const auto document = mask(input.text, masking_, KnownHits(hits), overrides);
+  const auto masked = mask(text, masking_, KnownHits(hits), overrides);
   progress.reset();  // takes its line away before anything else is told
   warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
-  if (dry_run_) return write_all(context.out, review_table(core::restore::make_mapping(document)));
-  std::string bytes = input.marked ? std::string(Input::BYTE_ORDER_MARK) : std::string();
-  bytes += core::text::encode_utf8(document.text);
+  const auto written = documents::as_written(masked, *source);
+  if (dry_run_) return write_all(context.out, review_table(core::restore::make_mapping(written)));
+  auto bytes = source->write(masked);
   std::optional<std::string> mapping;
   if (!mapping_.empty()) {
-    mapping = core::restore::write_mapping(mapping_of(document, bytes, input.text, context.err));
+    mapping = core::restore::write_mapping(
+        mapping_of(written, bytes, source->as_written(text), context.err));
     if (passphrase) mapping = core::restore::seal_mapping(*mapping, passphrase->text());
   }
-  write(json_ ? document_json(document, input.text) : bytes, mapping, context.out);
+  if (json_) bytes = document_json(written, source->as_written(text));
+  std::optional<std::string> report;
+  if (!report_.empty()) report = report_json(source->report(), masked.language);
+  warn_of_report(source->report(), context.err);
+  write(bytes, mapping, report, context.out);
 }
 
 // Everything is ready on the disk before anything is put in place.
 void Anonymize::write(const std::string& bytes, const std::optional<std::string>& mapping,
-                      std::ostream& out) const {
+                      const std::optional<std::string>& report, std::ostream& out) const {
   std::optional<PendingFile> mapping_file;
+  std::optional<PendingFile> report_file;
   std::optional<PendingFile> output_file;
   if (mapping) mapping_file.emplace(mapping_, *mapping, Privacy::SECRET);
+  if (report) report_file.emplace(report_, *report, Privacy::ORDINARY);
   if (!output_.empty()) {
     output_file.emplace(output_, bytes, json_ ? Privacy::SECRET : Privacy::ORDINARY);
   }
   if (mapping_file) mapping_file->commit();
+  if (report_file) report_file->commit();
   if (output_file) {
     output_file->commit();
   } else {

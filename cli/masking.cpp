@@ -128,11 +128,17 @@ Input decode(std::string_view bytes, const std::string& name) {
   return input;
 }
 
-Input read_input(const std::string& path, bool input_named, const Context& context) {
+std::string input_name(const std::string& path) { return path == "-" ? "standard input" : path; }
+
+std::string read_bytes(const std::string& path, bool input_named, const Context& context) {
   if (!input_named && &context.in == &std::cin && ::isatty(STDIN_FILENO) != 0) {
     context.err << "veildoc: reading standard input; Ctrl-D ends it\n" << std::flush;
   }
-  return decode(read_all(path, context.in), path == "-" ? "standard input" : path);
+  return read_all(path, context.in);
+}
+
+Input read_input(const std::string& path, bool input_named, const Context& context) {
+  return decode(read_bytes(path, input_named, context), input_name(path));
 }
 
 GuardedAnalyzer::GuardedAnalyzer(const Context& context, const MaskingOptions& options) {

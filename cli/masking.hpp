@@ -59,6 +59,13 @@ AnalysisInput analysis_input(std::u32string_view text, const MaskingOptions& opt
 // is no UTF-8 text.
 Input decode(std::string_view bytes, const std::string& name);
 
+// How a message calls the input.
+std::string input_name(const std::string& path);
+
+// Reads a file, or standard input for "-". Says on a terminal that it waits, unless
+// `input_named`.
+std::string read_bytes(const std::string& path, bool input_named, const Context& context);
+
 // Reads and decodes a file, or standard input for "-". Says on a terminal that it
 // waits, unless `input_named`.
 Input read_input(const std::string& path, bool input_named, const Context& context);

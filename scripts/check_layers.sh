@@ -8,10 +8,11 @@ cd "$(dirname "$0")/.."
 
 layers='
 tests/support                      core
-tests                              tests/support cli core bench tools
+tests                              tests/support cli documents core bench tools
 tools                              core/text
 bench                              tests/support core
-cli                                core
+cli                                documents core
+documents                          core
 python                             core
 core/text                          core/errors.hpp
 core/errors.hpp

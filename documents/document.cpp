@@ -1,0 +1,104 @@
+#include "documents/document.hpp"
+
+#include <algorithm>
+
+#include "core/anonymization/placeholders.hpp"
+#include "core/masked_stretches.hpp"
+#include "documents/docx.hpp"
+#include "documents/errors.hpp"
+#include "documents/joiner_escapes.hpp"
+#include "documents/package.hpp"
+#include "documents/text_encoding.hpp"
+
+namespace documents {
+namespace {
+
+namespace anonymization = core::anonymization;
+
+class TextDocument : public Document {
+ public:
+  explicit TextDocument(std::string_view bytes)
+      : source_(decode_text(bytes)), escapes_(JoinerEscapes::of(source_.text)) {
+    source_.text = escapes_.escape(source_.text);
+    report_.format = "text";
+  }
+
+  const std::u32string& text() const override { return source_.text; }
+  std::u32string as_written(std::u32string_view text) const override {
+    return escapes_.restore(text);
+  }
+  std::string write(const anonymization::AnonymizedDocument& masked) override {
+    for (const auto& stretch : anonymization::masked_stretches(source_.text, masked)) {
+      const auto parsed = anonymization::parse_numbered_placeholder(stretch.placeholder);
+      report_.count("text",
+                    parsed ? parsed->tag : std::string(anonymization::entity_type::CARD_LAST4));
+    }
+    return encode_text(as_written(masked.text), source_);
+  }
+  const Report& report() const override { return report_; }
+  bool is_plain_text() const override { return true; }
+
+ private:
+  EncodedText source_;
+  JoinerEscapes escapes_;
+  Report report_;
+};
+
+// What other files begin with, and how they are refused.
+struct Signature {
+  std::string_view begin;
+  const char* why;
+};
+constexpr Signature SIGNATURES[] = {
+    {"%PDF-", "a PDF is not read; save it as .docx or as text"},
+    {"{\\rtf", "rich text (RTF) is not read; save it as .docx"},
+    {"<?xml", "XML is not read; save it as .docx or as text"},
+    {"<!DOCTYPE", "HTML is not read; save it as .docx or as text"},
+    {"<html", "HTML is not read; save it as .docx or as text"},
+    {"\x1F\x8B", "a compressed file is not read; unpack it first"},
+};
+constexpr std::string_view OLE_FILE = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
+// How the directory of an encrypted .docx names what it holds, in UTF-16.
+constexpr std::string_view ENCRYPTED_PACKAGE("E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0",
+                                             32);
+
+void refuse_other_files(std::string_view bytes) {
+  if (bytes.starts_with(OLE_FILE)) {
+    throw DocumentError(bytes.find(ENCRYPTED_PACKAGE) != std::string_view::npos
+                            ? "an encrypted document is not read; save it without a password"
+                            : "a legacy Office file (.doc) is not read; save it as .docx");
+  }
+  if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+  for (const auto& signature : SIGNATURES) {
+    if (bytes.starts_with(signature.begin)) throw DocumentError(signature.why);
+  }
+}
+
+}  // namespace
+
+void Report::count(const std::string& story, const std::string& kind) {
+  const auto found = std::find_if(stories.begin(), stories.end(),
+                                  [&](const auto& entry) { return entry.first == story; });
+  auto& entry = found == stories.end()
+                    ? stories.emplace_back(story, std::map<std::string, std::size_t>())
+                    : *found;
+  ++entry.second[kind];
+}
+
+std::unique_ptr<Document> read_document(std::string_view bytes) {
+  if (is_zip(bytes)) return read_docx(bytes);
+  refuse_other_files(bytes);
+  return std::make_unique<TextDocument>(bytes);
+}
+
+anonymization::AnonymizedDocument as_written(anonymization::AnonymizedDocument masked,
+                                             const Document& document) {
+  masked.text = document.as_written(masked.text);
+  for (auto& entry : masked.mapping) entry.surface = document.as_written(entry.surface);
+  for (auto& placement : masked.placements) {
+    placement.surface = document.as_written(placement.surface);
+  }
+  return masked;
+}
+
+}  // namespace documents

@@ -1,0 +1,63 @@
+// Documents as files: what is analysed of one, and the file with placeholders in it.
+//
+//   auto document = documents::read_document(bytes);
+//   const auto masked = anonymize_document(document->text(), analyzer);
+//   const auto masked_bytes = document->write(masked);  // of the same format
+//
+// What a file holds is told from its content, never from its name.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "core/anonymization_core.hpp"
+
+namespace documents {
+
+// What became of a document. No text of it stands here.
+struct Report {
+  std::string format;  // "text" or "docx"
+  // Placeholders written, by story and kind, stories in reading order.
+  std::vector<std::pair<std::string, std::map<std::string, std::size_t>>> stories;
+  std::vector<std::string> not_examined;  // parts, each with what it is
+  std::vector<std::string> removed;       // the same
+  std::vector<std::string> warnings;
+
+  void count(const std::string& story, const std::string& kind);
+};
+
+class Document {
+ public:
+  Document() = default;
+  virtual ~Document() = default;
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+
+  // What is to be analysed. Paragraphs that were pasted together are set off by
+  // joiners; none of these stands in the document itself.
+  virtual const std::u32string& text() const = 0;
+  // The text, or what an analysis made of a part of it, as the document has it.
+  virtual std::u32string as_written(std::u32string_view text) const = 0;
+  // The file in which text() is masked; to be called once. Throws LeftoverError if
+  // something that is masked could still be read in it.
+  virtual std::string write(const core::anonymization::AnonymizedDocument& masked) = 0;
+  // Complete behind write().
+  virtual const Report& report() const = 0;
+  // Whether the file is text itself, so that the masked text is the file.
+  virtual bool is_plain_text() const = 0;
+};
+
+// Plain text in UTF-8, UTF-16 with a byte order mark or GB18030, or a .docx. Throws
+// DocumentError for anything else, and for a damaged file.
+std::unique_ptr<Document> read_document(std::string_view bytes);
+
+// The document as its reader's escapes are undone in all its strings.
+core::anonymization::AnonymizedDocument as_written(core::anonymization::AnonymizedDocument masked,
+                                                   const Document& document);
+
+}  // namespace documents

@@ -1,0 +1,240 @@
+#include "documents/docx.hpp"
+
+#include <array>
+#include <memory>
+#include <utility>
+
+#include "core/anonymization/placeholders.hpp"
+#include "core/anonymization/replacements/span_postprocess.hpp"
+#include "core/masked_stretches.hpp"
+#include "core/text/unicode.hpp"
+#include "documents/docx_fields.hpp"
+#include "documents/docx_names.hpp"
+#include "documents/docx_parts.hpp"
+#include "documents/docx_scrub.hpp"
+#include "documents/docx_text.hpp"
+#include "documents/errors.hpp"
+#include "documents/surface_search.hpp"
+
+namespace documents {
+namespace {
+
+namespace anonymization = core::anonymization;
+
+// Stories in the order in which they are read.
+constexpr std::array<std::string_view, 9> READING_ORDER = {
+    "body",     "header",          "footer", "footnotes", "endnotes",
+    "comments", "building blocks", "chart",  "diagram"};
+
+struct XmlPart {
+  std::string name;
+  PartKind kind;
+  std::unique_ptr<pugi::xml_document> xml;
+};
+
+// All parts in XML but types and relationships, as trees.
+std::vector<XmlPart> xml_parts(const OfficePackage& package) {
+  std::vector<XmlPart> out;
+  for (const auto& part : package.parts()) {
+    auto kind = kind_of(package, part);
+    if (kind.role == Role::BINARY || kind.role == Role::STRUCTURE) continue;
+    out.push_back({part.name, std::move(kind), std::make_unique<pugi::xml_document>()});
+    parse_xml(*out.back().xml, part.bytes, part.name);
+  }
+  return out;
+}
+
+void read_text(DocxText& text, const std::vector<XmlPart>& parts) {
+  for (const auto wanted : READING_ORDER) {
+    for (const auto& part : parts) {
+      if (part.kind.name != wanted) continue;
+      const auto root = part.xml->document_element();
+      if (part.kind.role == Role::STORY) text.add_story(part.kind.name, root, part.name);
+      if (part.kind.role == Role::STRINGS) text.add_strings(part.kind.name, root, part.name);
+    }
+  }
+  std::vector<pugi::xml_node> roots;
+  roots.reserve(parts.size());
+  for (const auto& part : parts) roots.push_back(part.xml->document_element());
+  text.add_attributes("labels", roots);
+  text.finish();
+}
+
+std::string tag_of(std::u32string_view placeholder) {
+  const auto parsed = anonymization::parse_numbered_placeholder(placeholder);
+  return parsed ? parsed->tag : std::string(anonymization::entity_type::CARD_LAST4);
+}
+
+// Addresses of schemas and namespaces; not of anybody.
+bool is_schema(std::string_view value) {
+  return value.starts_with("http://schemas.") || value.starts_with("urn:schemas-") ||
+         value.starts_with("http://purl.oclc.org/ooxml/") ||
+         value.starts_with("http://www.w3.org/");
+}
+
+// Names of fonts, of Word's own styles, of languages: the Georgia of a font is no
+// place, nor is the US of en-US.
+bool names_no_one(const pugi::xml_node& node, std::string_view attribute) {
+  const std::string_view name = node.name();
+  if (name == "w:lang" || name == "w:themeFontLang") return true;
+  if (attribute == "lang" || attribute == "altLang" || attribute == "xml:lang") return true;
+  if (attribute == "typeface" || name == "w:rFonts" || name == "w:lsdException") return true;
+  const bool is_font = name == "w:font" || name == "w:altName" || name == "w:sym";
+  return is_font && (attribute == "w:name" || attribute == "w:val" || attribute == "w:font");
+}
+
+// Whether anything of the tree that is no analysed text holds a surface. Texts are
+// also put together, in case one is split.
+bool holds_surface(const pugi::xml_node& root, const DocxText& text, const SurfaceSearch& search) {
+  bool found = false;
+  std::string all;
+  for_each_element(root, [&](const pugi::xml_node& node) {
+    for (const auto& attribute : node.attributes()) {
+      if (text.holds(attribute) || is_schema(attribute.value())) continue;
+      if (names_no_one(node, attribute.name())) continue;
+      found = found || search.found_in(attribute.value());
+    }
+    if (!text.holds(node)) all += own_text(node);
+    return true;
+  });
+  return found || search.found_in(all);
+}
+
+// A theme has the name of the company that made it.
+void rename_theme(const pugi::xml_node& root, const SurfaceSearch& search) {
+  if (!is(root, "a:theme")) return;
+  for_each_element(root, [&](pugi::xml_node node) {
+    auto name = node.attribute("name");
+    if (name && search.found_in(name.value())) name.set_value("Theme");
+    return true;
+  });
+}
+
+// The spans that were masked, over the text with its joiners. The masked text has
+// none: that the spans give it again shows that they are right.
+std::vector<anonymization::MaskedStretch> checked_stretches(
+    std::u32string_view text, const anonymization::AnonymizedDocument& masked) {
+  auto stretches = anonymization::masked_stretches(text, masked);
+  std::u32string rebuilt;
+  std::size_t at = 0;
+  for (const auto& stretch : stretches) {
+    rebuilt += core::text::slice(text, static_cast<anonymization::Offset>(at), stretch.start);
+    rebuilt += stretch.placeholder;
+    at = static_cast<std::size_t>(stretch.end);
+  }
+  rebuilt += text.substr(at);
+  if (anonymization::_strip_docx_joiner_sequences(rebuilt) != masked.text) {
+    throw LeftoverError("what was masked could not be found again; nothing was written");
+  }
+  return stretches;
+}
+
+class DocxDocument : public Document {
+ public:
+  explicit DocxDocument(std::string_view bytes) : package_(read_package(bytes)) {
+    refuse_other_packages(package_);
+    parts_ = xml_parts(package_);
+    read_text(text_, parts_);
+    report_.format = "docx";
+  }
+
+  const std::u32string& text() const override { return text_.text(); }
+  std::u32string as_written(std::u32string_view text) const override {
+    return text_.escapes().restore(text);
+  }
+  std::string write(const anonymization::AnonymizedDocument& masked) override;
+  const Report& report() const override { return report_; }
+  bool is_plain_text() const override { return false; }
+
+ private:
+  SurfaceSearch mask_text(const anonymization::AnonymizedDocument& masked);
+  void clean_parts(const SurfaceSearch& search);
+  void verify(std::string_view bytes, const SurfaceSearch& search);
+
+  OfficePackage package_;
+  std::vector<XmlPart> parts_;
+  DocxText text_;
+  Report report_;
+};
+
+SurfaceSearch DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
+  std::vector<std::u32string> surfaces;
+  for (const auto& stretch : checked_stretches(text_.text(), masked)) {
+    surfaces.push_back(as_written(core::text::slice(text_.text(), stretch.start, stretch.end)));
+    const auto start = static_cast<std::size_t>(stretch.start);
+    if (text_.mask(start, static_cast<std::size_t>(stretch.end), stretch.placeholder)) {
+      report_.count(text_.story_at(start), tag_of(stretch.placeholder));
+    }
+  }
+  text_.write_back();
+  return SurfaceSearch(surfaces);
+}
+
+void DocxDocument::clean_parts(const SurfaceSearch& search) {
+  Names names;
+  for (const auto& part : parts_) names.collect(part.xml->document_element(), search);
+  const auto renamed = [&](std::string_view name) { return names.bookmark(name); };
+  Scrubber scrubber;
+  for (const auto& part : parts_) {
+    const auto root = part.xml->document_element();
+    scrubber.scrub(root);
+    names.rename(root);
+    rename_theme(root, search);
+    neutralize_fields(root, renamed);
+  }
+}
+
+std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked) {
+  const auto search = mask_text(masked);
+  clean_parts(search);
+  for (const auto& part : parts_) {
+    pugi::xml_document original;
+    parse_xml(original, package_.find(part.name)->bytes, part.name);
+    auto bytes = xml_bytes(*part.xml);
+    // What nothing was changed in stays as it is, byte by byte.
+    if (bytes != xml_bytes(original)) package_.set_bytes(part.name, std::move(bytes));
+  }
+  parts_.clear();
+  report_.removed = remove_private_parts(package_);
+  auto bytes = write_package(package_.parts());
+  verify(bytes, search);
+  return bytes;
+}
+
+void DocxDocument::verify(std::string_view bytes, const SurfaceSearch& search) {
+  const auto fail = [](const std::string& where) {
+    throw LeftoverError("something that is masked can still be read in " + where +
+                        "; nothing was written");
+  };
+  const OfficePackage written(read_package(bytes));
+  const auto parts = xml_parts(written);
+  DocxText text;
+  read_text(text, parts);
+  for (const auto& part : parts) {
+    if (holds_surface(part.xml->document_element(), text, search)) fail(part.name);
+  }
+  for (const auto& part : written.parts()) {
+    if (search.found_in(part.name)) fail("the name of a part");
+    const auto kind = kind_of(written, part);
+    if (kind.role == Role::STRUCTURE) {
+      pugi::xml_document xml;
+      parse_xml(xml, part.bytes, part.name);
+      if (holds_surface(xml.document_element(), text, search)) fail(part.name);
+    } else if (kind.role == Role::BINARY) {
+      if (search.found_in_bytes(part.bytes)) fail(part.name);
+      report_.not_examined.push_back(part.name + ": " + kind.name);
+    }
+  }
+  if (const auto left = search.count_in(text.text()); left > 0) {
+    report_.warnings.push_back("texts that read like a masked one were left by the analysis: " +
+                               std::to_string(left));
+  }
+}
+
+}  // namespace
+
+std::unique_ptr<Document> read_docx(std::string_view bytes) {
+  return std::make_unique<DocxDocument>(bytes);
+}
+
+}  // namespace documents

@@ -1,0 +1,401 @@
+#include "documents/docx_text.hpp"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "core/anonymization/rules/helpers.hpp"
+#include "core/text/utf8.hpp"
+#include "core/text/word_set.hpp"
+#include "documents/errors.hpp"
+#include "documents/xml.hpp"
+
+namespace documents {
+namespace {
+
+using core::text::type_names;
+
+// What holds the text that people read. Instructions of fields are no such text.
+constexpr auto TEXT_ELEMENTS = type_names({"w:t", "w:delText", "m:t", "a:t"});
+// Within a paragraph: no text for people below them.
+constexpr auto SILENT_ELEMENTS =
+    type_names({"w:pPr", "w:rPr", "w:instrText", "w:delInstrText", "w:sectPr", "w:sdtPr",
+                "w:fldData", "w:rubyPr", "w:smartTagPr", "w:customXmlPr"});
+// A text of its own within a paragraph.
+constexpr auto ASIDE_ELEMENTS =
+    type_names({"w:txbxContent", "mc:Fallback", "w:rt", "w:p", "w:tbl", "a:p"});
+
+// While the text grows, the document's own U+E000 and U+E001 are told from those
+// of joiners by values that are no code points.
+constexpr char32_t OWN_OPENING = 0x110000;
+constexpr char32_t OWN_CLOSING = 0x110001;
+constexpr char32_t NON_BREAKING_HYPHEN = 0x2011;
+constexpr char32_t NO_CHARACTER = 0;
+
+// Soft hyphens, zero-width characters, marks of writing direction: a reader does not
+// see them, and a value is found without them.
+bool is_invisible(char32_t c) {
+  return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
+         (c >= 0x2060 && c <= 0x2064) || c == 0xFEFF;
+}
+
+char32_t analysed(char32_t c) {
+  if (c == 0xE000) return OWN_OPENING;
+  if (c == 0xE001) return OWN_CLOSING;
+  return c == NON_BREAKING_HYPHEN ? U'-' : c;
+}
+
+// At the end of the line, so that rules see where the next paragraph begins.
+std::u32string closed_by(std::u32string_view joiner) { return std::u32string(joiner) + U"\n"; }
+
+// The character of a w:sym: by its code, where it is no place in a symbol font.
+char32_t symbol_of(const pugi::xml_node& node) {
+  const std::string_view code = node.attribute("w:char").value();
+  unsigned value = 0;
+  const auto read = std::from_chars(code.data(), code.data() + code.size(), value, 16);
+  const bool is_character = read.ec == std::errc() && value > 0x20 && value < 0xD800;
+  return is_character ? static_cast<char32_t>(value) : U'\uFFFD';
+}
+
+// What stands for an element without text of its own; NO_CHARACTER for a soft
+// hyphen, nothing for elements that are no character.
+std::optional<char32_t> atom_of(const pugi::xml_node& node) {
+  const std::string_view name = node.name();
+  if (name == "w:tab" || name == "w:ptab") return U'\t';
+  if (name == "w:br" || name == "w:cr") return U'\n';
+  if (name == "w:noBreakHyphen") return U'-';
+  if (name == "w:softHyphen") return NO_CHARACTER;
+  if (name == "w:sym") return symbol_of(node);
+  return std::nullopt;
+}
+
+bool is_blank(std::string_view text) {
+  return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
+}
+
+bool within_deletion(pugi::xml_node node) {
+  for (; node; node = node.parent()) {
+    if (is(node, "w:del") || is(node, "w:moveFrom")) return true;
+  }
+  return false;
+}
+
+// A name by which other elements refer to this one.
+pugi::xml_attribute name_attribute(const pugi::xml_node& node) {
+  if (is(node, "w:bookmarkStart")) return node.attribute("w:name");
+  const std::string_view parent = node.parent().name();
+  if (is(node, "w:name") && parent == "w:ffData") return node.attribute("w:val");
+  const bool of_style = parent == "w:style" && node.parent().attribute("w:customStyle").as_bool();
+  return of_style && is(node, "w:name") ? node.attribute("w:val") : pugi::xml_attribute();
+}
+
+// The attribute of this element that holds text for people.
+pugi::xml_attribute text_attribute(const pugi::xml_node& node) {
+  const std::string_view name = node.name();
+  constexpr auto WITH_VALUE =
+      type_names({"w:alias", "w:tag", "w:lvlText", "w:listEntry", "w:docPart", "w:category"});
+  if (WITH_VALUE.contains(name)) return node.attribute("w:val");
+  if (name == "w:listItem") return node.attribute("w:displayText");
+  if (name == "v:textpath") return node.attribute("string");
+  const std::string_view parent = node.parent().name();
+  if (name == "w:default" && parent == "w:textInput") return node.attribute("w:val");
+  if (name == "w:name" && (parent == "w:docPartPr" || parent == "w:category")) {
+    return node.attribute("w:val");
+  }
+  return {};
+}
+
+}  // namespace
+
+// Reading.
+
+void DocxText::add_story(const std::string& name, const pugi::xml_node& root,
+                         const std::string& part) {
+  part_ = part;
+  begin_story(name);
+  block(root);
+}
+
+void DocxText::add_strings(const std::string& name, const pugi::xml_node& root,
+                           const std::string& part) {
+  part_ = part;
+  begin_story(name);
+  strings(root);
+}
+
+void DocxText::add_attributes(const std::string& name, const std::vector<pugi::xml_node>& roots) {
+  begin_story(name);
+  const auto add = [&](Kind kind, const pugi::xml_node& node,
+                       const pugi::xml_attribute& attribute) {
+    if (!attribute || is_blank(attribute.value())) return;
+    emit({add_slot(kind, node, attribute, decoded(attribute.value()))});
+  };
+  for (const auto& root : roots) {
+    for_each_element(root, [&](const pugi::xml_node& node) {
+      add(Kind::ATTRIBUTE, node, text_attribute(node));
+      if (is(node, "w:listItem")) add(Kind::ATTRIBUTE, node, node.attribute("w:value"));
+      add(Kind::NAME, node, name_attribute(node));
+      return true;
+    });
+  }
+}
+
+void DocxText::finish() {
+  begin_story("deleted text");
+  for (const auto& slots : rejected_) emit(slots);
+  escapes_ = JoinerEscapes::of(text_);
+  const auto stand_ins = escapes_.escape(U"\uE000\uE001");
+  for (char32_t& c : text_) {
+    if (c == OWN_OPENING || c == OWN_CLOSING) c = stand_ins[c - OWN_OPENING];
+  }
+}
+
+void DocxText::begin_story(const std::string& name) {
+  stories_.push_back({name, text_.size()});
+  separator_ = closed_by(core::anonymization::STORY_JOINER);
+}
+
+const std::string& DocxText::story_at(std::size_t at) const {
+  const auto behind = std::partition_point(stories_.begin(), stories_.end(),
+                                           [at](const Story& story) { return story.start <= at; });
+  return std::prev(behind)->name;
+}
+
+void DocxText::block(const pugi::xml_node& node) {
+  for (const auto& child : node.children()) {
+    if (is(child, "w:p")) {
+      paragraph(child);
+    } else if (is(child, "w:tr")) {
+      row(child);
+    } else if (is(child, "w:tc")) {
+      cell(child);
+    } else {
+      block(child);
+      if (is(child, "w:tbl")) separator_ = closed_by(core::anonymization::PARAGRAPH_JOINER);
+    }
+  }
+}
+
+void DocxText::row(const pugi::xml_node& node) {
+  const auto outer = std::exchange(cells_, 0);
+  block(node);
+  cells_ = outer;
+  separator_ = U"\n";
+}
+
+void DocxText::cell(const pugi::xml_node& node) {
+  if (cells_++ > 0) {
+    separate();
+    text_ += U'\t';
+  }
+  const auto before = text_.size();
+  block(node);
+  if (text_.size() > before) separator_.reset();
+}
+
+void DocxText::paragraph(const pugi::xml_node& node) {
+  Paragraph found;
+  for (const auto& child : node.children()) inlines(child, Change::NONE, found);
+  std::vector<std::size_t> accepted;
+  std::vector<std::size_t> rejected;
+  bool has_deletion = false;
+  for (const auto& [slot, change] : found.inlines) {
+    if (change != Change::DELETED) accepted.push_back(slot);
+    if (change != Change::INSERTED) rejected.push_back(slot);
+    has_deletion = has_deletion || change == Change::DELETED;
+  }
+  emit(accepted);
+  if (has_deletion) rejected_.push_back(std::move(rejected));
+  asides(found);
+}
+
+void DocxText::asides(const Paragraph& paragraph_found) {
+  if (paragraph_found.aside.empty()) return;
+  const auto outer = stories_.back().name;
+  for (const auto& node : paragraph_found.aside) {
+    begin_story(is(node, "w:rt") ? "phonetic guide" : "text box");
+    const auto outer_cells = std::exchange(cells_, 0);
+    if (is(node, "w:txbxContent") || is(node, "w:tbl")) {
+      block(node);
+    } else {
+      paragraph(node);
+    }
+    cells_ = outer_cells;
+  }
+  begin_story(outer);
+}
+
+void DocxText::inlines(const pugi::xml_node& node, Change change, Paragraph& out) {
+  const std::string_view name = node.name();
+  if (SILENT_ELEMENTS.contains(name) || leaf(node, change, out)) return;
+  if (ASIDE_ELEMENTS.contains(name)) {
+    out.aside.push_back(node);
+    return;
+  }
+  if (name == "w:ruby") return ruby(node, change, out);
+  if (name == "w:del" || name == "w:moveFrom") change = Change::DELETED;
+  if ((name == "w:ins" || name == "w:moveTo") && change == Change::NONE) change = Change::INSERTED;
+  for (const auto& child : node.children()) inlines(child, change, out);
+}
+
+void DocxText::ruby(const pugi::xml_node& node, Change change, Paragraph& out) {
+  const auto before = out.inlines.size();
+  for (const auto& child : node.children()) inlines(child, change, out);
+  Ruby entry;
+  entry.reading = node.child("w:rt");
+  for (std::size_t i = before; i < out.inlines.size(); ++i) {
+    entry.base.push_back(out.inlines[i].slot);
+  }
+  rubies_.push_back(std::move(entry));
+}
+
+bool DocxText::leaf(const pugi::xml_node& node, Change change, Paragraph& out) {
+  if (TEXT_ELEMENTS.contains(node.name())) {
+    out.inlines.push_back({text_slot(node), change});
+    return true;
+  }
+  const auto atom = atom_of(node);
+  if (!atom) return false;
+  // A soft hyphen takes part in no text, and goes with a value around it.
+  const auto source = *atom == NO_CHARACTER ? U'\u00AD' : *atom;
+  out.inlines.push_back({add_slot(Kind::ATOM, node, {}, std::u32string(1, source)), change});
+  return true;
+}
+
+void DocxText::strings(const pugi::xml_node& node) {
+  if (is(node, "a:p")) return paragraph(node);
+  if (!is_blank(own_text(node))) emit({text_slot(node)});
+  for (const auto& child : node.children()) {
+    if (child.type() == pugi::node_element) strings(child);
+  }
+}
+
+std::u32string DocxText::decoded(std::string_view text) const {
+  try {
+    return core::text::decode_utf8(text);
+  } catch (const core::text::DecodeError&) {
+    throw DocumentError(part_ + ": holds text that is no UTF-8");
+  }
+}
+
+std::size_t DocxText::add_slot(Kind kind, const pugi::xml_node& node,
+                               const pugi::xml_attribute& attribute, std::u32string source) {
+  slots_.push_back({kind, node, attribute, std::move(source), {}});
+  if (kind == Kind::TEXT) nodes_.insert(node.hash_value());
+  if (kind == Kind::ATTRIBUTE) attributes_.insert(attribute.hash_value());
+  return slots_.size() - 1;
+}
+
+std::size_t DocxText::text_slot(const pugi::xml_node& node) {
+  return add_slot(Kind::TEXT, node, {}, decoded(own_text(node)));
+}
+
+void DocxText::separate() {
+  if (separator_ && !text_.empty()) text_ += *separator_;
+  separator_.reset();
+}
+
+void DocxText::emit(const std::vector<std::size_t>& slots) {
+  if (slots.empty()) return;
+  separate();
+  for (const auto slot : slots) append_piece(slot);
+  separator_ = closed_by(core::anonymization::PARAGRAPH_JOINER);
+}
+
+void DocxText::append_piece(std::size_t slot) {
+  const auto& source = slots_[slot].source;
+  Piece piece{text_.size(), 0, slot, {}};
+  const bool plain = std::none_of(source.begin(), source.end(), is_invisible);
+  for (std::size_t i = 0; i < source.size(); ++i) {
+    if (is_invisible(source[i])) continue;
+    text_ += analysed(source[i]);
+    if (!plain) piece.places.push_back(static_cast<std::uint32_t>(i));
+  }
+  piece.size = text_.size() - piece.start;
+  pieces_.push_back(std::move(piece));
+}
+
+// Writing.
+
+bool DocxText::cut(Slot& slot, std::size_t from, std::size_t to, std::u32string_view placeholder) {
+  bool wrote = false;
+  auto& cuts = slot.cuts;
+  std::size_t at = from;
+  const auto cut_until = [&](std::size_t end) {
+    if (at >= end) return;
+    cuts.push_back({at, end, std::u32string(wrote ? std::u32string_view() : placeholder)});
+    wrote = true;
+  };
+  const auto known = cuts;
+  for (const auto& other : known) {
+    if (other.to <= at || other.from >= to) continue;
+    cut_until(std::min(other.from, to));
+    at = std::max(at, other.to);
+  }
+  cut_until(to);
+  std::sort(cuts.begin(), cuts.end(), [](const Cut& a, const Cut& b) { return a.from < b.from; });
+  return wrote;
+}
+
+bool DocxText::mask(std::size_t start, std::size_t end, std::u32string_view placeholder) {
+  bool wrote = false;
+  auto piece = std::partition_point(pieces_.begin(), pieces_.end(),
+                                    [start](const Piece& p) { return p.start + p.size <= start; });
+  for (; piece != pieces_.end() && piece->start < end; ++piece) {
+    auto& slot = slots_[piece->slot];
+    std::size_t from = 0;
+    std::size_t to = slot.source.size();
+    const auto place = [&](std::size_t at) {
+      return piece->places.empty() ? at - piece->start : piece->places[at - piece->start];
+    };
+    if (piece->size > 0 && piece->start < start) from = place(start);
+    if (piece->size > 0 && piece->start + piece->size >= end) to = place(end - 1) + 1;
+    if (cut(slot, from, to, wrote ? std::u32string_view() : placeholder)) wrote = true;
+  }
+  return wrote;
+}
+
+void DocxText::write_back() {
+  drop_readings();
+  for (auto& slot : slots_) {
+    if (slot.cuts.empty() || slot.kind == Kind::NAME) continue;
+    std::u32string text;
+    std::size_t at = 0;
+    for (const auto& c : slot.cuts) {
+      text.append(slot.source, at, c.from - at).append(c.written);
+      at = c.to;
+    }
+    text.append(slot.source, at);
+    const auto bytes = core::text::encode_utf8(text);
+    if (slot.kind == Kind::TEXT) {
+      set_own_text(slot.node, bytes);
+    } else if (slot.kind == Kind::ATTRIBUTE) {
+      slot.attribute.set_value(bytes.c_str());
+    } else {
+      auto run = slot.node.parent();
+      if (!bytes.empty()) {
+        const auto* name = within_deletion(run) ? "w:delText" : "w:t";
+        set_own_text(run.insert_child_before(name, slot.node), bytes);
+      }
+      run.remove_child(slot.node);
+    }
+  }
+}
+
+// The reading of a name tells the name.
+void DocxText::drop_readings() {
+  std::unordered_set<std::size_t> readings;
+  for (const auto& entry : rubies_) {
+    const bool masked = std::any_of(entry.base.begin(), entry.base.end(),
+                                    [this](auto slot) { return !slots_[slot].cuts.empty(); });
+    if (masked) readings.insert(entry.reading.hash_value());
+  }
+  if (readings.empty()) return;
+  for (auto& slot : slots_) {
+    for (auto node = slot.node; node; node = node.parent()) {
+      if (readings.contains(node.hash_value())) slot.cuts = {{0, slot.source.size(), {}}};
+    }
+  }
+}
+
+}  // namespace documents

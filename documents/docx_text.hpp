@@ -1,0 +1,134 @@
+// The text of a .docx as it is analysed, and the way back into its elements.
+//
+// All stories are pasted into one text: a paragraph ends with a joiner and a line
+// end, the cells of a row are set off by tabs, rows by line ends. Every character
+// knows its slot, the element or attribute that holds it; a span that is masked is
+// put into the first slot it touches and cut out of the others.
+//
+// Of a paragraph with tracked changes the text with all of them accepted stands in
+// its place. The text with all of them rejected follows at the end of the part.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include <pugixml.hpp>
+
+#include "core/masked_stretches.hpp"
+#include "documents/joiner_escapes.hpp"
+
+namespace documents {
+
+class DocxText {
+ public:
+  struct Story {
+    std::string name;  // "body", "header", "deleted text" ...
+    std::size_t start = 0;
+  };
+
+  // `root` is the tree of a part and outlives this. Throws DocumentError, naming
+  // `part`, for text that is no UTF-8.
+  void add_story(const std::string& name, const pugi::xml_node& root, const std::string& part);
+  // A part that is no Word story, such as a chart: each text is a paragraph.
+  void add_strings(const std::string& name, const pugi::xml_node& root, const std::string& part);
+  // Attributes that hold text for people, and names that people chose, each a
+  // paragraph.
+  void add_attributes(const std::string& name, const std::vector<pugi::xml_node>& roots);
+  // To be called once, behind all stories.
+  void finish();
+
+  const std::u32string& text() const { return text_; }
+  const std::vector<Story>& stories() const { return stories_; }
+  const JoinerEscapes& escapes() const { return escapes_; }
+  // The story that offset `at` lies in.
+  const std::string& story_at(std::size_t at) const;
+  // Whether the text directly within this element is part of the text.
+  bool holds(const pugi::xml_node& node) const { return nodes_.contains(node.hash_value()); }
+  bool holds(const pugi::xml_attribute& a) const { return attributes_.contains(a.hash_value()); }
+
+  // Writes a placeholder over text[start, end). False if all of it was written over
+  // before: both views of a tracked change hold the text that stayed.
+  bool mask(std::size_t start, std::size_t end, std::u32string_view placeholder);
+  // Brings what was masked into the elements, once.
+  void write_back();
+
+ private:
+  // A NAME is analysed, so that a value in it is known, and never written: others
+  // refer to it by its letters.
+  enum class Kind { TEXT, ATOM, ATTRIBUTE, NAME };
+  enum class Change { NONE, INSERTED, DELETED };
+
+  struct Cut {
+    std::size_t from;
+    std::size_t to;
+    std::u32string written;
+  };
+  struct Slot {
+    Kind kind;
+    pugi::xml_node node;
+    pugi::xml_attribute attribute;
+    std::u32string source;
+    std::vector<Cut> cuts;
+  };
+  // A slot in the text. Characters that are not analysed have no offset.
+  struct Piece {
+    std::size_t start;  // in the text
+    std::size_t size;
+    std::size_t slot;
+    std::vector<std::uint32_t> places;  // of each character in the slot; empty: all in order
+  };
+  struct Inline {
+    std::size_t slot;
+    Change change;
+  };
+  struct Ruby {
+    std::vector<std::size_t> base;
+    pugi::xml_node reading;
+  };
+  struct Paragraph {
+    std::vector<Inline> inlines;
+    std::vector<pugi::xml_node> aside;  // text boxes, copies, readings
+  };
+
+  void block(const pugi::xml_node& node);
+  void row(const pugi::xml_node& node);
+  void cell(const pugi::xml_node& node);
+  void paragraph(const pugi::xml_node& node);
+  void inlines(const pugi::xml_node& node, Change change, Paragraph& out);
+  void ruby(const pugi::xml_node& node, Change change, Paragraph& out);
+  bool leaf(const pugi::xml_node& node, Change change, Paragraph& out);
+  void strings(const pugi::xml_node& node);
+
+  void asides(const Paragraph& paragraph);
+
+  std::size_t add_slot(Kind kind, const pugi::xml_node& node, const pugi::xml_attribute& attribute,
+                       std::u32string source);
+  std::size_t text_slot(const pugi::xml_node& node);
+  std::u32string decoded(std::string_view text) const;
+  void begin_story(const std::string& name);
+  void separate();
+  void emit(const std::vector<std::size_t>& slots);
+  void append_piece(std::size_t slot);
+
+  static bool cut(Slot& slot, std::size_t from, std::size_t to, std::u32string_view placeholder);
+  void drop_readings();
+
+  std::u32string text_;
+  std::vector<Story> stories_;
+  std::vector<Slot> slots_;
+  std::vector<Piece> pieces_;
+  std::vector<std::vector<std::size_t>> rejected_;  // slots of paragraphs before their changes
+  std::vector<Ruby> rubies_;
+  std::unordered_set<std::size_t> nodes_;
+  std::unordered_set<std::size_t> attributes_;
+  JoinerEscapes escapes_;
+  std::string part_;
+  std::optional<std::u32string> separator_;  // before the next text
+  int cells_ = 0;                            // of the row so far
+};
+
+}  // namespace documents

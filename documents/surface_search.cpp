@@ -1,0 +1,129 @@
+#include "documents/surface_search.hpp"
+
+#include <algorithm>
+#include <set>
+
+#include "core/text/unicode.hpp"
+#include "core/text/utf8.hpp"
+
+namespace documents {
+namespace {
+
+namespace text = core::text;
+
+constexpr std::size_t SHORT = 2;
+// In compressed data any short row of bytes turns up by chance.
+constexpr std::size_t LEAST_BYTES = 6;
+constexpr std::size_t LEAST_DIGITS_IN_BYTES = 9;
+
+bool is_unseen(char32_t c) {
+  return text::is_space(c) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
+         (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2064) || c == 0xFEFF;
+}
+
+// A string without what is not seen, and which of its characters stood behind that.
+struct Compact {
+  std::u32string text;
+  std::vector<bool> apart;
+};
+
+Compact compacted(std::u32string_view text) {
+  Compact out;
+  bool apart = false;
+  for (const char32_t c : text) {
+    if (is_unseen(c)) {
+      apart = true;
+      continue;
+    }
+    out.text += c;
+    out.apart.push_back(apart);
+    apart = false;
+  }
+  return out;
+}
+
+std::size_t digits_of(std::u32string_view word) {
+  return static_cast<std::size_t>(std::count_if(word.begin(), word.end(), text::is_decimal_digit));
+}
+
+bool is_number(std::u32string_view word) {
+  return std::none_of(word.begin(), word.end(), [](char32_t c) {
+    return text::is_letter_or_number(c) && !text::is_decimal_digit(c);
+  });
+}
+
+bool stands_alone(const Compact& in, std::size_t start, std::size_t end, bool (*joins)(char32_t)) {
+  const bool before = start == 0 || in.apart[start] || !joins(in.text[start - 1]);
+  const bool behind = end == in.text.size() || in.apart[end] || !joins(in.text[end]);
+  return before && behind;
+}
+
+bool counts(const Compact& in, std::size_t start, std::size_t end) {
+  const auto word = std::u32string_view(in.text).substr(start, end - start);
+  if (word.size() <= SHORT) return stands_alone(in, start, end, text::is_letter_or_number);
+  if (is_number(word)) return stands_alone(in, start, end, text::is_decimal_digit);
+  return true;
+}
+
+std::vector<std::u32string> compact_words(const std::vector<std::u32string>& surfaces) {
+  std::set<std::u32string> words;
+  for (const auto& surface : surfaces) {
+    auto word = compacted(surface).text;
+    if (std::any_of(word.begin(), word.end(), text::is_letter_or_number)) words.insert(word);
+  }
+  return {words.begin(), words.end()};
+}
+
+std::string utf16_of(std::u32string_view word) {
+  std::string out;
+  for (const char32_t c : word) {
+    if (c > 0xFFFF) return {};
+    out += static_cast<char>(c & 0xFFU);
+    out += static_cast<char>(c >> 8U);
+  }
+  return out;
+}
+
+}  // namespace
+
+SurfaceSearch::SurfaceSearch(const std::vector<std::u32string>& surfaces)
+    : words_(compact_words(surfaces)),
+      pattern_(std::vector<std::u32string_view>(words_.begin(), words_.end())) {}
+
+bool SurfaceSearch::found_in(std::string_view bytes) const {
+  std::u32string decoded;
+  try {
+    decoded = text::decode_utf8(bytes);
+  } catch (const text::DecodeError&) {
+    return false;
+  }
+  const auto in = compacted(decoded);
+  bool found = false;
+  pattern_.scan(in.text, [&](const text::MultiPattern::Hit& hit) {
+    const auto& word = words_[hit.pattern];
+    if (is_number(word) && digits_of(word) < LEAST_DIGITS) return;
+    found = found || counts(in, hit.start, hit.end);
+  });
+  return found;
+}
+
+bool SurfaceSearch::found_in_bytes(std::string_view bytes) const {
+  return std::any_of(words_.begin(), words_.end(), [&](const std::u32string& word) {
+    if (is_number(word) && digits_of(word) < LEAST_DIGITS_IN_BYTES) return false;
+    for (const auto& wanted : {text::encode_utf8(word), utf16_of(word)}) {
+      if (wanted.size() >= LEAST_BYTES && bytes.find(wanted) != std::string_view::npos) return true;
+    }
+    return false;
+  });
+}
+
+std::size_t SurfaceSearch::count_in(std::u32string_view text_seen) const {
+  const auto in = compacted(text_seen);
+  std::size_t count = 0;
+  pattern_.scan(in.text, [&](const text::MultiPattern::Hit& hit) {
+    if (counts(in, hit.start, hit.end)) ++count;
+  });
+  return count;
+}
+
+}  // namespace documents

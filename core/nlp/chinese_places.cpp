@@ -48,17 +48,22 @@ const Regex RE_HOUSE_REMARK(
 // In an address: (东疆综合保税区)亚洲路
 const Regex RE_BRACKETED_PART(
     "RE_BRACKETED_PART",
-    UR"(\(([\u4e00-\u9fff]{2,14}(?:区|园|镇|村|街道|城|片区|基地|港|新区))\))");
+    UR"(\(([\u4e00-\u9fff]{2,14}(?:区|园|镇|村|街道|城|基地|港|中心|大厦|广场|大楼|厂))\))");
 
 // 位于土塘村的宿舍, 到杨浦站: behind such a word a name of that shape is a place.
 const Regex RE_VISITED(
     "RE_VISITED",
-    UR"((?:位于|坐落于|坐落在|地处|驻地|常驻|前往|途经|途径|发至|发往|运至|运往|送至|送往|抵达|到达|开往|驶往|迁至|搬至|落户|毗邻|紧邻|临近|靠近|[在到至赴经往驻临沿自从、和及与])([\u4e00-\u9fff]{2,5}?(?:大道|工业园区|工业园|工业区|产业园|科技园|科技城|物流园|开发区|农场|林场|水库|火车站|高铁站|客运站|服务区|收费站|社区|街道|嘎查|苏木|[村镇乡]))(?=[^\u4e00-\u9fff]|[的等及和与设办有内处开发生之西东南北]|一带|附近|境内|沿线|周边|建|项目))");
+    UR"((?:位于|坐落于|坐落在|地处|驻地|常驻|前往|途经|途径|发至|发往|运至|运往|送至|送往|抵达|到达|开往|驶往|迁至|搬至|落户|毗邻|紧邻|临近|靠近|[在到至赴经往驻临沿自从、和及与])([\u4e00-\u9fff]{2,5}?(?:大道|工业园区|工业园|工业区|产业园|科技园|科技城|物流园|开发区|农场|林场|水库|火车站|高铁站|客运站|服务区|收费站|社区|街道|嘎查|苏木|[村镇乡])))");
 
 // 哈大高速, 京沪铁路: two towns or provinces, each by one character
 const Regex RE_ROUTE(
     "RE_ROUTE",
     UR"(([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼港澳台哈大沈长广深珠杭甬成绵郑汉蓉昆福厦泉济连徐宣包银兰西武宜荣乌太石海秦绥满丹锡呼洛乐雅巴达遂沿梅汕湛茂阳惠莞佛虎连衡邵怀张常岳襄随孝黄安合芜宁马铜池滁蚌淮阜六亳]{2,3})(?:高速公路|高速|高铁|铁路|城际))");
+
+// 318国道K2810+300处, G60高速
+const Regex RE_NUMBERED_ROAD(
+    "RE_NUMBERED_ROAD",
+    UR"((?<![A-Za-z0-9.-])((?:[GSX]\d{1,4}|\d{2,3})(?:国道|省道|县道|高速公路|高速)(?:K?\d{1,5}\+\d{1,4}(?:米)?处?)?))");
 
 // Behind a room: 、1908
 const Regex RE_MORE_ROOMS("RE_MORE_ROOMS", UR"((?:[、/-]\d{3,4}){1,4}(?![\d.])(?:室|号|房)?)");
@@ -171,8 +176,8 @@ class ChinesePlaceSearch {
 
   // 到天柱, 从五常: what is an everyday word as well is a place behind such a word.
   bool is_gone_to(const recognition::ChineseWord& word) const {
-    constexpr std::u32string_view LINKS = U"到赴往驻抵从自至";
-    constexpr unsigned RARE = 14;
+    constexpr std::u32string_view LINKS = U"到赴往驻抵从自至在于";
+    constexpr unsigned RARE = 13;
     return word.start > 0 && LINKS.find(t_[word.start - 1]) != LINKS.npos &&
            word.frequency <= RARE && is_word_boundary(a_.chinese_words, word.start - 1);
   }
@@ -195,6 +200,8 @@ class ChinesePlaceSearch {
 
   // 规划路, 人民路: any such thing.
   bool is_any(std::size_t start, std::size_t end) const {
+    constexpr std::u32string_view PLAIN = U"村土公马水田机便小大老新乡石";
+    if (end == start + 2 && PLAIN.find(t_[start]) != PLAIN.npos) return true;
     // 文化大道 is one, 规划大道 any.
     if (end >= start + 4 && t_.substr(end - 2, 2) == U"大道") {
       return t_.substr(start, end - start - 2) == U"规划";
@@ -278,9 +285,12 @@ class ChinesePlaceSearch {
   void from_prepositions() {
     for (const auto& m : RE_VISITED.find_all(t_)) {
       const std::size_t start = behind_links(m.start(1));
-      if (m.end(1) >= start + 3 && is_own_name(start, m.end(1))) {
+      if (m.end(1) >= start + 3 && is_own_name(start, m.end(1)) && ends_there(m.end(1))) {
         add(start, m.end(1), PLACE_SCORE);
       }
+    }
+    for (const auto& m : RE_NUMBERED_ROAD.find_all(t_)) {
+      add(m.start(), m.end(), PLACE_SCORE);
     }
     for (const auto& m : RE_ROUTE.find_all(t_)) {
       if (!is_ordinary_word(m.text(1)) && is_word_boundary(a_.chinese_words, m.start())) {
@@ -299,10 +309,21 @@ class ChinesePlaceSearch {
     }
   }
 
+  // 土塘村|的, 虹桥火车站|见过; no word begins before the end.
+  bool ends_there(std::size_t end) const {
+    constexpr std::u32string_view BEHIND = U"的等及和与设办有内处开发生之西东南北一附境沿周建项";
+    constexpr std::u32string_view UNITS = U"村镇乡";
+    if (end >= t_.size() || !is_han(t_[end])) return true;
+    if (BEHIND.find(t_[end]) != BEHIND.npos) return true;
+    return is_word_boundary(a_.chinese_words, end) &&
+           (UNITS.find(t_[end - 1]) == UNITS.npos || reader_.is_right_edge(end));
+  }
+
   // 五常|站, 郑州|东站
   static bool is_station(std::u32string_view word) {
     constexpr std::u32string_view SIDES = U"东西南北";
-    return word == U"站" ||
+    return word == U"站" || word == U"港" || word == U"口岸" || word == U"机场" ||
+           word == U"火车站" || word == U"高铁站" ||
            (word.size() == 2 && word[1] == U'站' && SIDES.find(word[0]) != SIDES.npos);
   }
 
@@ -363,6 +384,7 @@ class ChinesePlaceSearch {
       if (address.end > before) {
         division = true;
         read_units(address, division, free);
+        read_room(address);
       }
     }
     return address;
@@ -401,14 +423,24 @@ class ChinesePlaceSearch {
     }
     read_bracket(address);
     for (const Regex* regex : {&RE_SIDES, &RE_KILOMETRE, &RE_CROSSING}) {
+      // 县城|12公里 is a distance.
+      constexpr std::u32string_view ROADS = U"路道线速段桥";
+      if (regex == &RE_KILOMETRE && is_han(t_[address.end - 1]) &&
+          ROADS.find(t_[address.end - 1]) == ROADS.npos) {
+        continue;
+      }
       if (const auto m = regex->match_at(t_, address.end)) address.end = m->end();
     }
+    read_room(address);
+    if (const auto m = RE_HOUSE_REMARK.match_at(t_, address.end)) address.end = m->end();
+  }
+
+  void read_room(Address& address) const {
     const std::size_t room = room_end(address.end);
     if (room > address.end || t_[room - 1] == U'室') {
       const auto more = RE_MORE_ROOMS.match_at(t_, room);
       address.end = more ? more->end() : room;
     }
-    if (const auto m = RE_HOUSE_REMARK.match_at(t_, address.end)) address.end = m->end();
   }
 
   // The end of the place at `at`; of the names of towns only those that say what they are.
@@ -532,6 +564,9 @@ class ChinesePlaceSearch {
     }
     // 秦州区|市场: a single character is a word of its own, or ends one.
     if (unit == U"市" && next == U'场') return true;
+    // 县城|12公里
+    constexpr std::u32string_view MILES = U"公英海";
+    if (unit == U"里" && i > 0 && MILES.find(t_[i - 1]) != MILES.npos) return true;
     if (unit == U"门") return !text::is_ascii_digit(next) || !text::is_ascii_digit(t_[i - 1]);
     return unit == U"期" && (next == U'工' || next == U'项');
   }

@@ -75,25 +75,23 @@ const Regex RE_KILOMETRE(
 
 // What ends a part of an address. Longer words first.
 constexpr std::u32string_view ADDRESS_UNITS[] = {
-    U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区",
-    U"产业园",     U"工业园", U"科技园", U"创业园", U"度假区", U"示范区",   U"合作区",
-    U"保税区",     U"经济区", U"新区",   U"园区",   U"街道",   U"社区",     U"地区",
-    U"大街",       U"大道",   U"公路",   U"大厦",   U"广场",   U"中心",     U"公寓",
-    U"花园",       U"小区",   U"单元",   U"厂房",   U"底商",   U"商城",     U"国际城",
-    U"号楼",       U"会议室", U"实验楼", U"办公楼", U"仓库",   U"丁目",     U"番地",
-    U"码头",       U"小镇",   U"街坊",   U"路段",   U"地块",   U"农庄",     U"号房",
-    U"号库",       U"号馆",   U"号铺",   U"号仓库", U"号仓",   U"号厂房",   U"号车间",
-    U"号商铺",     U"号院",   U"号档",   U"号摊位", U"号门面", U"号宿舍",   U"号公寓",
-    U"号写字楼",   U"商铺",   U"门面",   U"摊位",   U"试验区", U"家属院",   U"东户",
-    U"西户",       U"机场",   U"东段",   U"西段",   U"南段",   U"北段",     U"村部",
-    U"村口",       U"中段",   U"一段",   U"二段",   U"三段",   U"四段",     U"五段",
-    U"省",         U"市",     U"区",     U"县",     U"旗",     U"盟",       U"州",
-    U"镇",         U"乡",     U"村",     U"路",     U"街",     U"道",       U"巷",
-    U"弄",         U"胡同",   U"号",     U"幢",     U"栋",     U"座",       U"楼",
-    U"层",         U"室",     U"组",     U"院",     U"园",     U"苑",       U"庄",
-    U"里",         U"港",     U"岛",     U"屯",     U"段",     U"期",       U"城",
-    U"汇",         U"塔",     U"馆",     U"厦",     U"河北岸", U"岸",       U"町",
-    U"厅",         U"门",     U"东户",   U"西户"};
+    U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区", U"产业园",
+    U"工业园",     U"科技园", U"创业园", U"度假区", U"示范区", U"合作区",   U"保税区",   U"经济区",
+    U"新区",       U"园区",   U"街道",   U"社区",   U"地区",   U"大街",     U"大道",     U"公路",
+    U"大厦",       U"广场",   U"中心",   U"公寓",   U"花园",   U"小区",     U"单元",     U"厂房",
+    U"底商",       U"商城",   U"国际城", U"号楼",   U"会议室", U"实验楼",   U"办公楼",   U"仓库",
+    U"丁目",       U"番地",   U"码头",   U"小镇",   U"街坊",   U"路段",     U"地块",     U"农庄",
+    U"号房",       U"号门",   U"号库",   U"号馆",   U"号铺",   U"号仓库",   U"号仓",     U"号厂房",
+    U"号车间",     U"号商铺", U"号院",   U"号档",   U"号摊位", U"号门面",   U"号宿舍",   U"号公寓",
+    U"号写字楼",   U"商铺",   U"门面",   U"摊位",   U"试验区", U"家属院",   U"东户",     U"西户",
+    U"机场",       U"东段",   U"西段",   U"南段",   U"北段",   U"村部",     U"村口",     U"中段",
+    U"一段",       U"二段",   U"三段",   U"四段",   U"五段",   U"省",       U"市",       U"区",
+    U"县",         U"旗",     U"盟",     U"州",     U"镇",     U"乡",       U"村",       U"路",
+    U"街",         U"道",     U"巷",     U"弄",     U"胡同",   U"号",       U"幢",       U"栋",
+    U"座",         U"楼",     U"层",     U"室",     U"组",     U"院",       U"园",       U"苑",
+    U"庄",         U"里",     U"港",     U"岛",     U"屯",     U"段",       U"期",       U"城",
+    U"汇",         U"塔",     U"馆",     U"厦",     U"河北岸", U"岸",       U"町",       U"厅",
+    U"门",         U"东户",   U"西户"};
 
 // Units that a place may be followed by without being an address: 无锡路 is one, 无锡的路 is not.
 constexpr std::u32string_view ADMINISTRATIVE = U"省市区县旗盟州镇乡村港岛";
@@ -292,8 +290,10 @@ class ChinesePlaceSearch {
     for (const auto& m : RE_NUMBERED_ROAD.find_all(t_)) {
       add(m.start(), m.end(), PLACE_SCORE);
     }
+    constexpr unsigned COMMON_PAIR = 12;
     for (const auto& m : RE_ROUTE.find_all(t_)) {
-      if (!is_ordinary_word(m.text(1)) && is_word_boundary(a_.chinese_words, m.start())) {
+      if (!is_ordinary_word(m.text(1), COMMON_PAIR) &&
+          is_word_boundary(a_.chinese_words, m.start())) {
         add(m.start(), m.end(), PLACE_SCORE);
       }
     }

@@ -472,11 +472,9 @@ class ChinesePlaceSearch {
   std::size_t unit_end(std::size_t at, bool first) const {
     constexpr std::size_t LONGEST_PART = 12;
     std::size_t best = at;
-    if (begins_other_address(at)) return at;
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
-      if (ends_in_body(i) || (i > at && begins_other_address(i))) break;
-      if ((STOPS.find(c) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i)) break;
+      if (stops_part(i)) break;
       if (const std::size_t unit = unit_at(i);
           unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos ||
                        STREETS.find(t_[i]) != STREETS.npos)) {
@@ -487,6 +485,12 @@ class ChinesePlaceSearch {
     }
     if (best == at || !first) return best;
     return goes_on_well(at, best) ? best : at;
+  }
+
+  // Whether no part of an address goes on at `i`.
+  bool stops_part(std::size_t i) const {
+    if (ends_in_body(i) || begins_other_address(i)) return true;
+    return (STOPS.find(t_[i]) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i);
   }
 
   // 高酿镇|和石洞镇

@@ -225,7 +225,8 @@ class Search {
   bool is_trade_alone(const NamePieces& name) const {
     if (name.empty()) return false;
     const std::size_t start = name.pieces.front().start;
-    return start > 0 && is_han(t_[start - 1]) &&
+    const bool goes_on = !found_.empty() && found_.back().end == start;
+    return !goes_on && start > 0 && is_han(t_[start - 1]) &&
            std::all_of(name.pieces.begin(), name.pieces.end(),
                        [](const auto& p) { return p.kind == PieceKind::TRADE; });
   }
@@ -323,6 +324,9 @@ class Search {
       return name.pieces.front().start;
     }
     const std::size_t place_end = reader_.place_end(place);
+    // 银川分公司, but not 上海办事处 or 分店
+    const bool alone = name.pieces.front().start == place && ending.start == place_end;
+    if (alone && is_bare_branch(ending)) return place;
     if (ending.start < place_end + SHORTEST_BRAND) return std::nullopt;
     // 上海直营|店, 华东经销|社: a single character needs a brand.
     if (ending.end - ending.start == 1 && t_[ending.start] != U'厂' &&
@@ -333,6 +337,12 @@ class Search {
       return std::nullopt;
     }
     return place;
+  }
+
+  bool is_bare_branch(const Ending& ending) const {
+    static constexpr auto BRANCHES =
+        text::words({U"分公司", U"支公司", U"支行", U"分行", U"中心支公司"});
+    return BRANCHES.contains(t_.substr(ending.start, ending.end - ending.start));
   }
 
   // 众橙洛阳分公司: a brand before the place, and nothing before the brand.
@@ -398,8 +408,16 @@ class Search {
   bool is_particular(const NamePieces& name, const Ending& ending) const {
     if (name.empty()) return false;
     const auto own = t_.substr(name.pieces.front().start, ending.start - name.pieces.front().start);
-    if (own.size() < SHORTEST_BRAND || GENERIC_NAMES.contains(own)) return false;
+    if (own.size() < SHORTEST_BRAND || GENERIC_NAMES.contains(own) || is_of_a_level(own)) {
+      return false;
+    }
     return std::any_of(own.begin(), own.end(), [](char32_t c) { return c != U' '; });
+  }
+
+  // 省级检测中心
+  static bool is_of_a_level(std::u32string_view own) {
+    constexpr std::u32string_view LEVELS = U"省市区县部各州国高初";
+    return own.size() > 1 && own[1] == U'级' && LEVELS.find(own[0]) != LEVELS.npos;
   }
 
   const NlpArtifacts& a_;

@@ -48,17 +48,22 @@ const Regex RE_HOUSE_REMARK(
 // In an address: (东疆综合保税区)亚洲路
 const Regex RE_BRACKETED_PART(
     "RE_BRACKETED_PART",
-    UR"(\(([\u4e00-\u9fff]{2,14}(?:区|园|镇|村|街道|城|片区|基地|港|新区))\))");
+    UR"(\(([\u4e00-\u9fff]{2,14}(?:区|园|镇|村|街道|城|基地|港|中心|大厦|广场|大楼|厂))\))");
 
 // 位于土塘村的宿舍, 到杨浦站: behind such a word a name of that shape is a place.
 const Regex RE_VISITED(
     "RE_VISITED",
-    UR"((?:位于|坐落于|坐落在|地处|驻地|常驻|前往|途经|途径|发至|发往|运至|运往|送至|送往|抵达|到达|开往|驶往|迁至|搬至|落户|毗邻|紧邻|临近|靠近|[在到至赴经往驻临沿自从、和及与])([\u4e00-\u9fff]{2,5}?(?:大道|工业园区|工业园|工业区|产业园|科技园|科技城|物流园|开发区|农场|林场|水库|火车站|高铁站|客运站|服务区|收费站|社区|街道|嘎查|苏木|[村镇乡]))(?=[^\u4e00-\u9fff]|[的等及和与设办有内处开发生之西东南北]|一带|附近|境内|沿线|周边|建|项目))");
+    UR"((?:位于|坐落于|坐落在|地处|驻地|常驻|前往|途经|途径|发至|发往|运至|运往|送至|送往|抵达|到达|开往|驶往|迁至|搬至|落户|毗邻|紧邻|临近|靠近|[在到至赴经往驻临沿自从、和及与])([\u4e00-\u9fff]{2,5}?(?:大道|工业园区|工业园|工业区|产业园|科技园|科技城|物流园|开发区|农场|林场|水库|火车站|高铁站|客运站|服务区|收费站|社区|街道|嘎查|苏木|[村镇乡])))");
 
 // 哈大高速, 京沪铁路: two towns or provinces, each by one character
 const Regex RE_ROUTE(
     "RE_ROUTE",
     UR"(([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼港澳台哈大沈长广深珠杭甬成绵郑汉蓉昆福厦泉济连徐宣包银兰西武宜荣乌太石海秦绥满丹锡呼洛乐雅巴达遂沿梅汕湛茂阳惠莞佛虎连衡邵怀张常岳襄随孝黄安合芜宁马铜池滁蚌淮阜六亳]{2,3})(?:高速公路|高速|高铁|铁路|城际))");
+
+// 318国道K2810+300处, G60高速
+const Regex RE_NUMBERED_ROAD(
+    "RE_NUMBERED_ROAD",
+    UR"((?<![A-Za-z0-9.-])((?:[GSX]\d{1,4}|\d{2,3})(?:国道|省道|县道|高速公路|高速)(?:K?\d{1,5}\+\d{1,4}(?:米)?处?)?))");
 
 // Behind a room: 、1908
 const Regex RE_MORE_ROOMS("RE_MORE_ROOMS", UR"((?:[、/-]\d{3,4}){1,4}(?![\d.])(?:室|号|房)?)");
@@ -70,25 +75,23 @@ const Regex RE_KILOMETRE(
 
 // What ends a part of an address. Longer words first.
 constexpr std::u32string_view ADDRESS_UNITS[] = {
-    U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区",
-    U"产业园",     U"工业园", U"科技园", U"创业园", U"度假区", U"示范区",   U"合作区",
-    U"保税区",     U"经济区", U"新区",   U"园区",   U"街道",   U"社区",     U"地区",
-    U"大街",       U"大道",   U"公路",   U"大厦",   U"广场",   U"中心",     U"公寓",
-    U"花园",       U"小区",   U"单元",   U"厂房",   U"底商",   U"商城",     U"国际城",
-    U"号楼",       U"会议室", U"实验楼", U"办公楼", U"仓库",   U"丁目",     U"番地",
-    U"码头",       U"小镇",   U"街坊",   U"路段",   U"地块",   U"农庄",     U"号房",
-    U"号库",       U"号馆",   U"号铺",   U"号仓库", U"号仓",   U"号厂房",   U"号车间",
-    U"号商铺",     U"号院",   U"号档",   U"号摊位", U"号门面", U"号宿舍",   U"号公寓",
-    U"号写字楼",   U"商铺",   U"门面",   U"摊位",   U"试验区", U"家属院",   U"东户",
-    U"西户",       U"机场",   U"东段",   U"西段",   U"南段",   U"北段",     U"村部",
-    U"村口",       U"中段",   U"一段",   U"二段",   U"三段",   U"四段",     U"五段",
-    U"省",         U"市",     U"区",     U"县",     U"旗",     U"盟",       U"州",
-    U"镇",         U"乡",     U"村",     U"路",     U"街",     U"道",       U"巷",
-    U"弄",         U"胡同",   U"号",     U"幢",     U"栋",     U"座",       U"楼",
-    U"层",         U"室",     U"组",     U"院",     U"园",     U"苑",       U"庄",
-    U"里",         U"港",     U"岛",     U"屯",     U"段",     U"期",       U"城",
-    U"汇",         U"塔",     U"馆",     U"厦",     U"河北岸", U"岸",       U"町",
-    U"厅",         U"门",     U"东户",   U"西户"};
+    U"特别行政区", U"自治区", U"自治州", U"自治县", U"开发区", U"工业园区", U"产业园区", U"产业园",
+    U"工业园",     U"科技园", U"创业园", U"度假区", U"示范区", U"合作区",   U"保税区",   U"经济区",
+    U"新区",       U"园区",   U"街道",   U"社区",   U"地区",   U"大街",     U"大道",     U"公路",
+    U"大厦",       U"广场",   U"中心",   U"公寓",   U"花园",   U"小区",     U"单元",     U"厂房",
+    U"底商",       U"商城",   U"国际城", U"号楼",   U"会议室", U"实验楼",   U"办公楼",   U"仓库",
+    U"丁目",       U"番地",   U"码头",   U"小镇",   U"街坊",   U"路段",     U"地块",     U"农庄",
+    U"号房",       U"号门",   U"号库",   U"号馆",   U"号铺",   U"号仓库",   U"号仓",     U"号厂房",
+    U"号车间",     U"号商铺", U"号院",   U"号档",   U"号摊位", U"号门面",   U"号宿舍",   U"号公寓",
+    U"号写字楼",   U"商铺",   U"门面",   U"摊位",   U"试验区", U"家属院",   U"东户",     U"西户",
+    U"机场",       U"东段",   U"西段",   U"南段",   U"北段",   U"村部",     U"村口",     U"中段",
+    U"一段",       U"二段",   U"三段",   U"四段",   U"五段",   U"省",       U"市",       U"区",
+    U"县",         U"旗",     U"盟",     U"州",     U"镇",     U"乡",       U"村",       U"路",
+    U"街",         U"道",     U"巷",     U"弄",     U"胡同",   U"号",       U"幢",       U"栋",
+    U"座",         U"楼",     U"层",     U"室",     U"组",     U"院",       U"园",       U"苑",
+    U"庄",         U"里",     U"港",     U"岛",     U"屯",     U"段",       U"期",       U"城",
+    U"汇",         U"塔",     U"馆",     U"厦",     U"河北岸", U"岸",       U"町",       U"厅",
+    U"门",         U"东户",   U"西户"};
 
 // Units that a place may be followed by without being an address: 无锡路 is one, 无锡的路 is not.
 constexpr std::u32string_view ADMINISTRATIVE = U"省市区县旗盟州镇乡村港岛";
@@ -171,8 +174,8 @@ class ChinesePlaceSearch {
 
   // 到天柱, 从五常: what is an everyday word as well is a place behind such a word.
   bool is_gone_to(const recognition::ChineseWord& word) const {
-    constexpr std::u32string_view LINKS = U"到赴往驻抵从自至";
-    constexpr unsigned RARE = 14;
+    constexpr std::u32string_view LINKS = U"到赴往驻抵从自至在于";
+    constexpr unsigned RARE = 13;
     return word.start > 0 && LINKS.find(t_[word.start - 1]) != LINKS.npos &&
            word.frequency <= RARE && is_word_boundary(a_.chinese_words, word.start - 1);
   }
@@ -195,6 +198,8 @@ class ChinesePlaceSearch {
 
   // 规划路, 人民路: any such thing.
   bool is_any(std::size_t start, std::size_t end) const {
+    constexpr std::u32string_view PLAIN = U"村土公马水田机便小大老新乡石";
+    if (end == start + 2 && PLAIN.find(t_[start]) != PLAIN.npos) return true;
     // 文化大道 is one, 规划大道 any.
     if (end >= start + 4 && t_.substr(end - 2, 2) == U"大道") {
       return t_.substr(start, end - start - 2) == U"规划";
@@ -278,12 +283,17 @@ class ChinesePlaceSearch {
   void from_prepositions() {
     for (const auto& m : RE_VISITED.find_all(t_)) {
       const std::size_t start = behind_links(m.start(1));
-      if (m.end(1) >= start + 3 && is_own_name(start, m.end(1))) {
+      if (m.end(1) >= start + 3 && is_own_name(start, m.end(1)) && ends_there(m.end(1))) {
         add(start, m.end(1), PLACE_SCORE);
       }
     }
+    for (const auto& m : RE_NUMBERED_ROAD.find_all(t_)) {
+      add(m.start(), m.end(), PLACE_SCORE);
+    }
+    constexpr unsigned COMMON_PAIR = 12;
     for (const auto& m : RE_ROUTE.find_all(t_)) {
-      if (!is_ordinary_word(m.text(1)) && is_word_boundary(a_.chinese_words, m.start())) {
+      if (!is_ordinary_word(m.text(1), COMMON_PAIR) &&
+          is_word_boundary(a_.chinese_words, m.start())) {
         add(m.start(), m.end(), PLACE_SCORE);
       }
     }
@@ -299,10 +309,21 @@ class ChinesePlaceSearch {
     }
   }
 
+  // 土塘村|的, 虹桥火车站|见过; no word begins before the end.
+  bool ends_there(std::size_t end) const {
+    constexpr std::u32string_view BEHIND = U"的等及和与设办有内处开发生之西东南北一附境沿周建项";
+    constexpr std::u32string_view UNITS = U"村镇乡";
+    if (end >= t_.size() || !is_han(t_[end])) return true;
+    if (BEHIND.find(t_[end]) != BEHIND.npos) return true;
+    return is_word_boundary(a_.chinese_words, end) &&
+           (UNITS.find(t_[end - 1]) == UNITS.npos || reader_.is_right_edge(end));
+  }
+
   // 五常|站, 郑州|东站
   static bool is_station(std::u32string_view word) {
     constexpr std::u32string_view SIDES = U"东西南北";
-    return word == U"站" ||
+    return word == U"站" || word == U"港" || word == U"口岸" || word == U"机场" ||
+           word == U"火车站" || word == U"高铁站" ||
            (word.size() == 2 && word[1] == U'站' && SIDES.find(word[0]) != SIDES.npos);
   }
 
@@ -363,6 +384,7 @@ class ChinesePlaceSearch {
       if (address.end > before) {
         division = true;
         read_units(address, division, free);
+        read_room(address);
       }
     }
     return address;
@@ -401,14 +423,24 @@ class ChinesePlaceSearch {
     }
     read_bracket(address);
     for (const Regex* regex : {&RE_SIDES, &RE_KILOMETRE, &RE_CROSSING}) {
+      // 县城|12公里 is a distance.
+      constexpr std::u32string_view ROADS = U"路道线速段桥";
+      if (regex == &RE_KILOMETRE && is_han(t_[address.end - 1]) &&
+          ROADS.find(t_[address.end - 1]) == ROADS.npos) {
+        continue;
+      }
       if (const auto m = regex->match_at(t_, address.end)) address.end = m->end();
     }
+    read_room(address);
+    if (const auto m = RE_HOUSE_REMARK.match_at(t_, address.end)) address.end = m->end();
+  }
+
+  void read_room(Address& address) const {
     const std::size_t room = room_end(address.end);
     if (room > address.end || t_[room - 1] == U'室') {
       const auto more = RE_MORE_ROOMS.match_at(t_, room);
       address.end = more ? more->end() : room;
     }
-    if (const auto m = RE_HOUSE_REMARK.match_at(t_, address.end)) address.end = m->end();
   }
 
   // The end of the place at `at`; of the names of towns only those that say what they are.
@@ -440,11 +472,9 @@ class ChinesePlaceSearch {
   std::size_t unit_end(std::size_t at, bool first) const {
     constexpr std::size_t LONGEST_PART = 12;
     std::size_t best = at;
-    if (begins_other_address(at)) return at;
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
-      if (ends_in_body(i) || (i > at && begins_other_address(i))) break;
-      if ((STOPS.find(c) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i)) break;
+      if (stops_part(i)) break;
       if (const std::size_t unit = unit_at(i);
           unit > 0 && (i > at || unit > 1 || ADMINISTRATIVE.find(t_[i]) != ADMINISTRATIVE.npos ||
                        STREETS.find(t_[i]) != STREETS.npos)) {
@@ -455,6 +485,12 @@ class ChinesePlaceSearch {
     }
     if (best == at || !first) return best;
     return goes_on_well(at, best) ? best : at;
+  }
+
+  // Whether no part of an address goes on at `i`.
+  bool stops_part(std::size_t i) const {
+    if (ends_in_body(i) || begins_other_address(i)) return true;
+    return (STOPS.find(t_[i]) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i);
   }
 
   // 高酿镇|和石洞镇
@@ -532,6 +568,9 @@ class ChinesePlaceSearch {
     }
     // 秦州区|市场: a single character is a word of its own, or ends one.
     if (unit == U"市" && next == U'场') return true;
+    // 县城|12公里
+    constexpr std::u32string_view MILES = U"公英海";
+    if (unit == U"里" && i > 0 && MILES.find(t_[i - 1]) != MILES.npos) return true;
     if (unit == U"门") return !text::is_ascii_digit(next) || !text::is_ascii_digit(t_[i - 1]);
     return unit == U"期" && (next == U'工' || next == U'项');
   }

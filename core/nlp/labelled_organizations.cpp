@@ -85,7 +85,7 @@ class LabelledOrganizationSearch {
       constexpr std::u32string_view PARTICLES = U"的与由";
       if (it->end - it->start > 1 || PARTICLES.find(t_[it->start]) != PARTICLES.npos) return false;
     }
-    return is_touched(a_.of(WordClass::TRADE_WORD), start + 2, end);
+    return true;
   }
 
   // 泾川汭丰合作联社: a place and a brand; 铂犀众联: behind a colon, a brand that is no person.

@@ -123,21 +123,26 @@ bool NamePieceReader::is_in_brand(const Word& word, std::size_t end, std::size_t
     return false;
   }
   if (!goes_on_without_brand(last_first)) return false;
-  const auto& clauses = a_.of(WordClass::CLAUSE_WORD);
-  const auto clause = first_from(clauses, end);
-  if (clause != clauses.begin() && std::prev(clause)->end == end) return false;
+  if (ends_clause_word(end)) return false;
   for (std::size_t at = word.start; word.start - at <= LONGEST_HEAD && at > floor; --at) {
     if (const std::size_t place = place_before(at, floor); place < at) {
       // 五常市|拉|林河畔: the name fills the field; 与宁波|放心|吃食品
       if (at < word.start) return names_nobody(at, word.start);
       constexpr std::u32string_view BEFORE_PARTIES = U"与由向";
       const bool field = place == 0 || !is_han(t_[place - 1]);
-      const bool led = field || BEFORE_PARTIES.find(t_[place - 1]) != BEFORE_PARTIES.npos;
+      const bool led = field || BEFORE_PARTIES.find(t_[place - 1]) != BEFORE_PARTIES.npos ||
+                       ends_clause_word(place);
       return link ? field : led;
     }
     if (!is_han(t_[at - 1])) break;
   }
   return false;
+}
+
+bool NamePieceReader::ends_clause_word(std::size_t end) const {
+  const auto& clauses = a_.of(WordClass::CLAUSE_WORD);
+  const auto it = first_from(clauses, end);
+  return it != clauses.begin() && std::prev(it)->end == end;
 }
 
 // 大榕树, 海, but not 客户: no words for those of whom a sentence may speak.

@@ -67,6 +67,7 @@ class NamePieceReader {
   bool is_in_brand(const Word& word, std::size_t end, std::size_t floor,
                    const std::vector<NamePiece>& last_first) const;
   bool joins_fields(std::size_t at, std::size_t floor) const;
+  bool ends_clause_word(std::size_t end) const;
   bool names_nobody(std::size_t start, std::size_t end) const;
   Word word_before(std::size_t end, std::size_t floor) const;
   bool is_clause_word(std::size_t start, std::size_t end) const;

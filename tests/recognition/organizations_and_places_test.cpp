@@ -44,6 +44,21 @@ TEST(OrganizationsByForm, Chinese) {
        "由{ORGANIZATION|中国矿业大学徐州研究院}和{ORGANIZATION|江苏省建筑科学研究院}完成"},
       {"没有定义的简称",
        "{ORGANIZATION|宁波沐恒创业投资有限公司}出资，{ORGANIZATION|沐恒创投}承诺，{ORGANIZATION|渭川电子科技大学}与{ORGANIZATION|渭川电科大}共有。"},
+      {"地名后用常用词作字号",
+       "由{ORGANIZATION|三亚鹿小姐文化传播有限公司}执行，{ORGANIZATION|海口海之声会展服务有限公司}与{ORGANIZATION|宁波放心吃食品有限公司}；"
+       "上海客户委派{ORGANIZATION|鑫澜机械有限公司}到场，在深圳成立贸易有限公司"},
+      {"标签后占满一栏的全称",
+       "设计单位：{ORGANIZATION|我家我设计装饰工程有限公司}\n企业类型：其他有限责任公司\n"},
+      {"机关名称中的连词", "由{ORGANIZATION|江西省护理与静脉治疗学会}推荐，报教育局与财政局备案"},
+      {"主体类别不属于名称",
+       "前经纪公司{ORGANIZATION|上海小满星途演艺经纪有限公司}，主要食材供应商{ORGANIZATION|四川农鲜达供应链有限公司}"},
+      {"部门不是部委", "甲方商务部确认；财务部、商务部会签"},
+      {"店铺的字号",
+       "{ORGANIZATION|老李面馆}和{ORGANIZATION|王记烧烤店}供货，到店、驻店、大型连锁超市"},
+      {"动词不是行业", "由{ORGANIZATION|绥芬河市春风彩印厂}印刷"},
+      {"海关", "由{ORGANIZATION|大连海关}监管，办理海关监管手续"},
+      {"定义为泛称的不是简称",
+       "{ORGANIZATION|重庆老地方餐饮管理有限公司}（以下简称“总部”），总部承诺"},
       {"国家机关不带前面的连词", "如{ORGANIZATION|国家市场监督管理总局}要求申报"},
   };
   test::expect_found(entity_type::ORGANIZATION, cases);
@@ -92,6 +107,15 @@ TEST(Addresses, Chinese) {
       {"四至", "东至{LOCATION|打邦河}，南至{LOCATION|海通大道}，北接渔业队宿舍"},
       {"工程分期不是地址", "{LOCATION|云南省普洱市景谷县}供水二期工程"},
       {"繁体字", "工廠位於{LOCATION|彰化縣鹿港鎮鹿工路8之3號}；"},
+      {"房号、库号、楼层之后",
+       "住所：{LOCATION|江苏省昆山市玉山镇城北路1289号7号房}，{LOCATION|厦门市思明区软件园二期观日路44号三楼之一}；货到{LOCATION|南昌市昌东镇东新路}仓库"},
+      {"地址中的括号",
+       "{LOCATION|天津自贸试验区（东疆综合保税区）亚洲路6975号1栋}，{LOCATION|无锡市洛社镇}（含税）"},
+      {"两个地方不是一个",
+       "在{LOCATION|高酿镇}和{LOCATION|石洞镇}设点，向{LOCATION|秦州区}市场监督管理局和{LOCATION|秦州区}提交"},
+      {"句中的村、园区、车站与道路",
+       "位于{LOCATION|土塘村}的宿舍，毗邻{LOCATION|联山工业园}，自{LOCATION|五常站}经{LOCATION|哈大高速}；到农村、到各乡镇，在现代工业园"},
+      {"兼作普通词的县名", "带队到{LOCATION|天柱}调查，在和平的环境下"},
       {"村组", "地址： {LOCATION|柳林村三组27号}"},
   };
   test::expect_found(entity_type::LOCATION, cases);

@@ -235,8 +235,12 @@ class ChinesePersonSearch {
     const auto* word = word_at(a_.chinese_words, at + surname);
     const bool words = word != nullptr && word->length() > 1 && word->known() &&
                        word->word_class != recognition::ChineseWordClass::PERSON;
-    return given_evidence(t_[end - 1]) > 0 && !(words && word->end >= end) &&
-           name_evidence(a_, at, end, surname) >= LEAST;
+    if (words && word->end >= end) return false;
+    // 冯所娟: what ends like few words do may hold any character
+    constexpr Evidence SURELY_LAST = 5;
+    const Evidence last = given_evidence(t_[end - 1]);
+    if (given == 2 && last >= SURELY_LAST && is_listed_surname(t_[at])) return true;
+    return last > 0 && name_evidence(a_, at, end, surname) >= LEAST;
   }
 
   // 工程部库尔班江·吐尔逊: the name begins behind the department.

@@ -72,6 +72,14 @@ Part part_of_name(const NlpArtifacts& a, const Token& token, bool opens) {
   return is_name_word(word) ? Part::WORD : Part::NONE;
 }
 
+// John Mark Obi: a given name that is a word of contracts as well, before a surname
+bool is_name_between(const NlpArtifacts& a, const Token& token) {
+  const std::u32string_view t = a.folded;
+  const Token next = token_after(t, token.end);
+  return is_covered(a.of(WordClass::EN_GIVEN_NAME), token.start, token.end) && !next.empty() &&
+         next.start == token.end + 1 && is_name_word(without_full_stop(t, next).in(t));
+}
+
 bool is_role(const NlpArtifacts& a, const Token& token) {
   return is_covered(a.of(WordClass::EN_ROLE), token.start, token.end);
 }
@@ -87,7 +95,8 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
     const Token raw = token_after(t, next);
     const Token token = without_full_stop(t, raw);
     if (token.empty() || (words == 0 && token.start != at)) break;
-    const Part part = part_of_name(a, token, words == 0);
+    Part part = part_of_name(a, token, words == 0);
+    if (part == Part::NONE && words > 0 && is_name_between(a, token)) part = Part::WORD;
     if (part == Part::NONE) break;
     next = token.end;
     if (part == Part::LINK) {

@@ -162,9 +162,7 @@ class LatinOrganizationSearch {
     if (compound) ++name.words, ++name.particular;
     const auto of =
         is_german(word) ? RE_BEHIND.match_at(t_, head.end) : RE_OF.match_at(t_, head.end);
-    // Goldleaf Spice Traders of Kochi: traders who live there
-    const bool traders = !strong && kind.ends_with(U's');
-    std::size_t end = of && (strong || (name.particular > 0 && !traders)) ? of->end() : head.end;
+    std::size_t end = of && goes_on_with_of(kind, name) ? of->end() : head.end;
     if (court) end = behind_court(head.end, end);
     const bool ranked = court && (name.words > 0 || compound);
     const bool plain = !is_set_in_capitals(head.start) && strong &&
@@ -175,6 +173,11 @@ class LatinOrganizationSearch {
     if (end == head.end && kind == U"bank") end = behind_place(end);
     if (const auto m = RE_BRANCH.match_at(t_, end)) end = m->end();
     add(std::min(name.start, head.start), end);
+  }
+
+  // Not Goldleaf Spice Traders of Kochi, who live there
+  static bool goes_on_with_of(std::u32string_view kind, const Name& name) {
+    return STRONG_HEADS.contains(kind) || (name.particular > 0 && !kind.ends_with(U's'));
   }
 
   // With the place or the district of the court, but not with what follows "and"

@@ -277,14 +277,20 @@ class LatinPlaceSearch {
 
   // Graham Ellerby of Rosehill Cottage. Not City of London.
   bool is_person_before(const Token& of, const Piece& piece) const {
-    const Token first = token_after(t_, piece.start);
-    const auto words = t_.substr(piece.start, of.start - piece.start);
-    const auto kind = latin_name_class(first.in(t_));
-    return (kind == LatinNameClass::GIVEN || kind == LatinNameClass::BOTH) &&
-           std::count(words.begin(), words.end(), U' ') >= 2 &&
-           std::none_of(words.begin(), words.end(), text::is_ascii_digit) &&
-           !is_touched(a_.of(WordClass::EN_STREET_WORD), piece.start, of.start) &&
-           !is_touched(a_.of(WordClass::EN_PLACE), piece.start, of.start);
+    constexpr int MOST_WORDS = 3;
+    std::size_t at = of.start;
+    for (int n = 0; n < MOST_WORDS; ++n) {
+      const Token word = token_before(t_, at);
+      if (word.empty() || word.start < piece.start || !is_upper(t_[word.start])) return false;
+      if (is_touched(a_.of(WordClass::EN_STREET_WORD), word.start, word.end) ||
+          is_touched(a_.of(WordClass::EN_PLACE), word.start, word.end)) {
+        return false;
+      }
+      const auto kind = latin_name_class(word.in(t_));
+      if (n > 0 && (kind == LatinNameClass::GIVEN || kind == LatinNameClass::BOTH)) return true;
+      at = word.start;
+    }
+    return false;
   }
 
   void finish(std::vector<Piece>& chain) {

@@ -28,6 +28,15 @@ const Syllables& syllables_of(char32_t c) {
   return found == all.end() ? none : found->second;
 }
 
+// Lu for Lyu, and so Linu for Lin Yu, on both sides of the comparison
+std::u32string without_y(std::u32string letters) {
+  for (std::size_t i = 1; i + 1 < letters.size(); ++i) {
+    const bool umlaut = letters[i - 1] == U'l' || letters[i - 1] == U'n';
+    if (umlaut && letters[i] == U'y' && letters[i + 1] == U'u') letters.erase(i, 1);
+  }
+  return letters;
+}
+
 // Every way to spell the characters one behind the other.
 Syllables spellings(std::u32string_view characters) {
   constexpr std::size_t MOST = 16;
@@ -49,8 +58,8 @@ std::vector<std::u32string> pinyin_spellings(std::u32string_view name, std::size
   Syllables out;
   for (const auto& first : spellings(name.substr(0, surname))) {
     for (const auto& given : spellings(name.substr(surname))) {
-      out.push_back(first + given);
-      out.push_back(given + first);
+      out.push_back(without_y(first + given));
+      out.push_back(without_y(given + first));
     }
   }
   return out;
@@ -60,10 +69,9 @@ std::u32string pinyin_letters(std::u32string_view latin) {
   std::u32string out;
   for (const char32_t c : text::case_fold(latin)) {
     const bool umlaut = c == U'\u00FC' || c == U'v';
-    if (c == U'y' && !out.empty() && (out.back() == U'l' || out.back() == U'n')) continue;  // Lyu
     if (umlaut || text::is_ascii_alpha(c)) out += umlaut ? U'u' : c;
   }
-  return out;
+  return without_y(out);
 }
 
 }  // namespace core::parties

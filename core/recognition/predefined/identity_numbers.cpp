@@ -75,6 +75,11 @@ const Regex RE_LABELLED_PLATE(
     "RE_LABELLED_PLATE",
     UR"([ \t]{0,3}(?:号码|号|[Nn]o\.?)?[ \t]{0,2}(?:\([^()\n\d]{1,12}\))?[ \t]{0,2}(?:为|是|:)?[ \t([【“"]{0,3}((?:[A-Z][a-z]{2,12} )?(?=[A-Z0-9 -]{0,8}\d)[A-Z0-9]{1,4}(?:[ -]?[A-Z0-9]{1,6}){1,2})(?![A-Za-z0-9]|年))");
 
+// lorry JSB 4417, van GBC 7702 M, KDA 417X, 842 XKP, with a word for vehicles near. Not ISO 9001.
+const Regex RE_PLATE_ABROAD(
+    "RE_PLATE_ABROAD",
+    UR"((?<![A-Za-z0-9./-])(?<![A-Z] )(?:(?!ISO|DIN|SAE|USD|EUR|AUD|GBP|RMB|CNY|SGD|HKD|JPY|INR|ZAR|CAD|NZD|CHF|ACN|ABN|SKU|QTY|FOB|CIF|NOS)[A-Z]{3} \d{3,4}(?: ?[A-Z])?|\d{3} [A-Z]{3})(?![A-Za-z0-9/-]|[ .,]\d))");
+
 // 股票代码：301999.SZ, NYSE: QXVL, NYSE American: BXTR, symbol “SKJH”, LSE: BP.
 const Regex RE_LABELLED_TICKER(
     "RE_LABELLED_TICKER",
@@ -183,7 +188,9 @@ void add_company_numbers(RecognizerRegistry& registry) {
        std::string(entity_type::VEHICLE_PLATE),
        {{"China", &RE_CN_PLATE, 0.8, {}},
         {"embassy and police", &RE_SPECIAL_PLATE, 0.8, {}},
-        {"behind a label", &RE_LABELLED_PLATE, 0.8, after(WordClass::PLATE_LABEL)}}});
+        {"behind a label", &RE_LABELLED_PLATE, 0.8, after(WordClass::PLATE_LABEL)},
+        {"letters and digits", &RE_PLATE_ABROAD, 0.1, {}}},
+       {U"lorry", U"truck", U"vehicle", U"van", U"trailer", U"pickup", U"plate", U"rego"}});
   add({"StockTickerRecognizer",
        std::string(entity_type::STOCK_TICKER),
        {{"behind a label", &RE_LABELLED_TICKER, 0.8, after(WordClass::TICKER_LABEL)},

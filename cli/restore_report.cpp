@@ -44,9 +44,9 @@ const Wording& wording_of(Outcome outcome) {
 }
 
 // The numbers of lines, asked for in ascending order of places.
-class Lines {
+class LineNumbers {
  public:
-  explicit Lines(std::u32string_view text) : text_(text) {}
+  explicit LineNumbers(std::u32string_view text) : text_(text) {}
   std::size_t at(std::size_t place) {
     for (; at_ < place; ++at_) line_ += text_[at_] == U'\n' ? 1 : 0;
     return line_;
@@ -106,7 +106,7 @@ void warn_of(const RestoreReport& report, const Wording& wording, std::ostream& 
   if (count == 0) return;
   err << "veildoc: warning: " << count << ' ' << (count == 1 ? wording.one : wording.several)
       << ": ";
-  Lines lines(report.text);
+  LineNumbers lines(report.text);
   std::size_t told = 0;
   for (const auto& finding : report.findings) {
     if (finding.outcome != wording.outcome) continue;
@@ -151,7 +151,7 @@ std::string RestoreReport::check() const {
   std::vector<Table::Column> columns = {{"LINE", Align::RIGHT}, {"PLACEHOLDER"}, {"RESULT"}};
   if (show_surfaces) columns.push_back({"SURFACE"});
   Table places(columns);
-  Lines lines(text);
+  LineNumbers lines(text);
   bool any = false;
   for (const auto& finding : findings) {
     if (finding.outcome == Outcome::RESTORED) continue;

@@ -12,7 +12,7 @@ namespace {
 
 using anonymization::Offset;
 
-std::u32string folded(std::u32string_view surface) {
+std::u32string folded_surface(std::u32string_view surface) {
   std::u32string out(surface);
   std::transform(out.begin(), out.end(), out.begin(), fold_letter);
   return out;
@@ -52,7 +52,7 @@ SurfaceList::SurfaceList(std::u32string_view list, std::string_view source)
                                 std::u32string(line.substr(1, line.size() - 2)), 1};
       patterns_.push_back({CompiledUserPattern(source, pattern), number});
     } else {
-      surfaces_.push_back(folded(line));
+      surfaces_.push_back(folded_surface(line));
       surface_lines_.push_back(number);
     }
   }

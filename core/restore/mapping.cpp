@@ -14,6 +14,9 @@ using anonymization::Offset;
 // Above every code point: what a context holds for entry 0.
 constexpr char32_t FIRST_ENTRY = 0x110000;
 
+// Paragraph joiners begin with U+E000.
+bool ends_line(char32_t c) { return c == U'\n' || c == U'\u2028' || c == U'\u2029' || c == 0xE000; }
+
 // A placeholder where it stands, and what it stands for.
 struct Known {
   WrittenPlaceholder written;
@@ -22,7 +25,7 @@ struct Known {
 };
 
 // The entries as they grow, each with its surfaces by their spelling.
-class Collector {
+class EntryCollector {
  public:
   std::size_t entry_of(std::u32string_view placeholder) {
     const auto [at, is_new] =
@@ -73,7 +76,7 @@ std::vector<BarePlacement> bare_placements(const AnonymizedDocument& document) {
 
 // Gives entries to what was written for the document's values.
 std::vector<Known> place(std::u32string_view text, const std::vector<WrittenPlaceholder>& written,
-                         const std::vector<BarePlacement>& placements, Collector& collector) {
+                         const std::vector<BarePlacement>& placements, EntryCollector& collector) {
   std::vector<Known> known;
   known.reserve(written.size());
   std::size_t next = 0;
@@ -92,7 +95,8 @@ std::vector<Known> place(std::u32string_view text, const std::vector<WrittenPlac
 
 // What else is written like one of the placeholders, or like any of veildoc's, is
 // text of the document.
-void place_own_text(std::u32string_view text, std::vector<Known>& known, Collector& collector) {
+void place_own_text(std::u32string_view text, std::vector<Known>& known,
+                    EntryCollector& collector) {
   const EntryIndex index(collector.entries);
   for (auto& k : known) {
     if (k.entry != EntryIndex::NONE) continue;
@@ -117,7 +121,7 @@ std::size_t Entry::first_surface() const {
 
 Mapping make_mapping(const AnonymizedDocument& document) {
   const std::u32string_view text = document.text;
-  Collector collector;
+  EntryCollector collector;
   auto known = place(text, find_written_placeholders(text), bare_placements(document), collector);
   place_own_text(text, known, collector);
 
@@ -172,6 +176,10 @@ Contexts::Contexts(std::u32string_view text, const std::vector<FoundPlaceholder>
   std::size_t at = 0;
   const auto take = [&](std::size_t to) {
     for (; at < to; ++at) {
+      if (ends_line(text[at])) {
+        if (!items_.empty() && items_.back() != LINE_END) items_.push_back(LINE_END);
+        continue;
+      }
       if (const char32_t c = placeholder_character(text[at]); c != 0) items_.push_back(c);
     }
   };
@@ -189,13 +197,19 @@ Contexts::Contexts(std::u32string_view text, const std::vector<FoundPlaceholder>
 }
 
 std::u32string Contexts::before(std::size_t i) const {
-  const std::size_t at = item_of_[i];
-  return spelled(at - std::min(at, CONTEXT_LENGTH), at);
+  std::size_t from = item_of_[i];
+  for (std::size_t count = 0; from > 0 && count < CONTEXT_LENGTH; --from) {
+    if (items_[from - 1] != LINE_END) ++count;
+  }
+  return spelled(from, item_of_[i]);
 }
 
 std::u32string Contexts::after(std::size_t i) const {
-  const std::size_t at = item_of_[i] + 1;
-  return spelled(at, std::min(at + CONTEXT_LENGTH, items_.size()));
+  std::size_t to = item_of_[i] + 1;
+  for (std::size_t count = 0; to < items_.size() && count < CONTEXT_LENGTH; ++to) {
+    if (items_[to] != LINE_END) ++count;
+  }
+  return spelled(item_of_[i] + 1, to);
 }
 
 std::u32string Contexts::spelled(std::size_t from, std::size_t to) const {

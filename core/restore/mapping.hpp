@@ -28,6 +28,8 @@ struct Occurrence {
 };
 
 inline constexpr std::size_t CONTEXT_LENGTH = 16;
+// How the end of a line reads in a context.
+inline constexpr char32_t LINE_END = U'\n';
 
 struct Entry {
   std::u32string placeholder;
@@ -86,7 +88,8 @@ std::vector<FoundPlaceholder> find_placeholders(std::u32string_view text, const 
 
 // What stands around the placeholders of a text, in a form that edits of its layout
 // leave alone: without white space and invisible characters, narrow, in lower case,
-// placeholders as the mapping spells them; each of those counts as one character.
+// placeholders as the mapping spells them; each of those counts as one character. The
+// ends of lines that are not empty are kept, as line feeds, and do not count.
 class Contexts {
  public:
   // All of them outlive it.

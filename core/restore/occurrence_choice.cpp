@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t LEAST_ON_ONE_SIDE = 6;
 constexpr std::size_t HALF_OF_ONE_SIDE = 8;
 constexpr std::size_t NEAR = 4;
+constexpr std::size_t LEAST_OF_A_LINE = 4;
 constexpr char32_t HERE = 0xFFFFFFFF;  // in no text
 
 // Places that look the same.
@@ -24,25 +25,43 @@ struct Alike {
 // One way to look at what stands around a place; empty where it says nothing.
 using View = std::u32string (*)(const std::u32string& before, const std::u32string& after);
 
+// Lines may be broken elsewhere.
+std::u32string unbroken(std::u32string side) {
+  std::erase(side, LINE_END);
+  return side;
+}
+
 std::u32string whole(const std::u32string& before, const std::u32string& after) {
-  return before + HERE + after;
+  return unbroken(before) + HERE + unbroken(after);
+}
+std::u32string line(const std::u32string& before, const std::u32string& after) {
+  const auto begin = before.find_last_of(LINE_END) + 1;  // 0 where there is none
+  const auto end = std::min(after.find(LINE_END), after.size());
+  if (before.size() - begin + end < LEAST_OF_A_LINE) return {};
+  return before.substr(begin) + HERE + after.substr(0, end);
 }
 std::u32string left(const std::u32string& before, const std::u32string&) {
-  return before.size() < LEAST_ON_ONE_SIDE ? std::u32string() : before;
+  const auto side = unbroken(before);
+  return side.size() < LEAST_ON_ONE_SIDE ? std::u32string() : side;
 }
 std::u32string right(const std::u32string&, const std::u32string& after) {
-  return after.size() < LEAST_ON_ONE_SIDE ? std::u32string() : after;
+  const auto side = unbroken(after);
+  return side.size() < LEAST_ON_ONE_SIDE ? std::u32string() : side;
 }
 std::u32string half_left(const std::u32string& before, const std::u32string&) {
-  return before.size() < HALF_OF_ONE_SIDE ? std::u32string()
-                                          : before.substr(before.size() - HALF_OF_ONE_SIDE);
+  const auto side = unbroken(before);
+  if (side.size() < HALF_OF_ONE_SIDE) return {};
+  return side.substr(side.size() - HALF_OF_ONE_SIDE);
 }
 std::u32string half_right(const std::u32string&, const std::u32string& after) {
-  return after.size() < HALF_OF_ONE_SIDE ? std::u32string() : after.substr(0, HALF_OF_ONE_SIDE);
+  const auto side = unbroken(after);
+  return side.size() < HALF_OF_ONE_SIDE ? std::u32string() : side.substr(0, HALF_OF_ONE_SIDE);
 }
 std::u32string near(const std::u32string& before, const std::u32string& after) {
-  if (before.size() < NEAR || after.size() < NEAR) return {};
-  return before.substr(before.size() - NEAR) + HERE + after.substr(0, NEAR);
+  const auto l = unbroken(before);
+  const auto r = unbroken(after);
+  if (l.size() < NEAR || r.size() < NEAR) return {};
+  return l.substr(l.size() - NEAR) + HERE + r.substr(0, NEAR);
 }
 
 class Chooser {
@@ -52,9 +71,10 @@ class Chooser {
 
   std::vector<Choice> run() && {
     by_whole_context();
+    by_both_sides(line);
     by_one_side(left, right);
     by_one_side(half_left, half_right);
-    by_near_context();
+    by_both_sides(near);
     by_order();
     return std::move(choices_);
   }
@@ -129,11 +149,11 @@ class Chooser {
     }
   }
 
-  void by_near_context() {
-    const auto nears = places(near);
+  void by_both_sides(View view) {
+    const auto masked = places(view);
     for (std::size_t i = 0; i < found_.size(); ++i) {
       if (!is_open(i)) continue;
-      const auto* alike = find(nears, near(found_[i].before, found_[i].after));
+      const auto* alike = find(masked, view(found_[i].before, found_[i].after));
       if (alike != nullptr && alike->surface) settle(i, *alike);
     }
   }

@@ -56,7 +56,7 @@ void choose_surfaces(std::u32string_view text, const std::vector<FoundPlaceholde
   }
 }
 
-bool is_word_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'_'; }
+bool is_name_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'_'; }
 
 // Names of placeholders outside of brackets: 机构1, ORG1. Not in 机构12 nor FORG1.
 class BareNames {
@@ -94,9 +94,9 @@ class BareNames {
 
  private:
   static bool is_whole(std::u32string_view text, const text::MultiPattern::Hit& hit) {
-    const bool inside_left = hit.start > 0 && is_word_character(text[hit.start]) &&
-                             is_word_character(text[hit.start - 1]);
-    const bool inside_right = hit.end < text.size() && is_word_character(text[hit.end]);
+    const bool inside_left = hit.start > 0 && is_name_character(text[hit.start]) &&
+                             is_name_character(text[hit.start - 1]);
+    const bool inside_right = hit.end < text.size() && is_name_character(text[hit.end]);
     return !inside_left && !inside_right;
   }
 

@@ -4,8 +4,8 @@
 // have been moved, repeated, left out or respelled (placeholder_reader.hpp). Which
 // of several surfaces an occurrence stands for is decided by
 //
-//   1. the text around it: the 16 characters on both sides, then those on one side,
-//      then 8 on one, then 4 on both, where they leave no choice. Of places that look
+//   1. the text around it: the 16 characters on both sides, then those in its line,
+//      then 16 on one side, then 8 on one, then 4 on both, where they leave no choice. Of places that look
 //      the same the first is the first, if there are as many of them as there were
 //   2. its order: between two occurrences of the placeholder that are settled, if
 //      there are as many others as there were

@@ -7,7 +7,10 @@
 
 namespace {
 
-using namespace core::anonymization;
+using core::anonymization::Aliases;
+using core::anonymization::anonymize_document;
+using core::anonymization::AnonymizedDocument;
+using core::anonymization::Stretches;
 
 Stretches stretches(std::string_view list, std::u32string_view text) {
   return core::recognition::SurfaceList(test::u32(list), "list").find(text).stretches;

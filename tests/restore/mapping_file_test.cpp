@@ -12,7 +12,15 @@
 
 namespace {
 
-using namespace core::restore;
+using core::restore::is_sealed_mapping;
+using core::restore::Mapping;
+using core::restore::MappingError;
+using core::restore::open_sealed_mapping;
+using core::restore::read_mapping;
+using core::restore::seal_mapping;
+using core::restore::SealCost;
+using core::restore::sha256_hex;
+using core::restore::write_mapping;
 using nlohmann::json;
 
 // A key that costs nothing.

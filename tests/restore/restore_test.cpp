@@ -118,6 +118,19 @@ TEST(Restore, WhichSurfaceOfSeveral) {
   }
 }
 
+// Lines that went somewhere else, too short to be known by one side.
+TEST(Restore, WhichSurfaceGoesByItsLine) {
+  const auto masked = mask(
+      "甲方名称：{[机构1]|华信科技有限公司}\n"
+      "经办单位：{[机构1]|华信}\n"
+      "收款单位：{[机构1]|华信}\n");
+  const auto* edited =
+      "新增的一行文字。\r\n经办单位：[机构1]\r\n\r\n甲方名称：[机构1]\r\n又一行文字。";
+  EXPECT_EQ(restored(edited, masked.mapping),
+            "新增的一行文字。\r\n经办单位：华信\r\n\r\n甲方名称：华信科技有限公司\r\n又一行文字。");
+  EXPECT_EQ(outcomes(edited, masked.mapping), "RR");
+}
+
 // Kinds of a user's own, that differ in letter case only.
 TEST(Restore, WhatTwoPlaceholdersCouldBeIsLeft) {
   const auto masked = mask("{[Ab1]|x} {[AB1]|y}");

@@ -4,7 +4,8 @@
 
 namespace test {
 
-using namespace core;
+namespace anonymization = core::anonymization;
+namespace restore = core::restore;
 
 MaskedDocument mask(std::string_view marked) {
   const auto parsed = parse_replacements(marked);

@@ -60,6 +60,7 @@ bool stands_alone(const Compact& in, std::size_t start, std::size_t end, bool (*
 
 bool counts(const Compact& in, std::size_t start, std::size_t end) {
   const auto word = std::u32string_view(in.text).substr(start, end - start);
+  if (is_number(word) && digits_of(word) < SurfaceSearch::LEAST_DIGITS) return false;
   if (word.size() <= SHORT) return stands_alone(in, start, end, text::is_letter_or_number);
   if (is_number(word)) return stands_alone(in, start, end, text::is_decimal_digit);
   return true;
@@ -100,8 +101,6 @@ bool SurfaceSearch::found_in(std::string_view bytes) const {
   const auto in = compacted(decoded);
   bool found = false;
   pattern_.scan(in.text, [&](const text::MultiPattern::Hit& hit) {
-    const auto& word = words_[hit.pattern];
-    if (is_number(word) && digits_of(word) < LEAST_DIGITS) return;
     found = found || counts(in, hit.start, hit.end);
   });
   return found;

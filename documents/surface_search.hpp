@@ -25,7 +25,7 @@ class SurfaceSearch {
   bool found_in(std::string_view text) const;
   // In the bytes of a picture or another part that is no XML: as UTF-8 or UTF-16.
   bool found_in_bytes(std::string_view bytes) const;
-  // How often any of them stands in a text, short ones and numbers included.
+  // How often any of them stands in a text.
   std::size_t count_in(std::u32string_view text) const;
 
  private:

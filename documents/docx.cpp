@@ -22,9 +22,9 @@ namespace {
 namespace anonymization = core::anonymization;
 
 // Stories in the order in which they are read.
-constexpr std::array<std::string_view, 9> READING_ORDER = {
+constexpr std::array<std::string_view, 10> READING_ORDER = {
     "body",     "header",          "footer", "footnotes", "endnotes",
-    "comments", "building blocks", "chart",  "diagram"};
+    "comments", "building blocks", "chart",  "diagram",   "other parts"};
 
 struct XmlPart {
   std::string name;
@@ -133,6 +133,7 @@ class DocxDocument : public Document {
  public:
   explicit DocxDocument(std::string_view bytes) : package_(read_package(bytes)) {
     refuse_other_packages(package_);
+    report_.removed = remove_private_parts(package_);
     parts_ = xml_parts(package_);
     read_text(text_, parts_);
     report_.format = "docx";
@@ -195,7 +196,6 @@ std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked)
     if (bytes != xml_bytes(original)) package_.set_bytes(part.name, std::move(bytes));
   }
   parts_.clear();
-  report_.removed = remove_private_parts(package_);
   auto bytes = write_package(package_.parts());
   verify(bytes, search);
   return bytes;

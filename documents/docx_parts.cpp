@@ -35,6 +35,17 @@ constexpr TypeEnd TYPE_ENDS[] = {
     {"drawingml.diagramdata+xml", Role::STRINGS, "diagram"},
     {"drawingml.diagramdrawing+xml", Role::STRINGS, "diagram"},
     {"relationships+xml", Role::STRUCTURE, "relationships"},
+    // Markup: no text between its tags.
+    {"wordprocessingml.styles+xml", Role::MARKUP, "styles"},
+    {"styleswitheffects+xml", Role::MARKUP, "styles"},
+    {"wordprocessingml.settings+xml", Role::MARKUP, "settings"},
+    {"wordprocessingml.websettings+xml", Role::MARKUP, "settings"},
+    {"wordprocessingml.fonttable+xml", Role::MARKUP, "fonts"},
+    {"wordprocessingml.numbering+xml", Role::MARKUP, "numbering"},
+    {"wordprocessingml.commentsextended+xml", Role::MARKUP, "threads of comments"},
+    {"wordprocessingml.commentsids+xml", Role::MARKUP, "threads of comments"},
+    {"officedocument.theme+xml", Role::MARKUP, "theme"},
+    {"officedocument.themeoverride+xml", Role::MARKUP, "theme"},
 };
 
 // Relationships to what is taken out, by the last step of their type.
@@ -129,7 +140,8 @@ PartKind kind_of(const OfficePackage& package, const Part& part) {
   for (const auto& known : TYPE_ENDS) {
     if (type.ends_with(known.end)) return {known.role, std::string(known.name)};
   }
-  if (type.ends_with("+xml") || type.ends_with("/xml")) return {Role::MARKUP, "markup"};
+  // What nobody knows might hold anything.
+  if (type.ends_with("+xml") || type.ends_with("/xml")) return {Role::STRINGS, "other parts"};
   return {Role::BINARY, binary_name(type)};
 }
 

@@ -49,6 +49,7 @@ TEST(DocxParts, MasksEveryStory) {
       {"numbering",
        {"word/numbering.xml", "wordprocessingml.numbering+xml", "numbering",
         test::rooted("w:numbering", "<w:lvl><w:lvlText w:val=\"张伟民%1\"/></w:lvl>")}},
+      {"unknown", {"word/x.xml", "x.unknown+xml", "unknown", "<x><y>张伟民</y></x>"}},
       {"named otherwise than usual",
        {"word/styles.bin", "wordprocessingml.header+xml", "header",
         test::rooted("w:hdr", PARAGRAPH)}},
@@ -147,6 +148,16 @@ TEST(DocxParts, KeepsWhatItDoesNotTouch) {
   EXPECT_EQ(done.parts.front().name, "[Content_Types].xml");
   EXPECT_EQ(done.parts.back().name, "word/media/a.png");
   EXPECT_EQ(done.report.not_examined, std::vector<std::string>{"word/media/a.png: picture"});
+}
+
+TEST(DocxParts, LeavesNothingBetweenTheParts) {
+  auto bytes = test::docx(PERSON_IN_BODY);
+  bytes[bytes.size() - 2] = 9;  // the length of a comment
+  bytes += "张伟民";
+  const auto document = documents::read_document(bytes);
+  const auto written = document->write(
+      core::anonymization::anonymize_document(document->text(), test::finding_analyzer(), "zh"));
+  EXPECT_EQ(written.find("张伟民"), std::string::npos);
 }
 
 TEST(DocxParts, FailsWhereAValueCanStillBeRead) {

@@ -160,6 +160,38 @@ TEST(DocxParts, LeavesNothingBetweenTheParts) {
   EXPECT_EQ(written.find("张伟民"), std::string::npos);
 }
 
+TEST(DocxParts, TakesMetadataOutOfPictures) {
+  using namespace std::string_literals;
+  const std::string head = "\x89PNG\r\n\x1A\n"s;
+  const std::string image = "\0\0\0\2IDATxysum1"s;
+  const std::string end = "\0\0\0\0IENDsum2"s;
+  const std::string start = "\xFF\xD8\xFF\xE0\0\x08JFIF\0\1"s;
+  const std::string scan = "\xFF\xDA\0\2pixels\xFF\xD9"s;
+  struct Case {
+    const char* why;
+    std::string in;
+    std::string out;
+  };
+  const Case cases[] = {
+      {"PNG, text", head + "\0\0\0\3tEXtabcsum0"s + image + end, head + image + end},
+      {"PNG, behind the end", head + image + end + "more", head + image + end},
+      {"PNG, cut", head + image + "\0\0\1\0IDAT"s, head + image + "\0\0\1\0IDAT"s},
+      {"JPEG, EXIF",
+       start +
+           "\xFF\xE1\0\x08"
+           "Exif\0\0"s +
+           scan,
+       start + scan},
+      {"JPEG, comment", start + "\xFF\xFE\0\5abc"s + scan, start + scan},
+      {"JPEG, cut", start + "\xFF\xFE\1\5abc"s, start + "\xFF\xFE\1\5abc"s},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    const auto done = test::masked(test::docx("", {{"word/media/a.png", "", "image", c.in}}));
+    EXPECT_EQ(done.part("word/media/a.png"), c.out);
+  }
+}
+
 TEST(DocxParts, FailsWhereAValueCanStillBeRead) {
   using namespace std::string_literals;
   struct Case {

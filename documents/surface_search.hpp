@@ -31,6 +31,8 @@ class SurfaceSearch {
  private:
   std::vector<std::u32string> words_;  // compact, each once
   core::text::MultiPattern pattern_;
+  std::vector<std::u32string> encoded_;  // as bytes, each a character
+  core::text::MultiPattern bytes_pattern_;
 };
 
 }  // namespace documents

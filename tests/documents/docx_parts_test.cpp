@@ -212,6 +212,7 @@ TEST(DocxParts, FailsWhereAValueCanStillBeRead) {
       {"a text of no story", settings("<w:unknown>张伟民</w:unknown>"), true},
       {"split over elements", settings("<w:unknown>张伟</w:unknown><w:other>民</w:other>"), true},
       {"bytes of a picture", picture("..张伟民.."), true},
+      {"where two pieces meet", picture(std::string((1U << 20U) - 4, '.') + "张伟民.."), true},
       {"as a metafile writes them", picture("..\x20\x5F\x1F\x4F\x11\x6C.."s), true},
       {"the name of a part", {"word/media/张伟民.png", "", "image", "x"}, true},
       {"part of it", settings("<w:caption w:name=\"张伟\"/>"), false},

@@ -153,12 +153,11 @@ std::vector<std::string> remove_private_parts(OfficePackage& package) {
       gone.try_emplace(r.target, name);
     }
   });
-  std::vector<std::string> names;
-  names.reserve(package.parts().size() + 1);
-  names.emplace_back();
-  for (const auto& part : package.parts()) names.push_back(part.name);
-  std::size_t addresses = 0;
-  for (const auto& name : names) addresses += neutralize_addresses(package, name);
+  std::size_t addresses = neutralize_addresses(package, "");
+  for (std::size_t i = 0; i < package.parts().size(); ++i) {
+    const std::string name = package.parts()[i].name;
+    addresses += neutralize_addresses(package, name);
+  }
   for (const auto& [name, what] : gone) package.remove(name);
   const auto stale = package.tidy();
   std::map<std::string, std::size_t> counts;

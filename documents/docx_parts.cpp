@@ -165,6 +165,7 @@ std::vector<std::string> remove_private_parts(OfficePackage& package) {
   if (addresses > 0) counts["address outside"] = addresses;
   if (stale > 0) counts["part without relationship"] = stale;
   std::vector<std::string> lines;
+  lines.reserve(counts.size());
   for (const auto& [what, count] : counts) lines.push_back(what + ": " + std::to_string(count));
   return lines;
 }

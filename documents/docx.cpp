@@ -14,6 +14,7 @@
 #include "documents/docx_scrub.hpp"
 #include "documents/docx_text.hpp"
 #include "documents/errors.hpp"
+#include "documents/picture_metadata.hpp"
 #include "documents/surface_search.hpp"
 
 namespace documents {
@@ -22,9 +23,9 @@ namespace {
 namespace anonymization = core::anonymization;
 
 // Stories in the order in which they are read.
-constexpr std::array<std::string_view, 9> READING_ORDER = {
+constexpr std::array<std::string_view, 10> READING_ORDER = {
     "body",     "header",          "footer", "footnotes", "endnotes",
-    "comments", "building blocks", "chart",  "diagram"};
+    "comments", "building blocks", "chart",  "diagram",   "other parts"};
 
 struct XmlPart {
   std::string name;
@@ -133,6 +134,7 @@ class DocxDocument : public Document {
  public:
   explicit DocxDocument(std::string_view bytes) : package_(read_package(bytes)) {
     refuse_other_packages(package_);
+    report_.removed = remove_private_parts(package_);
     parts_ = xml_parts(package_);
     read_text(text_, parts_);
     report_.format = "docx";
@@ -149,6 +151,7 @@ class DocxDocument : public Document {
  private:
   SurfaceSearch mask_text(const anonymization::AnonymizedDocument& masked);
   void clean_parts(const SurfaceSearch& search);
+  void strip_pictures();
   void verify(std::string_view bytes, const SurfaceSearch& search);
 
   OfficePackage package_;
@@ -195,10 +198,22 @@ std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked)
     if (bytes != xml_bytes(original)) package_.set_bytes(part.name, std::move(bytes));
   }
   parts_.clear();
-  report_.removed = remove_private_parts(package_);
+  strip_pictures();
   auto bytes = write_package(package_.parts());
   verify(bytes, search);
   return bytes;
+}
+
+void DocxDocument::strip_pictures() {
+  std::size_t count = 0;
+  for (const auto& part : package_.parts()) {
+    if (kind_of(package_, part).role != Role::BINARY) continue;
+    if (auto bytes = without_metadata(part.bytes)) {
+      package_.set_bytes(part.name, std::move(*bytes));
+      ++count;
+    }
+  }
+  if (count > 0) report_.removed.push_back("metadata of a picture: " + std::to_string(count));
 }
 
 void DocxDocument::verify(std::string_view bytes, const SurfaceSearch& search) {

@@ -35,6 +35,17 @@ constexpr TypeEnd TYPE_ENDS[] = {
     {"drawingml.diagramdata+xml", Role::STRINGS, "diagram"},
     {"drawingml.diagramdrawing+xml", Role::STRINGS, "diagram"},
     {"relationships+xml", Role::STRUCTURE, "relationships"},
+    // Markup: no text between its tags.
+    {"wordprocessingml.styles+xml", Role::MARKUP, "styles"},
+    {"styleswitheffects+xml", Role::MARKUP, "styles"},
+    {"wordprocessingml.settings+xml", Role::MARKUP, "settings"},
+    {"wordprocessingml.websettings+xml", Role::MARKUP, "settings"},
+    {"wordprocessingml.fonttable+xml", Role::MARKUP, "fonts"},
+    {"wordprocessingml.numbering+xml", Role::MARKUP, "numbering"},
+    {"wordprocessingml.commentsextended+xml", Role::MARKUP, "threads of comments"},
+    {"wordprocessingml.commentsids+xml", Role::MARKUP, "threads of comments"},
+    {"officedocument.theme+xml", Role::MARKUP, "theme"},
+    {"officedocument.themeoverride+xml", Role::MARKUP, "theme"},
 };
 
 // Relationships to what is taken out, by the last step of their type.
@@ -129,7 +140,8 @@ PartKind kind_of(const OfficePackage& package, const Part& part) {
   for (const auto& known : TYPE_ENDS) {
     if (type.ends_with(known.end)) return {known.role, std::string(known.name)};
   }
-  if (type.ends_with("+xml") || type.ends_with("/xml")) return {Role::MARKUP, "markup"};
+  // What nobody knows might hold anything.
+  if (type.ends_with("+xml") || type.ends_with("/xml")) return {Role::STRINGS, "other parts"};
   return {Role::BINARY, binary_name(type)};
 }
 
@@ -141,12 +153,11 @@ std::vector<std::string> remove_private_parts(OfficePackage& package) {
       gone.try_emplace(r.target, name);
     }
   });
-  std::vector<std::string> names;
-  names.reserve(package.parts().size() + 1);
-  names.emplace_back();
-  for (const auto& part : package.parts()) names.push_back(part.name);
-  std::size_t addresses = 0;
-  for (const auto& name : names) addresses += neutralize_addresses(package, name);
+  std::size_t addresses = neutralize_addresses(package, "");
+  for (std::size_t i = 0; i < package.parts().size(); ++i) {
+    const std::string name = package.parts()[i].name;
+    addresses += neutralize_addresses(package, name);
+  }
   for (const auto& [name, what] : gone) package.remove(name);
   const auto stale = package.tidy();
   std::map<std::string, std::size_t> counts;
@@ -154,6 +165,7 @@ std::vector<std::string> remove_private_parts(OfficePackage& package) {
   if (addresses > 0) counts["address outside"] = addresses;
   if (stale > 0) counts["part without relationship"] = stale;
   std::vector<std::string> lines;
+  lines.reserve(counts.size());
   for (const auto& [what, count] : counts) lines.push_back(what + ": " + std::to_string(count));
   return lines;
 }

@@ -10,8 +10,8 @@ namespace documents {
 
 enum class Role {
   STORY,      // WordprocessingML with paragraphs
-  STRINGS,    // charts and diagrams: texts without paragraphs of Word's
-  MARKUP,     // other XML: styles, settings, themes
+  STRINGS,    // charts, diagrams and unknown XML: texts without paragraphs of Word's
+  MARKUP,     // styles, settings, themes: XML without text
   BINARY,     // pictures, fonts: kept as they are
   STRUCTURE,  // types and relationships
 };

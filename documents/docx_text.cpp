@@ -45,8 +45,11 @@ char32_t analysed(char32_t c) {
   return c == NON_BREAKING_HYPHEN ? U'-' : c;
 }
 
-// At the end of the line, so that rules see where the next paragraph begins.
-std::u32string closed_by(std::u32string_view joiner) { return std::u32string(joiner) + U"\n"; }
+// On a line of its own: rules that look for the begin or the end of a line find it.
+std::u32string framed(std::u32string_view joiner) {
+  std::u32string out = U"\n";
+  return out.append(joiner).append(U"\n");
+}
 
 // The character of a w:sym: by its code, where it is no place in a symbol font.
 char32_t symbol_of(const pugi::xml_node& node) {
@@ -152,7 +155,7 @@ void DocxText::finish() {
 
 void DocxText::begin_story(const std::string& name) {
   stories_.push_back({name, text_.size()});
-  separator_ = closed_by(core::anonymization::STORY_JOINER);
+  separator_ = framed(core::anonymization::STORY_JOINER);
 }
 
 const std::string& DocxText::story_at(std::size_t at) const {
@@ -171,7 +174,7 @@ void DocxText::block(const pugi::xml_node& node) {
       cell(child);
     } else {
       block(child);
-      if (is(child, "w:tbl")) separator_ = closed_by(core::anonymization::PARAGRAPH_JOINER);
+      if (is(child, "w:tbl")) separator_ = framed(core::anonymization::PARAGRAPH_JOINER);
     }
   }
 }
@@ -299,7 +302,7 @@ void DocxText::emit(const std::vector<std::size_t>& slots) {
   if (slots.empty()) return;
   separate();
   for (const auto slot : slots) append_piece(slot);
-  separator_ = closed_by(core::anonymization::PARAGRAPH_JOINER);
+  separator_ = framed(core::anonymization::PARAGRAPH_JOINER);
 }
 
 void DocxText::append_piece(std::size_t slot) {

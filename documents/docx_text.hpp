@@ -1,7 +1,7 @@
 // The text of a .docx as it is analysed, and the way back into its elements.
 //
-// All stories are pasted into one text: a paragraph ends with a joiner and a line
-// end, the cells of a row are set off by tabs, rows by line ends. Every character
+// All stories are pasted into one text: between paragraphs stands a joiner on a line of
+// its own, the cells of a row are set off by tabs, rows by line ends. Every character
 // knows its slot, the element or attribute that holds it; a span that is masked is
 // put into the first slot it touches and cut out of the others.
 //

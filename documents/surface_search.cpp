@@ -15,6 +15,7 @@ constexpr std::size_t SHORT = 2;
 // In compressed data any short row of bytes turns up by chance.
 constexpr std::size_t LEAST_BYTES = 6;
 constexpr std::size_t LEAST_DIGITS_IN_BYTES = 9;
+constexpr std::size_t PIECE = std::size_t{1} << 20U;
 
 bool is_unseen(char32_t c) {
   return text::is_space(c) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
@@ -60,6 +61,7 @@ bool stands_alone(const Compact& in, std::size_t start, std::size_t end, bool (*
 
 bool counts(const Compact& in, std::size_t start, std::size_t end) {
   const auto word = std::u32string_view(in.text).substr(start, end - start);
+  if (is_number(word) && digits_of(word) < SurfaceSearch::LEAST_DIGITS) return false;
   if (word.size() <= SHORT) return stands_alone(in, start, end, text::is_letter_or_number);
   if (is_number(word)) return stands_alone(in, start, end, text::is_decimal_digit);
   return true;
@@ -84,11 +86,32 @@ std::string utf16_of(std::u32string_view word) {
   return out;
 }
 
+std::u32string as_characters(std::string_view bytes) {
+  std::u32string out;
+  out.reserve(bytes.size());
+  for (const char c : bytes) out += static_cast<unsigned char>(c);
+  return out;
+}
+
+// As they would stand in a file that is no XML, where that is no chance.
+std::vector<std::u32string> encoded_words(const std::vector<std::u32string>& words) {
+  std::vector<std::u32string> out;
+  for (const auto& word : words) {
+    if (is_number(word) && digits_of(word) < LEAST_DIGITS_IN_BYTES) continue;
+    for (const auto& bytes : {text::encode_utf8(word), utf16_of(word)}) {
+      if (bytes.size() >= LEAST_BYTES) out.push_back(as_characters(bytes));
+    }
+  }
+  return out;
+}
+
 }  // namespace
 
 SurfaceSearch::SurfaceSearch(const std::vector<std::u32string>& surfaces)
     : words_(compact_words(surfaces)),
-      pattern_(std::vector<std::u32string_view>(words_.begin(), words_.end())) {}
+      pattern_(std::vector<std::u32string_view>(words_.begin(), words_.end())),
+      encoded_(encoded_words(words_)),
+      bytes_pattern_(std::vector<std::u32string_view>(encoded_.begin(), encoded_.end())) {}
 
 bool SurfaceSearch::found_in(std::string_view bytes) const {
   std::u32string decoded;
@@ -100,21 +123,22 @@ bool SurfaceSearch::found_in(std::string_view bytes) const {
   const auto in = compacted(decoded);
   bool found = false;
   pattern_.scan(in.text, [&](const text::MultiPattern::Hit& hit) {
-    const auto& word = words_[hit.pattern];
-    if (is_number(word) && digits_of(word) < LEAST_DIGITS) return;
     found = found || counts(in, hit.start, hit.end);
   });
   return found;
 }
 
 bool SurfaceSearch::found_in_bytes(std::string_view bytes) const {
-  return std::any_of(words_.begin(), words_.end(), [&](const std::u32string& word) {
-    if (is_number(word) && digits_of(word) < LEAST_DIGITS_IN_BYTES) return false;
-    for (const auto& wanted : {text::encode_utf8(word), utf16_of(word)}) {
-      if (wanted.size() >= LEAST_BYTES && bytes.find(wanted) != std::string_view::npos) return true;
-    }
-    return false;
-  });
+  // Piece by piece, each with the end of the one before.
+  std::size_t overlap = 0;
+  for (const auto& word : encoded_) overlap = std::max(overlap, word.size());
+  bool found = false;
+  for (std::size_t at = 0; at < bytes.size() && !found; at += PIECE) {
+    const auto from = at - std::min(at, overlap);
+    const auto piece = as_characters(bytes.substr(from, at + PIECE - from));
+    bytes_pattern_.scan(piece, [&](const text::MultiPattern::Hit&) { found = true; });
+  }
+  return found;
 }
 
 std::size_t SurfaceSearch::count_in(std::u32string_view text_seen) const {

@@ -25,12 +25,14 @@ class SurfaceSearch {
   bool found_in(std::string_view text) const;
   // In the bytes of a picture or another part that is no XML: as UTF-8 or UTF-16.
   bool found_in_bytes(std::string_view bytes) const;
-  // How often any of them stands in a text, short ones and numbers included.
+  // How often any of them stands in a text.
   std::size_t count_in(std::u32string_view text) const;
 
  private:
   std::vector<std::u32string> words_;  // compact, each once
   core::text::MultiPattern pattern_;
+  std::vector<std::u32string> encoded_;  // as bytes, each a character
+  core::text::MultiPattern bytes_pattern_;
 };
 
 }  // namespace documents

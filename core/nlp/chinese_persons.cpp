@@ -388,23 +388,38 @@ class ChinesePersonSearch {
   }
 
   // 伊万·彼得罗维奇·索科洛夫 in a sentence. Not 沁屿·石梅度假村.
+  // Where a name with its first dot at `dot` begins, not before `done`.
+  std::size_t dotted_start(std::size_t dot, std::size_t done) const {
+    constexpr std::size_t LONGEST_PART = 6;
+    std::size_t start = dot;
+    while (start > done && dot - start < LONGEST_PART && sounds(t_[start - 1])) --start;
+    // 佟加·庆夫: a surname before one sound
+    if (start + 1 == dot && start > done && is_chinese_surname(t_.substr(start - 1, 1))) --start;
+    return start;
+  }
+
+  std::size_t dotted_end(std::size_t start, std::size_t dot) const {
+    constexpr std::size_t LONGEST_DOTTED_NAME = 40;
+    constexpr std::size_t LONGEST_PART = 7;
+    std::size_t end = dot;
+    while (end < t_.size() && end - start < LONGEST_DOTTED_NAME && is_dot(t_[end])) {
+      std::size_t part = end + 1;
+      while (part < t_.size() && part - end <= LONGEST_PART && sounds(t_[part]) &&
+             !begins_verb(part)) {
+        ++part;
+      }
+      if (part == end + 1) break;
+      end = part;
+    }
+    return end;
+  }
+
   void dotted_names() {
     std::size_t done = 0;
     for (std::size_t i = 1; i + 1 < t_.size(); ++i) {
       if (!is_dot(t_[i]) || i < done) continue;
-      std::size_t start = i;
-      while (start > done && i - start < 6 && sounds(t_[start - 1])) --start;
-      // 佟加·庆夫: a surname before one sound
-      if (start + 1 == i && start > done && is_chinese_surname(t_.substr(start - 1, 1))) --start;
-      std::size_t end = i;
-      constexpr std::size_t LONGEST_NAME = 40;
-      while (end < t_.size() && end - start < LONGEST_NAME && is_dot(t_[end])) {
-        std::size_t part = end + 1;
-        while (part < t_.size() && part - end <= 7 && sounds(t_[part]) && !begins_verb(part))
-          ++part;
-        if (part == end + 1) break;
-        end = part;
-      }
+      const std::size_t start = dotted_start(i, done);
+      std::size_t end = dotted_end(start, i);
       if (start < i && end > i && end - start >= 4) {
         add(start, end, PROSE_SCORE);
       } else {

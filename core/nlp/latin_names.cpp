@@ -62,6 +62,14 @@ Token without_full_stop(std::u32string_view t, Token token) {
   return token;
 }
 
+// John Mark Obi: a given name that is a word of contracts as well, before a surname
+bool is_name_between(const NlpArtifacts& a, const Token& token) {
+  const std::u32string_view t = a.folded;
+  const Token next = token_after(t, token.end);
+  return is_covered(a.of(WordClass::EN_GIVEN_NAME), token.start, token.end) && !next.empty() &&
+         next.start == token.end + 1 && is_name_word(without_full_stop(t, next).in(t));
+}
+
 enum class Part : std::uint8_t { NONE, LINK, WORD };
 
 // What a word is to the name that it may stand in. No particle opens a name.
@@ -69,15 +77,7 @@ Part part_of_name(const NlpArtifacts& a, const Token& token, bool opens) {
   const auto word = token.in(a.folded);
   if (is_covered(a.of(WordClass::EN_TITLE), token.start, token.end)) return Part::NONE;
   if (is_initial(word) || (!opens && is_particle(word))) return Part::LINK;
-  return is_name_word(word) ? Part::WORD : Part::NONE;
-}
-
-// John Mark Obi: a given name that is a word of contracts as well, before a surname
-bool is_name_between(const NlpArtifacts& a, const Token& token) {
-  const std::u32string_view t = a.folded;
-  const Token next = token_after(t, token.end);
-  return is_covered(a.of(WordClass::EN_GIVEN_NAME), token.start, token.end) && !next.empty() &&
-         next.start == token.end + 1 && is_name_word(without_full_stop(t, next).in(t));
+  return is_name_word(word) || (!opens && is_name_between(a, token)) ? Part::WORD : Part::NONE;
 }
 
 bool is_role(const NlpArtifacts& a, const Token& token) {
@@ -95,8 +95,7 @@ std::size_t latin_name_end(const NlpArtifacts& a, std::size_t at, int fewest) {
     const Token raw = token_after(t, next);
     const Token token = without_full_stop(t, raw);
     if (token.empty() || (words == 0 && token.start != at)) break;
-    Part part = part_of_name(a, token, words == 0);
-    if (part == Part::NONE && words > 0 && is_name_between(a, token)) part = Part::WORD;
+    const Part part = part_of_name(a, token, words == 0);
     if (part == Part::NONE) break;
     next = token.end;
     if (part == Part::LINK) {

@@ -250,7 +250,8 @@ class Persons {
   }
 
   // 欧阳静 and Ouyang Jing, where no other name is spelled alike.
-  void unite_romanized() {
+  // The persons with a Chinese name by its spellings in pinyin.
+  std::unordered_map<std::u32string, std::size_t> persons_by_pinyin() {
     std::unordered_map<std::u32string, std::size_t> by_letters;
     for (const auto& spelling : spellings_) {
       if (spelling.is_latin() || !is_full(spelling)) continue;
@@ -262,6 +263,11 @@ class Persons {
         if (!is_new && found->second != whose) found->second = SEVERAL;
       }
     }
+    return by_letters;
+  }
+
+  void unite_romanized() {
+    const auto by_letters = persons_by_pinyin();
     if (by_letters.empty()) return;
     const auto listed = listed_pairs();
     for (const auto& spelling : spellings_) {

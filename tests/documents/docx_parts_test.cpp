@@ -49,6 +49,7 @@ TEST(DocxParts, MasksEveryStory) {
       {"numbering",
        {"word/numbering.xml", "wordprocessingml.numbering+xml", "numbering",
         test::rooted("w:numbering", "<w:lvl><w:lvlText w:val=\"张伟民%1\"/></w:lvl>")}},
+      {"unknown", {"word/x.xml", "x.unknown+xml", "unknown", "<x><y>张伟民</y></x>"}},
       {"named otherwise than usual",
        {"word/styles.bin", "wordprocessingml.header+xml", "header",
         test::rooted("w:hdr", PARAGRAPH)}},
@@ -149,6 +150,48 @@ TEST(DocxParts, KeepsWhatItDoesNotTouch) {
   EXPECT_EQ(done.report.not_examined, std::vector<std::string>{"word/media/a.png: picture"});
 }
 
+TEST(DocxParts, LeavesNothingBetweenTheParts) {
+  auto bytes = test::docx(PERSON_IN_BODY);
+  bytes[bytes.size() - 2] = 9;  // the length of a comment
+  bytes += "张伟民";
+  const auto document = documents::read_document(bytes);
+  const auto written = document->write(
+      core::anonymization::anonymize_document(document->text(), test::finding_analyzer(), "zh"));
+  EXPECT_EQ(written.find("张伟民"), std::string::npos);
+}
+
+TEST(DocxParts, TakesMetadataOutOfPictures) {
+  using namespace std::string_literals;
+  const std::string head = "\x89PNG\r\n\x1A\n"s;
+  const std::string image = "\0\0\0\2IDATxysum1"s;
+  const std::string end = "\0\0\0\0IENDsum2"s;
+  const std::string start = "\xFF\xD8\xFF\xE0\0\x08JFIF\0\1"s;
+  const std::string scan = "\xFF\xDA\0\2pixels\xFF\xD9"s;
+  struct Case {
+    const char* why;
+    std::string in;
+    std::string out;
+  };
+  const Case cases[] = {
+      {"PNG, text", head + "\0\0\0\3tEXtabcsum0"s + image + end, head + image + end},
+      {"PNG, behind the end", head + image + end + "more", head + image + end},
+      {"PNG, cut", head + image + "\0\0\1\0IDAT"s, head + image + "\0\0\1\0IDAT"s},
+      {"JPEG, EXIF",
+       start +
+           "\xFF\xE1\0\x08"
+           "Exif\0\0"s +
+           scan,
+       start + scan},
+      {"JPEG, comment", start + "\xFF\xFE\0\5abc"s + scan, start + scan},
+      {"JPEG, cut", start + "\xFF\xFE\1\5abc"s, start + "\xFF\xFE\1\5abc"s},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    const auto done = test::masked(test::docx("", {{"word/media/a.png", "", "image", c.in}}));
+    EXPECT_EQ(done.part("word/media/a.png"), c.out);
+  }
+}
+
 TEST(DocxParts, FailsWhereAValueCanStillBeRead) {
   using namespace std::string_literals;
   struct Case {
@@ -169,6 +212,7 @@ TEST(DocxParts, FailsWhereAValueCanStillBeRead) {
       {"a text of no story", settings("<w:unknown>张伟民</w:unknown>"), true},
       {"split over elements", settings("<w:unknown>张伟</w:unknown><w:other>民</w:other>"), true},
       {"bytes of a picture", picture("..张伟民.."), true},
+      {"where two pieces meet", picture(std::string((1U << 20U) - 4, '.') + "张伟民.."), true},
       {"as a metafile writes them", picture("..\x20\x5F\x1F\x4F\x11\x6C.."s), true},
       {"the name of a part", {"word/media/张伟民.png", "", "image", "x"}, true},
       {"part of it", settings("<w:caption w:name=\"张伟\"/>"), false},

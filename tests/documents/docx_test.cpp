@@ -174,7 +174,7 @@ TEST(DocxText, ReachesTextBoxesTablesAndGuides) {
                               cell(paragraph_of(run_of("甲"))) + cell(paragraph_of(run_of("乙"))) +
                               "</w:tr></w:tbl>" + paragraph_of(run_of("丙"))))
           .text;
-  EXPECT_EQ(test::u8(text), "\t电话\n甲\t乙\uE000¶\uE001\n丙");
+  EXPECT_EQ(test::u8(text), "\t电话\n甲\t乙\n\uE000¶\uE001\n丙");
 }
 
 TEST(DocxText, TakesOutWhatTellsOfPeople) {
@@ -253,7 +253,7 @@ TEST(DocxText, KeepsCharactersOfJoiners) {
   const auto in = paragraph_of(run_of("甲\uE000¶\uE001乙 § 张伟民\uE001"));
   const auto done = test::masked(test::docx(in));
   EXPECT_EQ(done.body(), paragraph_of(run_of("甲\uE000¶\uE001乙 § [NAME1]\uE001")));
-  EXPECT_EQ(done.text.find(U"\uE000"), std::u32string::npos);
+  EXPECT_EQ(done.text.find(U'\uE000'), std::u32string::npos);
 }
 
 TEST(DocxText, NumbersHoldAcrossStories) {

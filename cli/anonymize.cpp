@@ -111,7 +111,7 @@ class Anonymize : public Command {
   std::string mapping_;  // empty: none is written
   bool encrypt_ = false;
   std::string passphrase_file_;  // empty: asked for
-  std::string report_;   // empty: none is written
+  std::string report_;           // empty: none is written
   bool json_ = false;
   bool dry_run_ = false;
 };

@@ -63,6 +63,7 @@ std::string base64(const Bytes& bytes) {
 
 Bytes from_base64(const ordered_json& sealed, const char* name) {
   const auto text = string_member(sealed, name, "the seal");
+  if (text.empty()) return {};
   Bytes out(text.size());
   std::size_t size = 0;
   const int failed = sodium_base642bin(out.data(), out.size(), text.data(), text.size(), nullptr,

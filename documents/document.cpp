@@ -27,6 +27,11 @@ class TextDocument : public Document {
   std::u32string as_written(std::u32string_view text) const override {
     return escapes_.restore(text);
   }
+  WrittenText written(const anonymization::AnonymizedDocument& masked) override {
+    WrittenText out{as_written(masked.text), masked.placements, as_written(source_.text)};
+    for (auto& placement : out.placements) placement.surface = as_written(placement.surface);
+    return out;
+  }
   std::string write(const anonymization::AnonymizedDocument& masked) override {
     for (const auto& stretch : anonymization::masked_stretches(source_.text, masked)) {
       const auto parsed = anonymization::parse_numbered_placeholder(stretch.placeholder);
@@ -35,6 +40,7 @@ class TextDocument : public Document {
     }
     return encode_text(as_written(masked.text), source_);
   }
+  std::string_view encoding() const override { return encoding_name(source_.encoding); }
   const Report& report() const override { return report_; }
   bool is_plain_text() const override { return true; }
 
@@ -62,6 +68,8 @@ constexpr std::string_view OLE_FILE = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr std::string_view ENCRYPTED_PACKAGE("E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0",
                                              32);
 
+}  // namespace
+
 void refuse_other_files(std::string_view bytes) {
   if (bytes.starts_with(OLE_FILE)) {
     throw DocumentError(bytes.find(ENCRYPTED_PACKAGE) != std::string_view::npos
@@ -73,8 +81,6 @@ void refuse_other_files(std::string_view bytes) {
     if (bytes.starts_with(signature.begin)) throw DocumentError(signature.why);
   }
 }
-
-}  // namespace
 
 void Report::count(const std::string& story, const std::string& kind) {
   const auto found = std::find_if(stories.begin(), stories.end(),
@@ -92,12 +98,11 @@ std::unique_ptr<Document> read_document(std::string_view bytes) {
 }
 
 anonymization::AnonymizedDocument as_written(anonymization::AnonymizedDocument masked,
-                                             const Document& document) {
-  masked.text = document.as_written(masked.text);
+                                             Document& document) {
+  auto written = document.written(masked);
+  masked.text = std::move(written.text);
+  masked.placements = std::move(written.placements);
   for (auto& entry : masked.mapping) entry.surface = document.as_written(entry.surface);
-  for (auto& placement : masked.placements) {
-    placement.surface = document.as_written(placement.surface);
-  }
   return masked;
 }
 

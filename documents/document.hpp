@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "core/anonymization_core.hpp"
+#include "documents/written_text.hpp"
 
 namespace documents {
 
@@ -43,6 +44,8 @@ class Document {
   virtual const std::u32string& text() const = 0;
   // The text, or what an analysis made of a part of it, as the document has it.
   virtual std::u32string as_written(std::u32string_view text) const = 0;
+  // What people read in the file that write() makes; before that.
+  virtual WrittenText written(const core::anonymization::AnonymizedDocument& masked) = 0;
   // The file in which text() is masked; to be called once. Throws LeftoverError if
   // something that is masked could still be read in it.
   virtual std::string write(const core::anonymization::AnonymizedDocument& masked) = 0;
@@ -50,14 +53,20 @@ class Document {
   virtual const Report& report() const = 0;
   // Whether the file is text itself, so that the masked text is the file.
   virtual bool is_plain_text() const = 0;
+  // Of a text that its bytes may not show once it is masked: see Mapping::encoding.
+  virtual std::string_view encoding() const { return {}; }
 };
+
+// Throws DocumentError, saying what to do, for a file of a known other format.
+void refuse_other_files(std::string_view bytes);
 
 // Plain text in UTF-8, UTF-16 with a byte order mark or GB18030, or a .docx. Throws
 // DocumentError for anything else, and for a damaged file.
 std::unique_ptr<Document> read_document(std::string_view bytes);
 
-// The document as its reader's escapes are undone in all its strings.
+// The document as people read it: placements over its text, and the surfaces as they
+// stand there.
 core::anonymization::AnonymizedDocument as_written(core::anonymization::AnonymizedDocument masked,
-                                                   const Document& document);
+                                                   Document& document);
 
 }  // namespace documents

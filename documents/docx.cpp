@@ -1,7 +1,7 @@
 #include "documents/docx.hpp"
 
-#include <array>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "core/anonymization/placeholders.hpp"
@@ -11,6 +11,7 @@
 #include "documents/docx_fields.hpp"
 #include "documents/docx_names.hpp"
 #include "documents/docx_parts.hpp"
+#include "documents/docx_reading.hpp"
 #include "documents/docx_scrub.hpp"
 #include "documents/docx_text.hpp"
 #include "documents/errors.hpp"
@@ -21,45 +22,6 @@ namespace documents {
 namespace {
 
 namespace anonymization = core::anonymization;
-
-// Stories in the order in which they are read.
-constexpr std::array<std::string_view, 10> READING_ORDER = {
-    "body",     "header",          "footer", "footnotes", "endnotes",
-    "comments", "building blocks", "chart",  "diagram",   "other parts"};
-
-struct XmlPart {
-  std::string name;
-  PartKind kind;
-  std::unique_ptr<pugi::xml_document> xml;
-};
-
-// All parts in XML but types and relationships, as trees.
-std::vector<XmlPart> xml_parts(const OfficePackage& package) {
-  std::vector<XmlPart> out;
-  for (const auto& part : package.parts()) {
-    auto kind = kind_of(package, part);
-    if (kind.role == Role::BINARY || kind.role == Role::STRUCTURE) continue;
-    out.push_back({part.name, std::move(kind), std::make_unique<pugi::xml_document>()});
-    parse_xml(*out.back().xml, part.bytes, part.name);
-  }
-  return out;
-}
-
-void read_text(DocxText& text, const std::vector<XmlPart>& parts) {
-  for (const auto wanted : READING_ORDER) {
-    for (const auto& part : parts) {
-      if (part.kind.name != wanted) continue;
-      const auto root = part.xml->document_element();
-      if (part.kind.role == Role::STORY) text.add_story(part.kind.name, root, part.name);
-      if (part.kind.role == Role::STRINGS) text.add_strings(part.kind.name, root, part.name);
-    }
-  }
-  std::vector<pugi::xml_node> roots;
-  roots.reserve(parts.size());
-  for (const auto& part : parts) roots.push_back(part.xml->document_element());
-  text.add_attributes("labels", roots);
-  text.finish();
-}
 
 std::string tag_of(std::u32string_view placeholder) {
   const auto parsed = anonymization::parse_numbered_placeholder(placeholder);
@@ -136,7 +98,8 @@ class DocxDocument : public Document {
     refuse_other_packages(package_);
     report_.removed = remove_private_parts(package_);
     parts_ = xml_parts(package_);
-    read_text(text_, parts_);
+    read_stories(text_, parts_);
+    text_.finish();
     report_.format = "docx";
   }
 
@@ -144,52 +107,58 @@ class DocxDocument : public Document {
   std::u32string as_written(std::u32string_view text) const override {
     return text_.escapes().restore(text);
   }
+  WrittenText written(const anonymization::AnonymizedDocument& masked) override {
+    mask_text(masked);
+    return text_.written();
+  }
   std::string write(const anonymization::AnonymizedDocument& masked) override;
   const Report& report() const override { return report_; }
   bool is_plain_text() const override { return false; }
 
  private:
-  SurfaceSearch mask_text(const anonymization::AnonymizedDocument& masked);
-  void clean_parts(const SurfaceSearch& search);
+  void mask_text(const anonymization::AnonymizedDocument& masked);
+  void clean_parts();
   void strip_pictures();
-  void verify(std::string_view bytes, const SurfaceSearch& search);
+  void verify(std::string_view bytes);
 
   OfficePackage package_;
   std::vector<XmlPart> parts_;
   DocxText text_;
+  Names names_;
+  std::optional<SurfaceSearch> search_;  // for what is masked, once it is
   Report report_;
 };
 
-SurfaceSearch DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
+void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
+  if (search_) return;
   std::vector<std::u32string> surfaces;
   for (const auto& stretch : checked_stretches(text_.text(), masked)) {
     surfaces.push_back(as_written(core::text::slice(text_.text(), stretch.start, stretch.end)));
     const auto start = static_cast<std::size_t>(stretch.start);
-    if (text_.mask(start, static_cast<std::size_t>(stretch.end), stretch.placeholder)) {
+    if (text_.replace(start, static_cast<std::size_t>(stretch.end), stretch.placeholder)) {
       report_.count(text_.story_at(start), tag_of(stretch.placeholder));
     }
   }
-  text_.write_back();
-  return SurfaceSearch(surfaces);
+  text_.replace_readings();
+  search_.emplace(surfaces);
+  for (const auto& root : roots_of(parts_)) names_.collect(root, *search_);
+  for (const auto& root : roots_of(parts_)) names_.rename(root);
 }
 
-void DocxDocument::clean_parts(const SurfaceSearch& search) {
-  Names names;
-  for (const auto& part : parts_) names.collect(part.xml->document_element(), search);
-  const auto renamed = [&](std::string_view name) { return names.bookmark(name); };
+void DocxDocument::clean_parts() {
+  const auto renamed = [&](std::string_view name) { return names_.bookmark(name); };
   Scrubber scrubber;
-  for (const auto& part : parts_) {
-    const auto root = part.xml->document_element();
+  for (const auto& root : roots_of(parts_)) {
     scrubber.scrub(root);
-    names.rename(root);
-    rename_theme(root, search);
+    rename_theme(root, *search_);
     neutralize_fields(root, renamed);
   }
 }
 
 std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked) {
-  const auto search = mask_text(masked);
-  clean_parts(search);
+  mask_text(masked);
+  text_.write_back();
+  clean_parts();
   for (const auto& part : parts_) {
     pugi::xml_document original;
     parse_xml(original, package_.find(part.name)->bytes, part.name);
@@ -200,7 +169,7 @@ std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked)
   parts_.clear();
   strip_pictures();
   auto bytes = write_package(package_.parts());
-  verify(bytes, search);
+  verify(bytes);
   return bytes;
 }
 
@@ -216,7 +185,8 @@ void DocxDocument::strip_pictures() {
   if (count > 0) report_.removed.push_back("metadata of a picture: " + std::to_string(count));
 }
 
-void DocxDocument::verify(std::string_view bytes, const SurfaceSearch& search) {
+void DocxDocument::verify(std::string_view bytes) {
+  const auto& search = *search_;
   const auto fail = [](const std::string& where) {
     throw LeftoverError("something that is masked can still be read in " + where +
                         "; nothing was written");
@@ -224,7 +194,8 @@ void DocxDocument::verify(std::string_view bytes, const SurfaceSearch& search) {
   const OfficePackage written(read_package(bytes));
   const auto parts = xml_parts(written);
   DocxText text;
-  read_text(text, parts);
+  read_stories(text, parts);
+  text.finish();
   for (const auto& part : parts) {
     if (holds_surface(part.xml->document_element(), text, search)) fail(part.name);
   }

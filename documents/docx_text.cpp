@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "core/anonymization/rules/helpers.hpp"
+#include "core/restore/placeholder_reader.hpp"
 #include "core/text/utf8.hpp"
 #include "core/text/word_set.hpp"
+#include "documents/characters.hpp"
 #include "documents/errors.hpp"
 #include "documents/xml.hpp"
 
@@ -29,26 +31,13 @@ constexpr auto ASIDE_ELEMENTS =
 // of joiners by values that are no code points.
 constexpr char32_t OWN_OPENING = 0x110000;
 constexpr char32_t OWN_CLOSING = 0x110001;
-constexpr char32_t NON_BREAKING_HYPHEN = 0x2011;
-constexpr char32_t NO_CHARACTER = 0;
 
-// Soft hyphens, zero-width characters, marks of writing direction: a reader does not
-// see them, and a value is found without them.
-bool is_invisible(char32_t c) {
-  return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
-         (c >= 0x2060 && c <= 0x2064) || c == 0xFEFF;
-}
+constexpr std::size_t LEAST_PLACEHOLDER = 4;  // bytes: [A1]
 
 char32_t analysed(char32_t c) {
   if (c == 0xE000) return OWN_OPENING;
   if (c == 0xE001) return OWN_CLOSING;
-  return c == NON_BREAKING_HYPHEN ? U'-' : c;
-}
-
-// On a line of its own: rules that look for the begin or the end of a line find it.
-std::u32string framed(std::u32string_view joiner) {
-  std::u32string out = U"\n";
-  return out.append(joiner).append(U"\n");
+  return seen_as(c);
 }
 
 // The character of a w:sym: by its code, where it is no place in a symbol font.
@@ -60,27 +49,20 @@ char32_t symbol_of(const pugi::xml_node& node) {
   return is_character ? static_cast<char32_t>(value) : U'\uFFFD';
 }
 
-// What stands for an element without text of its own; NO_CHARACTER for a soft
-// hyphen, nothing for elements that are no character.
+// What stands for an element without text of its own; nothing for elements that are
+// no character.
 std::optional<char32_t> atom_of(const pugi::xml_node& node) {
   const std::string_view name = node.name();
   if (name == "w:tab" || name == "w:ptab") return U'\t';
   if (name == "w:br" || name == "w:cr") return U'\n';
-  if (name == "w:noBreakHyphen") return U'-';
-  if (name == "w:softHyphen") return NO_CHARACTER;
+  if (name == "w:noBreakHyphen") return NON_BREAKING_HYPHEN;
+  if (name == "w:softHyphen") return SOFT_HYPHEN;
   if (name == "w:sym") return symbol_of(node);
   return std::nullopt;
 }
 
 bool is_blank(std::string_view text) {
   return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
-}
-
-bool within_deletion(pugi::xml_node node) {
-  for (; node; node = node.parent()) {
-    if (is(node, "w:del") || is(node, "w:moveFrom")) return true;
-  }
-  return false;
 }
 
 // A name by which other elements refer to this one.
@@ -143,11 +125,36 @@ void DocxText::add_attributes(const std::string& name, const std::vector<pugi::x
   }
 }
 
-void DocxText::finish() {
-  begin_story("deleted text");
+void DocxText::add_other_placeholders(const std::string& name,
+                                      const std::vector<pugi::xml_node>& roots) {
+  begin_story(name);
+  const auto add = [&](Kind kind, const pugi::xml_node& node, const pugi::xml_attribute& attribute,
+                       std::string_view value) {
+    if (value.size() < LEAST_PLACEHOLDER) return;
+    auto text = decoded(value);
+    if (core::restore::find_written_placeholders(text).empty()) return;
+    emit({add_slot(kind, node, attribute, std::move(text))});
+  };
+  for (const auto& root : roots) {
+    for_each_element(root, [&](const pugi::xml_node& node) {
+      for (const auto& attribute : node.attributes()) {
+        if (!holds(attribute)) add(Kind::ATTRIBUTE, node, attribute, attribute.value());
+      }
+      if (!holds(node)) add(Kind::TEXT, node, {}, own_text(node));
+      return true;
+    });
+  }
+}
+
+void DocxText::add_rejected(const std::string& name) {
+  begin_story(name);
   for (const auto& slots : rejected_) emit(slots);
+}
+
+void DocxText::finish() {
   escapes_ = JoinerEscapes::of(text_);
-  const auto stand_ins = escapes_.escape(U"\uE000\uE001");
+  const std::u32string own = U"\uE000\uE001";
+  const auto stand_ins = between_ == Between::JOINERS ? escapes_.escape(own) : own;
   for (char32_t& c : text_) {
     if (c == OWN_OPENING || c == OWN_CLOSING) c = stand_ins[c - OWN_OPENING];
   }
@@ -259,9 +266,7 @@ bool DocxText::leaf(const pugi::xml_node& node, Change change, Paragraph& out) {
   }
   const auto atom = atom_of(node);
   if (!atom) return false;
-  // A soft hyphen takes part in no text, and goes with a value around it.
-  const auto source = *atom == NO_CHARACTER ? U'\u00AD' : *atom;
-  out.inlines.push_back({add_slot(Kind::ATOM, node, {}, std::u32string(1, source)), change});
+  out.inlines.push_back({add_slot(Kind::ATOM, node, {}, std::u32string(1, *atom)), change});
   return true;
 }
 
@@ -293,6 +298,13 @@ std::size_t DocxText::text_slot(const pugi::xml_node& node) {
   return add_slot(Kind::TEXT, node, {}, decoded(own_text(node)));
 }
 
+// A joiner is on a line of its own: rules that look for the begin or the end of a line
+// find it.
+std::u32string DocxText::framed(std::u32string_view joiner) const {
+  std::u32string out = U"\n";
+  return between_ == Between::LINE_ENDS ? out : out.append(joiner).append(U"\n");
+}
+
 void DocxText::separate() {
   if (separator_ && !text_.empty()) text_ += *separator_;
   separator_.reset();
@@ -316,89 +328,6 @@ void DocxText::append_piece(std::size_t slot) {
   }
   piece.size = text_.size() - piece.start;
   pieces_.push_back(std::move(piece));
-}
-
-// Writing.
-
-bool DocxText::cut(Slot& slot, std::size_t from, std::size_t to, std::u32string_view placeholder) {
-  bool wrote = false;
-  auto& cuts = slot.cuts;
-  std::size_t at = from;
-  const auto cut_until = [&](std::size_t end) {
-    if (at >= end) return;
-    cuts.push_back({at, end, std::u32string(wrote ? std::u32string_view() : placeholder)});
-    wrote = true;
-  };
-  const auto known = cuts;
-  for (const auto& other : known) {
-    if (other.to <= at || other.from >= to) continue;
-    cut_until(std::min(other.from, to));
-    at = std::max(at, other.to);
-  }
-  cut_until(to);
-  std::sort(cuts.begin(), cuts.end(), [](const Cut& a, const Cut& b) { return a.from < b.from; });
-  return wrote;
-}
-
-bool DocxText::mask(std::size_t start, std::size_t end, std::u32string_view placeholder) {
-  bool wrote = false;
-  auto piece = std::partition_point(pieces_.begin(), pieces_.end(),
-                                    [start](const Piece& p) { return p.start + p.size <= start; });
-  for (; piece != pieces_.end() && piece->start < end; ++piece) {
-    auto& slot = slots_[piece->slot];
-    std::size_t from = 0;
-    std::size_t to = slot.source.size();
-    const auto place = [&](std::size_t at) {
-      return piece->places.empty() ? at - piece->start : piece->places[at - piece->start];
-    };
-    if (piece->size > 0 && piece->start < start) from = place(start);
-    if (piece->size > 0 && piece->start + piece->size >= end) to = place(end - 1) + 1;
-    if (cut(slot, from, to, wrote ? std::u32string_view() : placeholder)) wrote = true;
-  }
-  return wrote;
-}
-
-void DocxText::write_back() {
-  drop_readings();
-  for (auto& slot : slots_) {
-    if (slot.cuts.empty() || slot.kind == Kind::NAME) continue;
-    std::u32string text;
-    std::size_t at = 0;
-    for (const auto& c : slot.cuts) {
-      text.append(slot.source, at, c.from - at).append(c.written);
-      at = c.to;
-    }
-    text.append(slot.source, at);
-    const auto bytes = core::text::encode_utf8(text);
-    if (slot.kind == Kind::TEXT) {
-      set_own_text(slot.node, bytes);
-    } else if (slot.kind == Kind::ATTRIBUTE) {
-      slot.attribute.set_value(bytes.c_str());
-    } else {
-      auto run = slot.node.parent();
-      if (!bytes.empty()) {
-        const auto* name = within_deletion(run) ? "w:delText" : "w:t";
-        set_own_text(run.insert_child_before(name, slot.node), bytes);
-      }
-      run.remove_child(slot.node);
-    }
-  }
-}
-
-// The reading of a name tells the name.
-void DocxText::drop_readings() {
-  std::unordered_set<std::size_t> readings;
-  for (const auto& entry : rubies_) {
-    const bool masked = std::any_of(entry.base.begin(), entry.base.end(),
-                                    [this](auto slot) { return !slots_[slot].cuts.empty(); });
-    if (masked) readings.insert(entry.reading.hash_value());
-  }
-  if (readings.empty()) return;
-  for (auto& slot : slots_) {
-    for (auto node = slot.node; node; node = node.parent()) {
-      if (readings.contains(node.hash_value())) slot.cuts = {{0, slot.source.size(), {}}};
-    }
-  }
 }
 
 }  // namespace documents

@@ -5,6 +5,7 @@
 
 #include "core/text/unicode.hpp"
 #include "core/text/utf8.hpp"
+#include "documents/characters.hpp"
 
 namespace documents {
 namespace {
@@ -17,10 +18,7 @@ constexpr std::size_t LEAST_BYTES = 6;
 constexpr std::size_t LEAST_DIGITS_IN_BYTES = 9;
 constexpr std::size_t PIECE = std::size_t{1} << 20U;
 
-bool is_unseen(char32_t c) {
-  return text::is_space(c) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
-         (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2064) || c == 0xFEFF;
-}
+bool is_unseen(char32_t c) { return text::is_space(c) || is_invisible(c); }
 
 // A string without what is not seen, and which of its characters stood behind that.
 struct Compact {

@@ -132,12 +132,15 @@ class DocxDocument : public Document {
 void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
   if (search_) return;
   std::vector<std::u32string> surfaces;
+  std::vector<DocxText::Span> spans;
   for (const auto& stretch : checked_stretches(text_.text(), masked)) {
     surfaces.push_back(as_written(core::text::slice(text_.text(), stretch.start, stretch.end)));
-    const auto start = static_cast<std::size_t>(stretch.start);
-    if (text_.replace(start, static_cast<std::size_t>(stretch.end), stretch.placeholder)) {
-      report_.count(text_.story_at(start), tag_of(stretch.placeholder));
-    }
+    spans.push_back({static_cast<std::size_t>(stretch.start), static_cast<std::size_t>(stretch.end),
+                     stretch.placeholder});
+  }
+  const auto wrote = text_.replace(spans);
+  for (std::size_t i = 0; i < spans.size(); ++i) {
+    if (wrote[i]) report_.count(text_.story_at(spans[i].start), tag_of(spans[i].written));
   }
   text_.replace_readings();
   search_.emplace(surfaces);

@@ -148,6 +148,7 @@ void DocxText::add_other_placeholders(const std::string& name,
 
 void DocxText::add_rejected(const std::string& name) {
   begin_story(name);
+  rejected_start_ = text_.size();
   for (const auto& slots : rejected_) emit(slots);
 }
 
@@ -210,6 +211,7 @@ void DocxText::paragraph(const pugi::xml_node& node) {
   std::vector<std::size_t> rejected;
   bool has_deletion = false;
   for (const auto& [slot, change] : found.inlines) {
+    slots_[slot].change = change;
     if (change != Change::DELETED) accepted.push_back(slot);
     if (change != Change::INSERTED) rejected.push_back(slot);
     has_deletion = has_deletion || change == Change::DELETED;
@@ -288,7 +290,7 @@ std::u32string DocxText::decoded(std::string_view text) const {
 
 std::size_t DocxText::add_slot(Kind kind, const pugi::xml_node& node,
                                const pugi::xml_attribute& attribute, std::u32string source) {
-  slots_.push_back({kind, node, attribute, std::move(source), {}});
+  slots_.push_back({kind, node, attribute, std::move(source), {}, Change::NONE});
   if (kind == Kind::TEXT) nodes_.insert(node.hash_value());
   if (kind == Kind::ATTRIBUTE) attributes_.insert(attribute.hash_value());
   return slots_.size() - 1;

@@ -34,6 +34,12 @@ class DocxText {
     std::size_t start = 0;
   };
 
+  struct Span {
+    std::size_t start = 0;
+    std::size_t end = 0;
+    std::u32string written;
+  };
+
   explicit DocxText(Between between = Between::JOINERS) : between_(between) {}
 
   // `root` is the tree of a part and outlives this. Throws DocumentError, naming
@@ -64,9 +70,10 @@ class DocxText {
   // What stands at text[start, end) in the document, with the characters that are not
   // analysed.
   std::u32string source(std::size_t start, std::size_t end) const;
-  // Writes over text[start, end) what is to stand there instead. False if all of it
-  // was written over before: both views of a tracked change hold the text that stayed.
-  bool replace(std::size_t start, std::size_t end, std::u32string_view written);
+  // Writes over the spans what is to stand there instead; they are sorted and disjoint.
+  // False for one that was all written over before: both views of a tracked change
+  // hold the text that stayed.
+  std::vector<bool> replace(const std::vector<Span>& spans);
   // The reading of a word that was replaced tells the word: the same is written over it.
   void replace_readings();
   // The text as it reads when everything is written.
@@ -99,6 +106,7 @@ class DocxText {
     pugi::xml_attribute attribute;
     std::u32string source;
     std::vector<Cut> cuts;
+    Change change = Change::NONE;
   };
   // A slot in the text. Characters that are not analysed have no offset.
   struct Piece {
@@ -141,6 +149,11 @@ class DocxText {
   void emit(const std::vector<std::size_t>& slots);
   void append_piece(std::size_t slot);
 
+  bool is_rejected(std::size_t at) const { return at >= rejected_start_; }
+  std::size_t changed_part(const std::vector<Part>& parts) const;
+  std::vector<std::size_t> first_parts(const std::vector<Span>& spans,
+                                       const std::vector<std::vector<Part>>& parts) const;
+  bool write_parts(const std::vector<Part>& parts, std::size_t first, const Span& span);
   std::vector<Part> parts_of(std::size_t start, std::size_t end) const;
   static bool cut(Slot& slot, const Part& part, std::u32string_view written,
                   std::u32string_view source);
@@ -154,6 +167,7 @@ class DocxText {
   std::vector<Slot> slots_;
   std::vector<Piece> pieces_;
   std::vector<std::vector<std::size_t>> rejected_;  // slots of paragraphs before their changes
+  std::size_t rejected_start_ = static_cast<std::size_t>(-1);
   std::vector<Ruby> rubies_;
   std::unordered_set<std::size_t> nodes_;
   std::unordered_set<std::size_t> attributes_;

@@ -1,5 +1,6 @@
 // What is written over the text of a .docx, and how it gets into the elements.
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
 
@@ -95,41 +96,104 @@ std::u32string DocxText::source(std::size_t start, std::size_t end) const {
   return out;
 }
 
+// The cuts of a slot stay sorted. Spans come in the order of the text, so that most
+// are put behind all others.
 bool DocxText::cut(Slot& slot, const Part& part, std::u32string_view written,
                    std::u32string_view source) {
-  bool wrote = false;
   auto& cuts = slot.cuts;
+  const auto before = std::partition_point(cuts.begin(), cuts.end(),
+                                           [&](const Cut& c) { return c.to <= part.from; });
+  std::vector<Cut> fresh;
   std::size_t at = part.from;
   const auto cut_until = [&](std::size_t end) {
-    if (at >= end) return;
-    cuts.push_back({at, end, {}, {}});
-    if (!std::exchange(wrote, true)) {
-      cuts.back().written = written;
-      cuts.back().source = source;
-    }
+    if (at < end) fresh.push_back({at, end, {}, {}});
   };
-  const auto known = cuts;
-  for (const auto& other : known) {
-    if (other.to <= at || other.from >= part.to) continue;
-    cut_until(std::min(other.from, part.to));
-    at = std::max(at, other.to);
+  auto behind = before;
+  for (; behind != cuts.end() && behind->from < part.to; ++behind) {
+    cut_until(behind->from);
+    at = behind->to;
   }
   cut_until(part.to);
-  std::sort(cuts.begin(), cuts.end(), [](const Cut& a, const Cut& b) { return a.from < b.from; });
+  if (fresh.empty()) return false;
+  fresh.front().written = written;
+  fresh.front().source = source;
+  const auto from = before - cuts.begin();
+  const auto to = behind - cuts.begin() + static_cast<std::ptrdiff_t>(fresh.size());
+  cuts.insert(before, std::make_move_iterator(fresh.begin()), std::make_move_iterator(fresh.end()));
+  std::sort(cuts.begin() + from, cuts.begin() + to,
+            [](const Cut& a, const Cut& b) { return a.from < b.from; });
+  return true;
+}
+
+bool DocxText::write_parts(const std::vector<Part>& parts, std::size_t first, const Span& span) {
+  const auto whole = source(span.start, span.end);
+  bool wrote = false;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const bool here = !wrote && i >= first;
+    if (cut(slots_[parts[i].slot], parts[i], here ? span.written : std::u32string_view(),
+            here ? whole : std::u32string_view())) {
+      wrote = wrote || here;
+    }
+  }
   return wrote;
 }
 
-bool DocxText::replace(std::size_t start, std::size_t end, std::u32string_view written) {
-  bool wrote = false;
-  const auto whole = source(start, end);
-  for (const auto& part : parts_of(start, end)) {
-    const bool first = !wrote;
-    if (cut(slots_[part.slot], part, first ? written : std::u32string_view(),
-            first ? std::u32string_view(whole) : std::u32string_view())) {
-      wrote = true;
+// The first part that was inserted or deleted; parts.size() if there is none.
+std::size_t DocxText::changed_part(const std::vector<Part>& parts) const {
+  const auto found = std::find_if(parts.begin(), parts.end(), [this](const Part& part) {
+    return slots_[part.slot].change != Change::NONE;
+  });
+  return static_cast<std::size_t>(found - parts.begin());
+}
+
+// A value that a tracked change splits is written into what was inserted or deleted of
+// it, if a value of the other view takes all the text that both share and is written
+// into what is its own: so each view has its value, and only that.
+std::vector<std::size_t> DocxText::first_parts(const std::vector<Span>& spans,
+                                               const std::vector<std::vector<Part>>& parts) const {
+  struct Claim {
+    std::size_t from;
+    std::size_t to;
+    bool rejected;
+  };
+  std::unordered_map<std::size_t, std::vector<Claim>> claims;  // by slot
+  for (std::size_t i = 0; i < spans.size(); ++i) {
+    if (changed_part(parts[i]) == parts[i].size()) continue;
+    for (const auto& [slot, from, to] : parts[i]) {
+      claims[slot].push_back({from, to, is_rejected(spans[i].start)});
     }
   }
-  return wrote;
+  const auto is_shared = [&](const Part& part, bool rejected) {
+    if (slots_[part.slot].change != Change::NONE) return true;
+    std::size_t at = part.from;
+    for (const auto& claim : claims[part.slot]) {
+      if (claim.rejected != rejected && claim.from <= at) at = std::max(at, claim.to);
+    }
+    return at >= part.to;
+  };
+  std::vector<std::size_t> out(spans.size(), 0);
+  for (std::size_t i = 0; i < spans.size(); ++i) {
+    const auto changed = changed_part(parts[i]);
+    if (changed == 0 || changed == parts[i].size()) continue;
+    const bool rejected = is_rejected(spans[i].start);
+    const bool all = std::all_of(parts[i].begin(), parts[i].end(),
+                                 [&](const Part& part) { return is_shared(part, rejected); });
+    if (all) out[i] = changed;
+  }
+  return out;
+}
+
+std::vector<bool> DocxText::replace(const std::vector<Span>& spans) {
+  std::vector<std::vector<Part>> parts;
+  parts.reserve(spans.size());
+  for (const auto& span : spans) parts.push_back(parts_of(span.start, span.end));
+  const auto first = first_parts(spans, parts);
+  std::vector<bool> out;
+  out.reserve(spans.size());
+  for (std::size_t i = 0; i < spans.size(); ++i) {
+    out.push_back(write_parts(parts[i], first[i], spans[i]));
+  }
+  return out;
 }
 
 void DocxText::replace_readings() {

@@ -44,11 +44,13 @@ class MaskedDocx : public MaskedFile {
 
 std::string MaskedDocx::write(const restore::Mapping& mapping,
                               const std::vector<restore::Finding>& findings) {
+  std::vector<DocxText::Span> spans;
   for (const auto& finding : findings) {
     if (!restore::is_restored(finding.outcome)) continue;
-    text_.replace(finding.start, finding.end,
-                  mapping.entries[finding.entry].surfaces[finding.surface]);
+    spans.push_back(
+        {finding.start, finding.end, mapping.entries[finding.entry].surfaces[finding.surface]});
   }
+  text_.replace(spans);
   const auto changed = text_.write_back();
   for (const auto& part : parts_) {
     if (!changed.contains(part.xml->hash_value())) continue;

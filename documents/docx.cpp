@@ -15,6 +15,7 @@
 #include "documents/docx_scrub.hpp"
 #include "documents/docx_text.hpp"
 #include "documents/errors.hpp"
+#include "documents/metafile.hpp"
 #include "documents/picture_metadata.hpp"
 #include "documents/surface_search.hpp"
 
@@ -71,6 +72,12 @@ void rename_theme(const pugi::xml_node& root, const SurfaceSearch& search) {
     if (name && search.found_in(name.value())) name.set_value("Theme");
     return true;
   });
+}
+
+// What the search of a picture did not reach, or did.
+std::string remark_on(const MetafileText& drawn) {
+  if (!drawn.is_metafile) return {};
+  return drawn.complete ? ", but for its text" : ", its text cannot be read";
 }
 
 // The spans that were masked, over the text with its joiners. The masked text has
@@ -210,8 +217,10 @@ void DocxDocument::verify(std::string_view bytes) {
       parse_xml(xml, part.bytes, part.name);
       if (holds_surface(xml.document_element(), text, search)) fail(part.name);
     } else if (kind.role == Role::BINARY) {
+      const auto drawn = metafile_text(part.bytes);
+      if (search.count_in(drawn.joined()) > 0) fail("the text of the picture " + part.name);
       if (search.found_in_bytes(part.bytes)) fail(part.name);
-      report_.not_examined.push_back(part.name + ": " + kind.name);
+      report_.not_examined.push_back(part.name + ": " + kind.name + remark_on(drawn));
     }
   }
   if (const auto left = search.count_in(text.text()); left > 0) {

@@ -65,6 +65,18 @@ bool is_blank(std::string_view text) {
   return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
+// Tracked changes of the mark at the end of a paragraph: without it, the next one goes
+// on in this.
+struct Mark {
+  bool deleted = false;
+  bool inserted = false;
+};
+Mark mark_of(const pugi::xml_node& paragraph) {
+  const auto properties = paragraph.child("w:pPr").child("w:rPr");
+  return {properties.child("w:del") || properties.child("w:moveFrom"),
+          properties.child("w:ins") || properties.child("w:moveTo")};
+}
+
 // A name by which other elements refer to this one.
 pugi::xml_attribute name_attribute(const pugi::xml_node& node) {
   if (is(node, "w:bookmarkStart")) return node.attribute("w:name");
@@ -176,7 +188,11 @@ void DocxText::block(const pugi::xml_node& node) {
   for (const auto& child : node.children()) {
     if (is(child, "w:p")) {
       paragraph(child);
-    } else if (is(child, "w:tr")) {
+      continue;
+    }
+    if (!child.first_child()) continue;  // marks between paragraphs
+    close_paragraph();
+    if (is(child, "w:tr")) {
       row(child);
     } else if (is(child, "w:tc")) {
       cell(child);
@@ -185,6 +201,7 @@ void DocxText::block(const pugi::xml_node& node) {
       if (is(child, "w:tbl")) separator_ = framed(core::anonymization::PARAGRAPH_JOINER);
     }
   }
+  close_paragraph();
 }
 
 void DocxText::row(const pugi::xml_node& node) {
@@ -207,23 +224,33 @@ void DocxText::cell(const pugi::xml_node& node) {
 void DocxText::paragraph(const pugi::xml_node& node) {
   Paragraph found;
   for (const auto& child : node.children()) inlines(child, Change::NONE, found);
-  std::vector<std::size_t> accepted;
-  std::vector<std::size_t> rejected;
-  bool has_deletion = false;
+  const auto mark = mark_of(node);
+  open_.changed = open_.changed || mark.deleted || mark.inserted;
   for (const auto& [slot, change] : found.inlines) {
     slots_[slot].change = change;
-    if (change != Change::DELETED) accepted.push_back(slot);
-    if (change != Change::INSERTED) rejected.push_back(slot);
-    has_deletion = has_deletion || change == Change::DELETED;
+    if (change != Change::DELETED) open_.accepted.push_back(slot);
+    if (change != Change::INSERTED) open_.rejected.push_back(slot);
+    open_.changed = open_.changed || change == Change::DELETED;
   }
-  emit(accepted);
-  if (has_deletion) rejected_.push_back(std::move(rejected));
+  if (!mark.deleted) emit(std::exchange(open_.accepted, {}));
+  if (!mark.inserted) {
+    if (open_.changed) rejected_.push_back(open_.rejected);
+    open_.rejected.clear();
+  }
+  if (!mark.deleted && !mark.inserted) open_.changed = false;
   asides(found);
+}
+
+void DocxText::close_paragraph() {
+  if (!open_.rejected.empty() && open_.changed) rejected_.push_back(open_.rejected);
+  emit(open_.accepted);
+  open_ = {};
 }
 
 void DocxText::asides(const Paragraph& paragraph_found) {
   if (paragraph_found.aside.empty()) return;
   const auto outer = stories_.back().name;
+  const auto outer_open = std::exchange(open_, {});
   for (const auto& node : paragraph_found.aside) {
     begin_story(is(node, "w:rt") ? "phonetic guide" : "text box");
     const auto outer_cells = std::exchange(cells_, 0);
@@ -231,9 +258,11 @@ void DocxText::asides(const Paragraph& paragraph_found) {
       block(node);
     } else {
       paragraph(node);
+      close_paragraph();
     }
     cells_ = outer_cells;
   }
+  open_ = outer_open;
   begin_story(outer);
 }
 
@@ -273,7 +302,10 @@ bool DocxText::leaf(const pugi::xml_node& node, Change change, Paragraph& out) {
 }
 
 void DocxText::strings(const pugi::xml_node& node) {
-  if (is(node, "a:p")) return paragraph(node);
+  if (is(node, "a:p")) {
+    paragraph(node);
+    return close_paragraph();
+  }
   if (!is_blank(own_text(node))) emit({text_slot(node)});
   for (const auto& child : node.children()) {
     if (child.type() == pugi::node_element) strings(child);

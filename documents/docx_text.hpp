@@ -123,6 +123,12 @@ class DocxText {
     std::vector<std::size_t> base;
     pugi::xml_node reading;
   };
+  // What was read of a paragraph whose mark one view does not have.
+  struct OpenParagraph {
+    std::vector<std::size_t> accepted;
+    std::vector<std::size_t> rejected;
+    bool changed = false;
+  };
   struct Paragraph {
     std::vector<Inline> inlines;
     std::vector<pugi::xml_node> aside;  // text boxes, copies, readings
@@ -137,6 +143,7 @@ class DocxText {
   bool leaf(const pugi::xml_node& node, Change change, Paragraph& out);
   void strings(const pugi::xml_node& node);
 
+  void close_paragraph();
   void asides(const Paragraph& paragraph);
 
   std::size_t add_slot(Kind kind, const pugi::xml_node& node, const pugi::xml_attribute& attribute,
@@ -168,6 +175,7 @@ class DocxText {
   std::vector<Piece> pieces_;
   std::vector<std::vector<std::size_t>> rejected_;  // slots of paragraphs before their changes
   std::size_t rejected_start_ = static_cast<std::size_t>(-1);
+  OpenParagraph open_;
   std::vector<Ruby> rubies_;
   std::unordered_set<std::size_t> nodes_;
   std::unordered_set<std::size_t> attributes_;

@@ -136,6 +136,14 @@ EncodedText decode_text(std::string_view bytes, std::string_view expected) {
   return out;
 }
 
+std::optional<std::u32string> decode_utf16_le(std::string_view bytes) {
+  return decoded_as(Encoding::UTF16_LE, bytes);
+}
+
+std::optional<std::u32string> decode_gb18030(std::string_view bytes) {
+  return decoded_as(Encoding::GB18030, bytes);
+}
+
 std::string encode_text(std::u32string_view text, const EncodedText& like) {
   if (like.encoding == Encoding::UTF8) {
     return std::string(like.marked ? UTF8_MARK : "") + core::text::encode_utf8(text);

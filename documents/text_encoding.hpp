@@ -1,6 +1,7 @@
 // Encodings of plain text, told from the bytes.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,5 +28,9 @@ std::string_view encoding_name(Encoding encoding);
 
 // The bytes of another text as they would stand in the same file.
 std::string encode_text(std::u32string_view text, const EncodedText& like);
+
+// Strings of other files. Nothing if the bytes are not of that encoding.
+std::optional<std::u32string> decode_utf16_le(std::string_view bytes);
+std::optional<std::u32string> decode_gb18030(std::string_view bytes);
 
 }  // namespace documents

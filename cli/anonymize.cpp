@@ -16,6 +16,7 @@
 #include "core/restore/restore.hpp"
 #include "core/restore/sealed_mapping.hpp"
 #include "core/text/utf8.hpp"
+#include "documents/leftovers.hpp"
 
 namespace cli {
 namespace {
@@ -197,6 +198,9 @@ void Anonymize::execute(const Context& context) {
   const auto masked = mask(text, masking_, KnownHits(hits), overrides);
   progress.reset();  // takes its line away before anything else is told
   warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
+  source->set_kept([&] {
+    return documents::kept_on_purpose(text, hits, masked.language, masking_.profile, overrides);
+  });
   const auto written = documents::as_written(masked, *source);
   if (dry_run_) return write_all(context.out, review_table(core::restore::make_mapping(written)));
   const auto original = source->written(masked).original;

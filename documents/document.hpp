@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -44,6 +45,10 @@ class Document {
   virtual const std::u32string& text() const = 0;
   // The text, or what an analysis made of a part of it, as the document has it.
   virtual std::u32string as_written(std::u32string_view text) const = 0;
+  // How to learn what of text() was left on purpose. It is asked at most once, by
+  // written() or write(), and only if something was left that reads like a masked text.
+  using Kept = std::function<core::anonymization::Stretches()>;
+  void set_kept(Kept kept) { kept_ = std::move(kept); }
   // What people read in the file that write() makes; before that.
   virtual WrittenText written(const core::anonymization::AnonymizedDocument& masked) = 0;
   // The file in which text() is masked; to be called once. Throws LeftoverError if
@@ -55,6 +60,14 @@ class Document {
   virtual bool is_plain_text() const = 0;
   // Of a text that its bytes may not show once it is masked: see Mapping::encoding.
   virtual std::string_view encoding() const { return {}; }
+
+ protected:
+  core::anonymization::Stretches kept() const {
+    return kept_ ? kept_() : core::anonymization::Stretches();
+  }
+
+ private:
+  Kept kept_;
 };
 
 // Throws DocumentError, saying what to do, for a file of a known other format.

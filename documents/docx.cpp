@@ -1,5 +1,6 @@
 #include "documents/docx.hpp"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -15,6 +16,7 @@
 #include "documents/docx_scrub.hpp"
 #include "documents/docx_text.hpp"
 #include "documents/errors.hpp"
+#include "documents/leftovers.hpp"
 #include "documents/metafile.hpp"
 #include "documents/picture_metadata.hpp"
 #include "documents/surface_search.hpp"
@@ -74,6 +76,13 @@ void rename_theme(const pugi::xml_node& root, const SurfaceSearch& search) {
   });
 }
 
+// How the report tells of what reads like a masked text.
+constexpr std::pair<Leftover::Kind, std::string_view> LEFTOVER_WORDINGS[] = {
+    {Leftover::Kind::KEPT, "texts that read like a masked one were left on purpose"},
+    {Leftover::Kind::MISSED, "names that the analysis left were masked as they are elsewhere"},
+    {Leftover::Kind::ALIKE, "texts that read like a masked one were left, look at them"},
+};
+
 // What the search of a picture did not reach, or did.
 std::string remark_on(const MetafileText& drawn) {
   if (!drawn.is_metafile) return {};
@@ -124,6 +133,9 @@ class DocxDocument : public Document {
 
  private:
   void mask_text(const anonymization::AnonymizedDocument& masked);
+  void add_missed(std::vector<anonymization::MaskedStretch>& stretches);
+  void tell_of_left(const std::vector<Leftover>& left, Leftover::Kind kind,
+                    const std::string& wording);
   void clean_parts();
   void strip_pictures();
   void verify(std::string_view bytes);
@@ -138,9 +150,11 @@ class DocxDocument : public Document {
 
 void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
   if (search_) return;
+  auto stretches = checked_stretches(text_.text(), masked);
+  add_missed(stretches);
   std::vector<std::u32string> surfaces;
   std::vector<DocxText::Span> spans;
-  for (const auto& stretch : checked_stretches(text_.text(), masked)) {
+  for (const auto& stretch : stretches) {
     surfaces.push_back(as_written(core::text::slice(text_.text(), stretch.start, stretch.end)));
     spans.push_back({static_cast<std::size_t>(stretch.start), static_cast<std::size_t>(stretch.end),
                      stretch.placeholder});
@@ -153,6 +167,46 @@ void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
   search_.emplace(surfaces);
   for (const auto& root : roots_of(parts_)) names_.collect(root, *search_);
   for (const auto& root : roots_of(parts_)) names_.rename(root);
+}
+
+// Names that the analysis left where it masked them elsewhere are masked as well, and
+// what else was left is told.
+void DocxDocument::add_missed(std::vector<anonymization::MaskedStretch>& stretches) {
+  auto left = leftovers(text_.text(), stretches, {});
+  if (left.empty()) return;
+  if (const auto on_purpose = kept(); !on_purpose.empty()) {
+    left = leftovers(text_.text(), stretches, on_purpose);
+  }
+  for (const auto& leftover : left) {
+    if (leftover.kind != Leftover::Kind::MISSED) continue;
+    stretches.push_back({static_cast<anonymization::Offset>(leftover.start),
+                         static_cast<anonymization::Offset>(leftover.end), leftover.placeholder});
+  }
+  std::sort(stretches.begin(), stretches.end(),
+            [](const auto& a, const auto& b) { return a.start < b.start; });
+  for (const auto& [kind, wording] : LEFTOVER_WORDINGS) {
+    tell_of_left(left, kind, std::string(wording));
+  }
+}
+
+void DocxDocument::tell_of_left(const std::vector<Leftover>& left, Leftover::Kind kind,
+                                const std::string& wording) {
+  std::vector<std::pair<std::string, std::size_t>> stories;
+  std::size_t count = 0;
+  for (const auto& leftover : left) {
+    if (leftover.kind != kind) continue;
+    const auto& story = text_.story_at(leftover.start);
+    const auto known = std::find_if(stories.begin(), stories.end(),
+                                    [&](const auto& entry) { return entry.first == story; });
+    ++(known == stories.end() ? stories.emplace_back(story, 0) : *known).second;
+    ++count;
+  }
+  if (count == 0) return;
+  std::string line = wording + ": " + std::to_string(count) + " (";
+  for (const auto& [story, times] : stories) {
+    line += (line.ends_with('(') ? "" : ", ") + story + " " + std::to_string(times);
+  }
+  report_.warnings.push_back(line + ")");
 }
 
 void DocxDocument::clean_parts() {
@@ -218,14 +272,10 @@ void DocxDocument::verify(std::string_view bytes) {
       if (holds_surface(xml.document_element(), text, search)) fail(part.name);
     } else if (kind.role == Role::BINARY) {
       const auto drawn = metafile_text(part.bytes);
-      if (search.count_in(drawn.joined()) > 0) fail("the text of the picture " + part.name);
+      if (!search.find_in(drawn.joined()).empty()) fail("the text of the picture " + part.name);
       if (search.found_in_bytes(part.bytes)) fail(part.name);
       report_.not_examined.push_back(part.name + ": " + kind.name + remark_on(drawn));
     }
-  }
-  if (const auto left = search.count_in(text.text()); left > 0) {
-    report_.warnings.push_back("texts that read like a masked one were left by the analysis: " +
-                               std::to_string(left));
   }
 }
 

@@ -27,11 +27,6 @@ class TextDocument : public Document {
   std::u32string as_written(std::u32string_view text) const override {
     return escapes_.restore(text);
   }
-  WrittenText written(const anonymization::AnonymizedDocument& masked) override {
-    WrittenText out{as_written(masked.text), masked.placements, as_written(source_.text)};
-    for (auto& placement : out.placements) placement.surface = as_written(placement.surface);
-    return out;
-  }
   std::string write(const anonymization::AnonymizedDocument& masked) override {
     for (const auto& stretch : anonymization::masked_stretches(source_.text, masked)) {
       const auto parsed = anonymization::parse_numbered_placeholder(stretch.placeholder);
@@ -89,6 +84,17 @@ void Report::count(const std::string& story, const std::string& kind) {
                     ? stories.emplace_back(story, std::map<std::string, std::size_t>())
                     : *found;
   ++entry.second[kind];
+}
+
+WrittenText Document::written(const anonymization::AnonymizedDocument& masked) {
+  WrittenText out{as_written(masked.text), masked.placements, as_written(text())};
+  for (auto& placement : out.placements) placement.surface = as_written(placement.surface);
+  return out;
+}
+
+const anonymization::Stretches& Document::kept() {
+  if (const auto ask = std::exchange(ask_kept_, {})) kept_ = ask();
+  return kept_;
 }
 
 std::unique_ptr<Document> read_document(std::string_view bytes) {

@@ -48,9 +48,9 @@ class Document {
   // How to learn what of text() was left on purpose. It is asked at most once, by
   // written() or write(), and only if something was left that reads like a masked text.
   using Kept = std::function<core::anonymization::Stretches()>;
-  void set_kept(Kept kept) { kept_ = std::move(kept); }
-  // What people read in the file that write() makes; before that.
-  virtual WrittenText written(const core::anonymization::AnonymizedDocument& masked) = 0;
+  void set_kept(Kept kept) { ask_kept_ = std::move(kept); }
+  // What people read in the file that write() makes of `masked`; before and behind it.
+  virtual WrittenText written(const core::anonymization::AnonymizedDocument& masked);
   // The file in which text() is masked; to be called once. Throws LeftoverError if
   // something that is masked could still be read in it.
   virtual std::string write(const core::anonymization::AnonymizedDocument& masked) = 0;
@@ -62,12 +62,11 @@ class Document {
   virtual std::string_view encoding() const { return {}; }
 
  protected:
-  core::anonymization::Stretches kept() const {
-    return kept_ ? kept_() : core::anonymization::Stretches();
-  }
+  const core::anonymization::Stretches& kept();
 
  private:
-  Kept kept_;
+  Kept ask_kept_;
+  core::anonymization::Stretches kept_;
 };
 
 // Throws DocumentError, saying what to do, for a file of a known other format.

@@ -145,11 +145,14 @@ class DocxDocument : public Document {
   DocxText text_;
   Names names_;
   std::optional<SurfaceSearch> search_;  // for what is masked, once it is
+  std::vector<std::string> left_;        // what the report tells of what was left
   Report report_;
 };
 
 void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
-  if (search_) return;
+  text_.forget();
+  left_.clear();
+  report_.stories.clear();
   auto stretches = checked_stretches(text_.text(), masked);
   add_missed(stretches);
   std::vector<std::u32string> surfaces;
@@ -164,9 +167,12 @@ void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
     if (wrote[i]) report_.count(text_.story_at(spans[i].start), tag_of(spans[i].written));
   }
   text_.replace_readings();
+  // Whatever the placeholders are called, what they stand for is the same.
+  if (search_) return;
   search_.emplace(surfaces);
   for (const auto& root : roots_of(parts_)) names_.collect(root, *search_);
   for (const auto& root : roots_of(parts_)) names_.rename(root);
+  text_.note_names();
 }
 
 // Names that the analysis left where it masked them elsewhere are masked as well, and
@@ -174,7 +180,7 @@ void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
 void DocxDocument::add_missed(std::vector<anonymization::MaskedStretch>& stretches) {
   auto left = leftovers(text_.text(), stretches, {});
   if (left.empty()) return;
-  if (const auto on_purpose = kept(); !on_purpose.empty()) {
+  if (const auto& on_purpose = kept(); !on_purpose.empty()) {
     left = leftovers(text_.text(), stretches, on_purpose);
   }
   for (const auto& leftover : left) {
@@ -206,7 +212,7 @@ void DocxDocument::tell_of_left(const std::vector<Leftover>& left, Leftover::Kin
   for (const auto& [story, times] : stories) {
     line += (line.ends_with('(') ? "" : ", ") + story + " " + std::to_string(times);
   }
-  report_.warnings.push_back(line + ")");
+  left_.push_back(line + ")");
 }
 
 void DocxDocument::clean_parts() {
@@ -234,6 +240,7 @@ std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked)
   strip_pictures();
   auto bytes = write_package(package_.parts());
   verify(bytes);
+  report_.warnings = left_;
   return bytes;
 }
 

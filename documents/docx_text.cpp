@@ -322,7 +322,7 @@ std::u32string DocxText::decoded(std::string_view text) const {
 
 std::size_t DocxText::add_slot(Kind kind, const pugi::xml_node& node,
                                const pugi::xml_attribute& attribute, std::u32string source) {
-  slots_.push_back({kind, node, attribute, std::move(source), {}, Change::NONE});
+  slots_.push_back({kind, node, attribute, std::move(source), {}, Change::NONE, {}});
   if (kind == Kind::TEXT) nodes_.insert(node.hash_value());
   if (kind == Kind::ATTRIBUTE) attributes_.insert(attribute.hash_value());
   return slots_.size() - 1;

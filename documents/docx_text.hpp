@@ -76,7 +76,11 @@ class DocxText {
   std::vector<bool> replace(const std::vector<Span>& spans);
   // The reading of a word that was replaced tells the word: the same is written over it.
   void replace_readings();
-  // The text as it reads when everything is written.
+  // Forgets what was written over the text, until it is brought into the elements.
+  void forget();
+  // To be called when bookmarks and styles have the names that they will have.
+  void note_names();
+  // The text as it reads when everything is written; the trees may be gone.
   WrittenText written() const;
   // Brings what was replaced into the elements, once. Returns the trees that were
   // changed, by the hash of their root().
@@ -107,6 +111,7 @@ class DocxText {
     std::u32string source;
     std::vector<Cut> cuts;
     Change change = Change::NONE;
+    std::u32string name = {};  // of a NAME, as note_names() found it
   };
   // A slot in the text. Characters that are not analysed have no offset.
   struct Piece {

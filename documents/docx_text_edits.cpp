@@ -227,9 +227,8 @@ void DocxText::replace_readings() {
 void DocxText::append_written(const Piece& piece, WrittenText& out) const {
   const auto& slot = slots_[piece.slot];
   if (slot.kind == Kind::NAME) {
-    const auto name = decoded(slot.attribute.value());
-    out.text += name;
-    out.original += name;
+    out.text += slot.name;
+    out.original += slot.name;
     return;
   }
   std::size_t at = 0;
@@ -251,6 +250,16 @@ void DocxText::append_written(const Piece& piece, WrittenText& out) const {
     at = c.to;
   }
   keep_until(slot.source.size());
+}
+
+void DocxText::forget() {
+  for (auto& slot : slots_) slot.cuts.clear();
+}
+
+void DocxText::note_names() {
+  for (auto& slot : slots_) {
+    if (slot.kind == Kind::NAME) slot.name = decoded(slot.attribute.value());
+  }
 }
 
 WrittenText DocxText::written() const {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "documents/document.hpp"
+#include "documents/errors.hpp"
 #include "documents/masked_docx.hpp"
 #include "documents/package.hpp"
 #include "documents/text_encoding.hpp"
@@ -29,6 +30,9 @@ class MaskedText : public MaskedFile {
 
 std::unique_ptr<MaskedFile> read_masked_file(std::string_view bytes, std::string_view encoding) {
   if (is_zip(bytes)) return read_masked_docx(bytes);
+  if (bytes.starts_with("%PDF-")) {
+    throw DocumentError("a PDF is not restored; restore the text or .docx that was masked");
+  }
   // A page of HTML that somebody made of a masked text is a text with placeholders.
   if (!bytes.starts_with('<')) refuse_other_files(bytes);
   return std::make_unique<MaskedText>(decode_text(bytes, encoding));

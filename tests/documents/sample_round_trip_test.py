@@ -3,7 +3,9 @@
 sample_round_trip_test.py VEILDOC MAKE_DOCX. Exits with 77 where python3-docx is missing.
 """
 
+import os
 import pathlib
+import pty
 import subprocess
 import sys
 import tempfile
@@ -20,6 +22,19 @@ MASKED_PARTS = ("word/document.xml", "word/header", "word/footer", "word/footnot
 def run(*arguments, **environment):
     done = subprocess.run(arguments, capture_output=True, encoding="utf-8", env=environment or None)
     return done.returncode, done.stdout, done.stderr
+
+
+def at_a_terminal(*command):
+    pid, terminal = pty.fork()
+    if pid == 0:
+        os.execv(command[0], command)
+    shown = b""
+    try:
+        while piece := os.read(terminal, 4096):
+            shown += piece
+    except OSError:  # the command is gone
+        pass
+    return os.waitstatus_to_exitcode(os.waitpid(pid, 0)[1]), shown
 
 
 def stories(path):
@@ -57,6 +72,8 @@ def check(veildoc, make_docx, folder):
             assert not [v for v in VALUES if v in name or v in content], name
     code, out, err = run(veildoc, "restore", masked, mapping, "-o", back)
     assert (code, out, err) == (0, "", ""), err
+    code, shown = at_a_terminal(veildoc, "restore", masked, mapping)
+    assert code == 2 and b"PK" not in shown and b"-o names a file" in shown, shown
     before, after = stories(sample), stories(back)
     assert before.keys() == after.keys()
     for name, paragraphs in before.items():

@@ -16,6 +16,7 @@
 #include "core/restore/restore.hpp"
 #include "core/restore/sealed_mapping.hpp"
 #include "core/text/utf8.hpp"
+#include "documents/leftovers.hpp"
 
 namespace cli {
 namespace {
@@ -197,13 +198,18 @@ void Anonymize::execute(const Context& context) {
   const auto masked = mask(text, masking_, KnownHits(hits), overrides);
   progress.reset();  // takes its line away before anything else is told
   warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
+  source->set_kept([&] {
+    return documents::kept_on_purpose(text, hits, masked.language, masking_.profile, overrides);
+  });
   const auto written = documents::as_written(masked, *source);
   if (dry_run_) return write_all(context.out, review_table(core::restore::make_mapping(written)));
+  const auto original = source->written(masked).original;
   auto bytes = source->write(masked);
   std::optional<std::string> mapping;
   if (!mapping_.empty()) {
-    mapping = core::restore::write_mapping(
-        mapping_of(written, bytes, source->as_written(text), context.err));
+    auto way_back = mapping_of(written, bytes, original, context.err);
+    way_back.encoding = source->encoding();
+    mapping = core::restore::write_mapping(way_back);
     if (passphrase) mapping = core::restore::seal_mapping(*mapping, passphrase->text());
   }
   if (json_) bytes = document_json(written, source->as_written(text));

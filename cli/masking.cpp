@@ -174,10 +174,21 @@ anonymization::Overrides read_overrides(std::u32string_view text, const MaskingO
 anonymization::AnonymizedDocument mask(std::u32string_view text, const MaskingOptions& options,
                                        const anonymization::Analyzer& analyzer,
                                        const anonymization::Overrides& overrides) {
+  return labelled(mask_unlabelled(text, options, analyzer, overrides), options);
+}
+
+anonymization::AnonymizedDocument mask_unlabelled(std::u32string_view text,
+                                                  const MaskingOptions& options,
+                                                  const anonymization::Analyzer& analyzer,
+                                                  const anonymization::Overrides& overrides) {
   const auto aliases =
       options.aliases == "one" ? anonymization::Aliases::ONE : anonymization::Aliases::SEPARATE;
-  auto document = anonymization::anonymize_document(text, analyzer, options.language,
-                                                    options.profile, aliases, overrides);
+  return anonymization::anonymize_document(text, analyzer, options.language, options.profile,
+                                           aliases, overrides);
+}
+
+anonymization::AnonymizedDocument labelled(anonymization::AnonymizedDocument document,
+                                           const MaskingOptions& options) {
   if (options.labels == "core") return document;
   const auto locale = options.labels == "auto" ? document.language : options.labels;
   return anonymization::with_labels(std::move(document), locale);

@@ -122,4 +122,11 @@ core::anonymization::AnonymizedDocument mask(std::u32string_view text,
                                              const core::anonymization::Analyzer& analyzer,
                                              const core::anonymization::Overrides& overrides = {});
 
+// Its two halves: placeholders as the core writes them, and as --labels says.
+core::anonymization::AnonymizedDocument mask_unlabelled(
+    std::u32string_view text, const MaskingOptions& options,
+    const core::anonymization::Analyzer& analyzer, const core::anonymization::Overrides& overrides);
+core::anonymization::AnonymizedDocument labelled(
+    core::anonymization::AnonymizedDocument document, const MaskingOptions& options);
+
 }  // namespace cli

@@ -31,6 +31,10 @@ constexpr auto COMMON_DETAILS =
     "     understood\n"
     "  4  the analyzer failed, or a service that it asks\n";
 
+std::string no_empty_name(const std::string& given) {
+  return given.empty() ? "a file needs a name" : "";
+}
+
 std::string number_text(double value) {
   std::ostringstream out;
   out << value;
@@ -41,13 +45,17 @@ std::string number_text(double value) {
 
 void Options::argument(const std::string& name, std::string& value, const std::string& description,
                        bool required) {
-  const auto not_empty = [](const std::string& given) {
-    return given.empty() ? std::string("a file needs a name") : std::string();
-  };
   app_.add_option(name, value, description)
       ->type_name("")
       ->required(required)
-      ->check(CLI::Validator(not_empty, ""));
+      ->check(CLI::Validator(no_empty_name, ""));
+}
+
+void Options::arguments(const std::string& name, std::vector<std::string>& values,
+                        const std::string& description) {
+  app_.add_option(name, values, description)
+      ->type_name("")
+      ->check(CLI::Validator(no_empty_name, ""));
 }
 
 void Options::text(const std::string& names, std::string& value, const std::string& kind,
@@ -56,12 +64,15 @@ void Options::text(const std::string& names, std::string& value, const std::stri
 }
 
 void Options::file(const std::string& names, std::string& value, const std::string& description) {
-  const auto not_empty = [](const std::string& given) {
-    return given.empty() ? std::string("a file needs a name") : std::string();
-  };
   app_.add_option(names, value, description)
       ->type_name("FILE")
-      ->check(CLI::Validator(not_empty, ""));
+      ->check(CLI::Validator(no_empty_name, ""));
+}
+
+void Options::folder(const std::string& names, std::string& value, const std::string& description) {
+  app_.add_option(names, value, description)
+      ->type_name("DIR")
+      ->check(CLI::Validator(no_empty_name, ""));
 }
 
 void Options::choice(const std::string& names, std::string& value,

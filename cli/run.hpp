@@ -26,6 +26,7 @@ enum ExitCode {
   EXIT_USAGE = 2,     // the command line is wrong
   EXIT_INPUT = 3,     // the input could not be read or decoded
   EXIT_ANALYZER = 4,  // the analyzer failed or could not be reached
+  EXIT_INTERRUPTED = 130,  // by a signal, behind the work that was finished
 };
 
 struct AnalyzerOptions {

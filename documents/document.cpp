@@ -8,6 +8,7 @@
 #include "documents/errors.hpp"
 #include "documents/joiner_escapes.hpp"
 #include "documents/package.hpp"
+#include "documents/pdf.hpp"
 #include "documents/text_encoding.hpp"
 
 namespace documents {
@@ -50,7 +51,6 @@ struct Signature {
   const char* why;
 };
 constexpr Signature SIGNATURES[] = {
-    {"%PDF-", "a PDF is not read; save it as .docx or as text"},
     {"{\\rtf", "rich text (RTF) is not read; save it as .docx"},
     {"<?xml", "XML is not read; save it as .docx or as text"},
     {"<!DOCTYPE", "HTML is not read; save it as .docx or as text"},
@@ -87,6 +87,7 @@ void Report::count(const std::string& story, const std::string& kind) {
 
 std::unique_ptr<Document> read_document(std::string_view bytes) {
   if (is_zip(bytes)) return read_docx(bytes);
+  if (is_pdf(bytes.substr(0, PDF_HEAD))) return read_pdf(bytes);
   refuse_other_files(bytes);
   return std::make_unique<TextDocument>(bytes);
 }

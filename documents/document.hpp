@@ -21,7 +21,7 @@ namespace documents {
 
 // What became of a document. No text of it stands here.
 struct Report {
-  std::string format;  // "text" or "docx"
+  std::string format;  // "text", "docx" or "pdf"
   // Placeholders written, by story and kind, stories in reading order.
   std::vector<std::pair<std::string, std::map<std::string, std::size_t>>> stories;
   std::vector<std::string> not_examined;  // parts, each with what it is
@@ -52,7 +52,8 @@ class Document {
   virtual bool is_plain_text() const = 0;
 };
 
-// Plain text in UTF-8, UTF-16 with a byte order mark or GB18030, or a .docx. Throws
+// Plain text in UTF-8, UTF-16 with a byte order mark or GB18030, a .docx, or a PDF, of
+// which write() gives plain text. Throws
 // DocumentError for anything else, and for a damaged file.
 std::unique_ptr<Document> read_document(std::string_view bytes);
 

@@ -189,11 +189,11 @@ void Anonymize::check_several(const Options& options) const {
     }
   }
   if (!files_.mappings.empty() && same_file(files_.mappings, files_.output)) {
-    throw Failure(EXIT_USAGE, "--mappings and --output name the same folder; whoever gets the "
-                              "documents would have the originals");
+    throw Failure(EXIT_USAGE,
+                  "--mappings and --output name the same folder; whoever gets the "
+                  "documents would have the originals");
   }
-  if (!files_.report.empty() && !files_.matter.empty() &&
-      same_file(files_.report, files_.matter)) {
+  if (!files_.report.empty() && !files_.matter.empty() && same_file(files_.report, files_.matter)) {
     throw Failure(EXIT_USAGE, "--report names a file of another option");
   }
 }

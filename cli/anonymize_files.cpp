@@ -34,7 +34,7 @@ FilesRequest request_of(const FilesOptions& options, const MaskingOptions& maski
     request.output = options.output;
     request.mappings = options.mappings;
   }
-  request.others = {options.matter,       options.report, options.passphrase_file,
+  request.others = {options.matter,      options.report, options.passphrase_file,
                     masking.recognizers, masking.keep,   masking.mask};
   request.overwrite = options.overwrite;
   return request;
@@ -43,8 +43,8 @@ FilesRequest request_of(const FilesOptions& options, const MaskingOptions& maski
 // A mapping is text, too, but masking it would be of no use to anybody.
 void refuse_mapping_file(const std::string& path, std::string_view bytes) {
   constexpr std::size_t HEAD = 200;
-  if (bytes.starts_with('{') && bytes.substr(0, HEAD).find("\"veildoc-mapping\"") !=
-                                    std::string_view::npos) {
+  if (bytes.starts_with('{') &&
+      bytes.substr(0, HEAD).find("\"veildoc-mapping\"") != std::string_view::npos) {
     throw Failure(EXIT_INPUT, path + ": a mapping file, no document");
   }
 }
@@ -156,16 +156,15 @@ void FilesRun::mask(const PlannedFile& file, ordered_json& entry) {
   std::ostream silent(nullptr);  // a line of a list need not mean something in each document
   const auto overrides = read_overrides(source->text(), masking_, silent);
   const DocumentMasker masker(masking_, *analyzer_, matter_ ? &matter_->matter() : nullptr);
-  const auto masked = masker.mask(*source, overrides,
-                                  {.bytes = !options_.dry_run,
-                                   .mapping = !file.mapping.empty(),
-                                   .matter = matter_.has_value()},
-                                  warnings);
+  const auto masked = masker.mask(
+      *source, overrides,
+      {.bytes = !options_.dry_run, .mapping = !file.mapping.empty(), .matter = matter_.has_value()},
+      warnings);
   warn_of_unmaskable(masked.unmaskable, warnings);
   if (options_.dry_run) {
     if (progress_) progress_->clear();
-    write_all(context_.out, file.input + "\n" +
-                                review_table(restore::make_mapping(masked.document)) + "\n");
+    write_all(context_.out, (report_.empty() ? "" : "\n") + file.input + "\n" +
+                                review_table(restore::make_mapping(masked.document)));
   } else {
     std::deque<std::unique_ptr<PendingFile>> written;
     const auto put = [&written](const std::string& path, std::string_view what, Privacy privacy) {

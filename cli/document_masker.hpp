@@ -39,9 +39,9 @@ class DocumentMasker {
 
   // `analyzed` is called when the first half of the work is done. `err` gets
   // warnings. Throws Failure and core::Error.
-  MaskedDocument mask(documents::Document& source,
-                      const core::anonymization::Overrides& overrides, const Wanted& wanted,
-                      std::ostream& err, const std::function<void()>& analyzed = [] {}) const;
+  MaskedDocument mask(
+      documents::Document& source, const core::anonymization::Overrides& overrides,
+      const Wanted& wanted, std::ostream& err, const std::function<void()>& analyzed = [] {}) const;
 
  private:
   const MaskingOptions& options_;

@@ -35,12 +35,9 @@ ordered_json report_object(const documents::Report& report, const std::string& l
     }
     stories.push_back({{"story", story}, {"kinds", std::move(of_story)}});
   }
-  return {{"document", report.format},
-          {"language", language},
-          {"kinds", std::move(kinds)},
-          {"stories", std::move(stories)},
-          {"not_examined", report.not_examined},
-          {"removed", report.removed},
+  return {{"document", report.format},           {"language", language},
+          {"kinds", std::move(kinds)},           {"stories", std::move(stories)},
+          {"not_examined", report.not_examined}, {"removed", report.removed},
           {"warnings", report.warnings}};
 }
 

@@ -91,7 +91,8 @@ std::vector<fs::path> documents_in(const std::string& folder) {
     }
   }
   if (error) throw Failure(EXIT_INPUT, with_errno("cannot read " + folder, error.value()));
-  if (paths.empty()) throw Failure(EXIT_INPUT, folder + ": no document (*.txt, *.docx, *.pdf) is in it");
+  if (paths.empty())
+    throw Failure(EXIT_INPUT, folder + ": no document (*.txt, *.docx, *.pdf) is in it");
   std::sort(paths.begin(), paths.end());
   return paths;
 }

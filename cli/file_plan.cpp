@@ -148,7 +148,8 @@ void make_folders_of(const std::string& path) {
   if (folder.empty()) return;
   std::error_code error;
   fs::create_directories(folder, error);
-  if (error) throw Failure(EXIT_FAILED, with_errno("cannot make " + folder.string(), error.value()));
+  if (error)
+    throw Failure(EXIT_FAILED, with_errno("cannot make " + folder.string(), error.value()));
 }
 
 }  // namespace cli

@@ -126,7 +126,7 @@ core::anonymization::AnonymizedDocument mask(std::u32string_view text,
 core::anonymization::AnonymizedDocument mask_unlabelled(
     std::u32string_view text, const MaskingOptions& options,
     const core::anonymization::Analyzer& analyzer, const core::anonymization::Overrides& overrides);
-core::anonymization::AnonymizedDocument labelled(
-    core::anonymization::AnonymizedDocument document, const MaskingOptions& options);
+core::anonymization::AnonymizedDocument labelled(core::anonymization::AnonymizedDocument document,
+                                                 const MaskingOptions& options);
 
 }  // namespace cli

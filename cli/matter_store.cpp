@@ -43,9 +43,8 @@ FileLock::FileLock(const std::string& path) : lock_(path + ".lock") {
     if (::flock(fd_, LOCK_EX | LOCK_NB) != 0) {
       const int error = errno;
       ::close(fd_);
-      throw Failure(EXIT_FAILED, error == EWOULDBLOCK
-                                     ? path + ": another veildoc is working on it"
-                                     : with_errno("cannot lock " + path, error));
+      throw Failure(EXIT_FAILED, error == EWOULDBLOCK ? path + ": another veildoc is working on it"
+                                                      : with_errno("cannot lock " + path, error));
     }
     // Who had it before took the file away between our opening and locking it.
     if (is_in_place(fd_, lock_)) return;

@@ -10,6 +10,7 @@
 #include "cli/masking.hpp"
 #include "cli/passphrase.hpp"
 #include "cli/restore_report.hpp"
+#include "core/matter/matter_file.hpp"
 #include "core/restore/sealed_mapping.hpp"
 #include "core/text/utf8.hpp"
 
@@ -37,15 +38,17 @@ constexpr std::string_view RESTORE_DETAILS =
     "\n"
     "Exit codes: see veildoc --help.\n";
 
+// The mapping for the masked document with this hash, also out of the file of a matter.
 core::restore::Mapping read_mapping_file(const std::string& path,
-                                         const std::string& passphrase_file) {
+                                         const std::string& passphrase_file,
+                                         const std::string& masked_sha256) {
   auto bytes = read_all(path, std::cin);
   try {
     if (core::restore::is_sealed_mapping(bytes)) {
       const auto passphrase = read_passphrase(passphrase_file, Asked::ONCE);
       bytes = core::restore::open_sealed_mapping(bytes, passphrase.text());
     }
-    return core::restore::read_mapping(bytes);
+    return core::matter::read_mapping_of(bytes, masked_sha256);
   } catch (const core::text::DecodeError&) {
     throw Failure(EXIT_INPUT, path + ": damaged: not UTF-8");
   } catch (const core::restore::MappingError& e) {
@@ -73,7 +76,7 @@ class Restore : public Command {
 
 void Restore::declare(Options& options) {
   options.argument("MASKED", masked_, "The masked text; - is standard input", true);
-  options.argument("MAPPING", mapping_, "Its mapping", true);
+  options.argument("MAPPING", mapping_, "Its mapping, or its matter", true);
   options.file("-o,--output", output_, "Write to this file (mode 0600), not to standard output");
   options.file("--passphrase-file", passphrase_file_,
                "The passphrase of a sealed mapping is in this file\n(default: asked for at the "
@@ -96,8 +99,9 @@ void Restore::check(const Options& options) {
 void Restore::execute(const Context& context) {
   const auto bytes = read_all(masked_, context.in);
   const auto input = decode(bytes, masked_ == "-" ? "standard input" : masked_);
-  const auto mapping = read_mapping_file(mapping_, passphrase_file_);
-  const bool unchanged = core::restore::sha256_hex(bytes) == mapping.masked_sha256;
+  const auto hash = core::restore::sha256_hex(bytes);
+  const auto mapping = read_mapping_file(mapping_, passphrase_file_, hash);
+  const bool unchanged = hash == mapping.masked_sha256;
   auto findings = core::restore::find_restorable(input.text, mapping);
   if (unchanged) {
     // What reads like a placeholder without brackets did so in the document.

@@ -64,7 +64,7 @@ void fill_memory_file(const Handle& file, std::string_view input) {
 }
 
 void limit(__rlimit_resource resource, std::size_t most) {
-  const struct rlimit bounds {most, most};
+  const struct rlimit bounds { most, most };
   ::setrlimit(resource, &bounds);
 }
 

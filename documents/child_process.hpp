@@ -10,10 +10,10 @@
 namespace documents {
 
 struct ChildLimits {
-  std::chrono::seconds time{120};                    // by the clock
-  std::chrono::seconds processor{60};                // of the processor
-  std::size_t memory = std::size_t{2} << 30U;        // of its addresses
-  std::size_t output = std::size_t{256} << 20U;      // on standard output
+  std::chrono::seconds time{120};                // by the clock
+  std::chrono::seconds processor{60};            // of the processor
+  std::size_t memory = std::size_t{2} << 30U;    // of its addresses
+  std::size_t output = std::size_t{256} << 20U;  // on standard output
 };
 
 struct ChildResult {

@@ -103,15 +103,35 @@ void append_line(std::u32string& out, std::u32string_view next) {
   out += next;
 }
 
+// The gap that a layout leaves between ideographs and figures is no space: 东湖大道
+// 68 号 is 东湖大道68号, 2026 年 is 2026年. A letter that stands alone (A 座) is like one.
+std::u32string without_gaps(std::u32string_view line) {
+  std::u32string out;
+  const auto at = [&](std::size_t i) { return i < line.size() ? line[i] : U' '; };
+  const auto is_figure = [&](std::size_t i) {
+    const bool alone = (i == 0 || at(i - 1) == U' ') && at(i + 1) == U' ';
+    return text::is_ascii_digit(at(i)) || (alone && text::is_ascii_alpha(at(i)));
+  };
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const bool gap =
+        line[i] == U' ' && i > 0 &&
+        ((is_wide(line[i - 1]) && is_figure(i + 1)) || (is_figure(i - 1) && is_wide(at(i + 1))));
+    if (!gap) out += line[i];
+  }
+  return out;
+}
+
 std::u32string page_text(std::u32string_view page) {
-  std::vector<std::u32string_view> lines;
-  for (const auto line : split(page, U'\n')) lines.push_back(text::strip(line));
+  std::vector<std::u32string> lines;
+  for (const auto line : split(page, U'\n')) lines.push_back(without_gaps(text::strip(line)));
   std::size_t full = 0;
-  for (const auto line : lines) full = std::max(full, width_of(line));
+  for (const auto& line : lines) full = std::max(full, width_of(line));
   std::u32string out;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    if (i > 0 && goes_on(lines[i - 1], lines[i], full)) {
-      out.pop_back();  // the line end
+    // A large gap between two lines reads like an empty one.
+    const bool over_gap = i > 1 && lines[i - 1].empty() && goes_on(lines[i - 2], lines[i], full);
+    if (over_gap || (i > 0 && goes_on(lines[i - 1], lines[i], full))) {
+      out.resize(out.size() - (over_gap ? 2 : 1));  // line ends
       append_line(out, lines[i]);
     } else {
       out += lines[i];
@@ -185,8 +205,9 @@ void check_child(const ChildResult& result) {
   const auto says = [&](std::string_view what) { return result.err.find(what) != text::NPOS; };
   switch (result.end) {
     case End::NOT_FOUND:
-      throw DocumentError("a PDF is read with pdftotext, which is not there; install "
-                          "poppler-utils, or save it as .docx or as text");
+      throw DocumentError(
+          "a PDF is read with pdftotext, which is not there; install "
+          "poppler-utils, or save it as .docx or as text");
     case End::TOO_LONG:
       throw DocumentError("a PDF whose text takes too long to be found");
     case End::TOO_MUCH:
@@ -197,7 +218,7 @@ void check_child(const ChildResult& result) {
       break;
   }
   if (says("Incorrect password") || says("Unsupported version/revision of Standard security") ||
-      says("Unsupported security handler") || says("encrypted")) {
+      says("security handler")) {
     throw DocumentError("an encrypted PDF is not read; save it without a password");
   }
   if (result.code == NOT_ALLOWED) {

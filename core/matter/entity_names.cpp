@@ -25,8 +25,7 @@ bool is_decisive_person(const PersonName& name) {
   if (!text::contains_ideograph(first)) return false;
   const auto chinese = parse_chinese_name(first);
   if (!chinese.title.empty()) return false;
-  return !chinese.surname.empty() ? !chinese.given.empty()
-                                  : first.size() >= LONG_TRANSLITERATION;
+  return !chinese.surname.empty() ? !chinese.given.empty() : first.size() >= LONG_TRANSLITERATION;
 }
 
 // The words between the first and the last name; one letter stands for a word.

@@ -201,8 +201,7 @@ AnonymizedDocument Matter::numbered(AnonymizedDocument document,
   written.reserve(document.placements.size());
   std::vector<anonymization::Edit> edits;
   for (const auto& p : document.placements) {
-    written.push_back(
-        numbering.renumbered(text::slice(document.text, p.start, p.end), p.surface));
+    written.push_back(numbering.renumbered(text::slice(document.text, p.start, p.end), p.surface));
     edits.push_back({p.start, p.end, written.back()});
   }
   masked.write(edits);
@@ -311,8 +310,7 @@ std::vector<anonymization::RecognizerResult> Matter::known_hits(std::u32string_v
   const auto is_word = [&](std::size_t at) { return text::is_ascii_alnum(text[at]); };
   text::MultiPattern(surfaces).scan(text, [&](const text::MultiPattern::Hit& hit) {
     const bool inside_left = hit.start > 0 && is_word(hit.start) && is_word(hit.start - 1);
-    const bool inside_right =
-        hit.end < text.size() && is_word(hit.end - 1) && is_word(hit.end);
+    const bool inside_right = hit.end < text.size() && is_word(hit.end - 1) && is_word(hit.end);
     if (inside_left || inside_right) return;
     hits.push_back({std::string(types[hit.pattern]), static_cast<Offset>(hit.start),
                     static_cast<Offset>(hit.end), SCORE});

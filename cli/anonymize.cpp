@@ -251,6 +251,9 @@ void Anonymize::execute(const Context& context) {
 
 void Anonymize::execute_one(const Context& context) {
   const auto source = read_document(input(), input_named_, context);
+  if (source->report().format == "pdf" && files_.output.ends_with(".pdf")) {
+    throw Failure(EXIT_USAGE, files_.output + ": of a PDF plain text is written; name it .txt");
+  }
   const auto& text = source->text();
   std::optional<MatterStore> matter;
   std::optional<Passphrase> passphrase;

@@ -20,6 +20,7 @@ constexpr auto COMMON_DETAILS =
     "Examples:\n"
     "  veildoc anonymize contract.txt > masked.txt\n"
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
+    "  veildoc anonymize contracts -o masked --matter secret/matter.json\n"
     "  veildoc restore edited.txt contract.mapping.json -o restored.txt\n"
     "  veildoc analyze --explain contract.txt\n"
     "\n"
@@ -27,9 +28,10 @@ constexpr auto COMMON_DETAILS =
     "  0  done (also when the reader of the output went away early, as head does)\n"
     "  1  failed otherwise, for example the output could not be written\n"
     "  2  the command line is wrong\n"
-    "  3  the input, the mapping or the file of recognizers could not be read or\n"
-    "     understood\n"
-    "  4  the analyzer failed, or a service that it asks\n";
+    "  3  the input, the mapping, the matter or the file of recognizers could not be read\n"
+    "     or understood\n"
+    "  4  the analyzer failed, or a service that it asks\n"
+    "130  interrupted, with what was finished in place\n";
 
 std::string no_empty_name(const std::string& given) {
   return given.empty() ? "a file needs a name" : "";

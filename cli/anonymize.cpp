@@ -264,7 +264,7 @@ void Anonymize::execute_one(const Context& context) {
     passphrase = read_passphrase(files_.passphrase_file, Asked::TWICE);
   }
   warn_of_placeholders(text, context.err);
-  const auto overrides = read_overrides(text, masking_, context.err);
+  const auto overrides = OverrideLists(masking_).find(text, &context.err);
   const GuardedAnalyzer analyzer(context, masking_);
   const DocumentMasker masker(masking_, analyzer, matter ? &matter->matter() : nullptr);
   std::optional<Progress> progress(std::in_place, context.err, STEPS);

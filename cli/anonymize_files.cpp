@@ -1,10 +1,15 @@
 #include "cli/anonymize_files.hpp"
 
 #include <algorithm>
+#include <atomic>
 #include <deque>
+#include <exception>
+#include <filesystem>
+#include <mutex>
 #include <optional>
 #include <ostream>
 #include <sstream>
+#include <thread>
 
 #include "cli/document_masker.hpp"
 #include "cli/documents.hpp"
@@ -14,7 +19,7 @@
 #include "cli/interrupt.hpp"
 #include "cli/json.hpp"
 #include "cli/matter_store.hpp"
-#include "cli/progress.hpp"
+#include "cli/rate_progress.hpp"
 #include "cli/review_table.hpp"
 #include "core/restore/sealed_mapping.hpp"
 #include "core/text/unicode.hpp"
@@ -25,6 +30,7 @@
 namespace cli {
 namespace {
 
+namespace fs = std::filesystem;
 namespace restore = core::restore;
 
 FilesRequest request_of(const FilesOptions& options, const MaskingOptions& masking) {
@@ -36,7 +42,7 @@ FilesRequest request_of(const FilesOptions& options, const MaskingOptions& maski
   }
   request.others = {options.matter,      options.report, options.passphrase_file,
                     masking.recognizers, masking.keep,   masking.mask};
-  request.overwrite = options.overwrite;
+  request.overwrite = options.overwrite || options.resume;
   return request;
 }
 
@@ -76,6 +82,15 @@ ExitCode graver(ExitCode a, ExitCode b) {
   return a;
 }
 
+// What one file becomes, ready on the disk but not in place.
+struct FileOutcome {
+  ordered_json entry;
+  std::string messages;
+  std::string table;
+  std::deque<std::unique_ptr<PendingFile>> written;
+  std::optional<Told> failure;
+};
+
 class FilesRun {
  public:
   FilesRun(const FilesOptions& options, const MaskingOptions& masking, const Context& context)
@@ -85,24 +100,31 @@ class FilesRun {
 
  private:
   void open();
-  void mask(const PlannedFile& file, ordered_json& entry);
-  void try_mask(const PlannedFile& file);
+  bool is_done(const PlannedFile& file) const;
+  void mask(const PlannedFile& file, FileOutcome& outcome);
+  FileOutcome outcome_of(const PlannedFile& file);
+  void take(const PlannedFile& file, FileOutcome outcome, ordered_json& entry);
+  void mask_all(const std::vector<PlannedFile>& files);
   std::string mapping_bytes(const restore::Mapping& mapping) const;
   void put_in_place();
   void tell(const std::string& file, const std::string& messages) const;
-  void finish(std::size_t files, bool interrupted);
+  void finish(std::size_t files);
 
   const FilesOptions& options_;
   const MaskingOptions& masking_;
   const Context& context_;
+  const InterruptWatch watch_;
   std::optional<MatterStore> matter_;
   std::optional<Passphrase> passphrase_;
+  std::optional<OverrideLists> overrides_;
   std::optional<GuardedAnalyzer> analyzer_;
-  std::optional<Progress> progress_;
+  std::optional<RateProgress> progress_;
   std::deque<std::unique_ptr<PendingFile>> pending_;
   std::size_t until_saved_ = 1;  // documents
   std::size_t saved_ = 0;
   ordered_json report_ = ordered_json::array();
+  std::size_t done_ = 0;
+  std::size_t skipped_ = 0;
   std::size_t failed_ = 0;
   ExitCode code_ = EXIT_DONE;
 };
@@ -115,6 +137,7 @@ void FilesRun::open() {
   } else if (options_.encrypt) {
     passphrase_ = read_passphrase(options_.passphrase_file, Asked::TWICE);
   }
+  overrides_.emplace(masking_);
   analyzer_.emplace(context_, masking_);
 }
 
@@ -142,7 +165,20 @@ void FilesRun::put_in_place() {
   pending_.clear();
 }
 
-void FilesRun::mask(const PlannedFile& file, ordered_json& entry) {
+// An output is put in place behind its mapping, and whole. One that is older than the
+// document is not made of it.
+bool FilesRun::is_done(const PlannedFile& file) const {
+  if (!options_.resume) return false;
+  std::error_code error;
+  const auto written = fs::last_write_time(file.output, error);
+  if (error) return false;
+  const auto changed = fs::last_write_time(file.input, error);
+  return !error && changed <= written && (file.mapping.empty() || fs::exists(file.mapping, error));
+}
+
+// Shares nothing with other threads but what does not change; with a matter there is
+// one thread.
+void FilesRun::mask(const PlannedFile& file, FileOutcome& outcome) {
   const auto bytes = read_all(file.input, context_.in);
   refuse_mapping_file(file.input, bytes);
   std::unique_ptr<documents::Document> source;
@@ -153,30 +189,25 @@ void FilesRun::mask(const PlannedFile& file, ordered_json& entry) {
   }
   std::ostringstream warnings;
   warn_of_placeholders(source->text(), warnings);
-  std::ostream silent(nullptr);  // a line of a list need not mean something in each document
-  const auto overrides = read_overrides(source->text(), masking_, silent);
   const DocumentMasker masker(masking_, *analyzer_, matter_ ? &matter_->matter() : nullptr);
+  // A line of a list need not mean something in each document.
   const auto masked = masker.mask(
-      *source, overrides,
+      *source, overrides_->find(source->text(), nullptr),
       {.bytes = !options_.dry_run, .mapping = !file.mapping.empty(), .matter = matter_.has_value()},
       warnings);
   warn_of_unmaskable(masked.unmaskable, warnings);
   if (options_.dry_run) {
-    if (progress_) progress_->clear();
-    write_all(context_.out, (report_.empty() ? "" : "\n") + file.input + "\n" +
-                                review_table(restore::make_mapping(masked.document)));
+    outcome.table = review_table(restore::make_mapping(masked.document));
   } else {
-    std::deque<std::unique_ptr<PendingFile>> written;
-    const auto put = [&written](const std::string& path, std::string_view what, Privacy privacy) {
+    const auto put = [&](const std::string& path, std::string_view what, Privacy privacy) {
       make_folders_of(path);
-      written.push_back(std::make_unique<PendingFile>(path, what, privacy));
+      outcome.written.push_back(std::make_unique<PendingFile>(path, what, privacy));
     };
     if (masked.mapping) put(file.mapping, mapping_bytes(*masked.mapping), Privacy::SECRET);
     put(file.output, masked.bytes, Privacy::ORDINARY);
-    for (auto& pending : written) pending_.push_back(std::move(pending));
     warn_of_report(source->report(), warnings);
-    entry["output"] = file.output;
-    entry.update(report_object(source->report(), masked.document.language));
+    outcome.entry["output"] = file.output;
+    outcome.entry.update(report_object(source->report(), masked.document.language));
     if (names_something_masked(file.name, masked.document)) {
       warnings << "veildoc: warning: the name of the file holds something that was masked\n";
     }
@@ -185,47 +216,95 @@ void FilesRun::mask(const PlannedFile& file, ordered_json& entry) {
     matter_->matter().add({file.name, masked.document.language, masked.matter->masked_sha256},
                           *masked.matter);
   }
-  if (!warnings.str().empty() && progress_) progress_->clear();
-  tell(file.input, warnings.str());
+  outcome.messages = warnings.str();
 }
 
-void FilesRun::try_mask(const PlannedFile& file) {
-  ordered_json entry = {{"file", file.input}};
+FileOutcome FilesRun::outcome_of(const PlannedFile& file) {
+  FileOutcome outcome;
+  outcome.entry["file"] = file.input;
   try {
-    mask(file, entry);
-  } catch (const ClosedPipe&) {
-    throw;
+    mask(file, outcome);
   } catch (const std::exception&) {
-    const auto told = told_of_current_exception();
-    ++failed_;
-    code_ = failed_ == 1 ? told.code : graver(code_, told.code);
-    // Not every message names the file.
-    const bool named = told.message.find(file.input) != std::string::npos;
-    if (progress_) progress_->clear();
-    tell(named ? "" : file.input, told.message);
-    entry = {{"file", file.input}, {"error", told.message}};
+    outcome.failure = told_of_current_exception();
+    outcome.written.clear();
+    outcome.entry = {{"file", file.input}, {"error", outcome.failure->message}};
   }
-  report_.push_back(std::move(entry));
+  return outcome;
+}
+
+void FilesRun::take(const PlannedFile& file, FileOutcome outcome, ordered_json& entry) {
+  for (auto& written : outcome.written) pending_.push_back(std::move(written));
+  if (outcome.failure || !outcome.messages.empty() || !outcome.table.empty()) progress_->clear();
+  if (!outcome.table.empty()) {
+    write_all(context_.out, (done_ == 0 ? "" : "\n") + file.input + "\n" + outcome.table);
+  }
+  tell(file.input, outcome.messages);
+  ++done_;
+  if (outcome.failure) {
+    const auto& [code, message] = *outcome.failure;
+    ++failed_;
+    code_ = failed_ == 1 ? code : graver(code_, code);
+    // Not every message names the file.
+    tell(message.find(file.input) == std::string::npos ? file.input : "", message);
+  }
+  entry = std::move(outcome.entry);
   // The matter is written whole each time: the more it holds, the less often.
   if (!matter_ || matter_->matter().documents().size() - saved_ >= until_saved_) {
     put_in_place();
     saved_ = matter_ ? matter_->matter().documents().size() : 0;
     until_saved_ = std::max<std::size_t>(1, saved_);
   }
+  progress_->show(done_ + skipped_, 0, skipped_);
 }
 
-void FilesRun::finish(std::size_t files, bool interrupted) {
+void FilesRun::mask_all(const std::vector<PlannedFile>& files) {
+  std::vector<ordered_json> entries(files.size());
+  std::atomic<std::size_t> next = 0;
+  std::mutex mutex;
+  std::exception_ptr broken;
+  const auto work = [&] {
+    for (auto i = next++; i < files.size() && !watch_.interrupted(); i = next++) {
+      const auto& file = files[i];
+      if (is_done(file)) {
+        const std::lock_guard lock(mutex);
+        ++skipped_;
+        entries[i] = {{"file", file.input}, {"output", file.output}, {"skipped", true}};
+        continue;
+      }
+      auto outcome = outcome_of(file);
+      const std::lock_guard lock(mutex);
+      try {
+        take(file, std::move(outcome), entries[i]);
+      } catch (const std::exception&) {
+        if (broken == nullptr) broken = std::current_exception();
+        next = files.size();
+      }
+    }
+  };
+  std::vector<std::thread> threads;
+  for (std::size_t i = 1; i < options_.jobs; ++i) threads.emplace_back(work);
+  work();
+  for (auto& thread : threads) thread.join();
+  progress_->clear();
+  if (broken != nullptr) std::rethrow_exception(broken);
+  for (auto& entry : entries) {
+    if (!entry.is_null()) report_.push_back(std::move(entry));
+  }
+}
+
+void FilesRun::finish(std::size_t files) {
   put_in_place();
   if (!options_.report.empty()) {
     PendingFile(options_.report, reports_json(report_), Privacy::ORDINARY).commit();
   }
-  if (interrupted) {
+  if (watch_.interrupted()) {
     throw Failure(EXIT_INTERRUPTED, "interrupted; " + std::to_string(report_.size() - failed_) +
                                         " of " + std::to_string(files) + " documents are masked");
   }
   if (failed_ > 0) {
     throw Failure(code_, std::to_string(failed_) + " of " + std::to_string(files) +
-                             (files == 1 ? " file was" : " files were") + " not masked");
+                             (files == 1 ? " file" : " files") + (failed_ == 1 ? " was" : " were") +
+                             " not masked");
   }
 }
 
@@ -240,15 +319,9 @@ void FilesRun::run() {
   const auto all = plan.files.size() + plan.problems.size();
   if (all == 0) throw Failure(EXIT_INPUT, options_.inputs.front() + ": no file is in it");
   open();
-  const InterruptWatch watch;
-  progress_.emplace(context_.err, plan.files.size());
-  for (const auto& file : plan.files) {
-    try_mask(file);
-    progress_->step();
-    if (watch.interrupted()) break;
-  }
-  progress_.reset();
-  finish(all, watch.interrupted());
+  progress_.emplace(context_.err, RateProgress::Unit::FILES, plan.files.size());
+  mask_all(plan.files);
+  finish(all);
 }
 
 }  // namespace

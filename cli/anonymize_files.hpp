@@ -1,6 +1,7 @@
 // `veildoc anonymize` on several files, or a folder of them.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct FilesOptions {
   std::string matter;    // a file; empty: each document has numbers of its own
   std::string report;    // the same
   bool overwrite = false;
+  bool resume = false;   // leave documents whose outputs are there
+  std::size_t jobs = 1;  // at once; 1 with a matter
   bool encrypt = false;
   std::string passphrase_file;
   bool dry_run = false;

@@ -19,6 +19,7 @@ struct Wanted {
   bool bytes = true;
   bool mapping = false;
   bool matter = false;  // a mapping with all occurrences
+  bool checks = true;   // what there is to warn of
 };
 
 struct MaskedDocument {

@@ -19,6 +19,12 @@ class Failure : public std::runtime_error {
   ExitCode code_;
 };
 
+// A service does not answer as it should: what goes wrong once goes on going wrong.
+class ServiceFailure : public Failure {
+ public:
+  explicit ServiceFailure(const std::string& message) : Failure(EXIT_ANALYZER, message) {}
+};
+
 // The reader of standard output is gone: nobody is left to tell anything.
 class ClosedPipe : public std::exception {};
 

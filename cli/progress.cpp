@@ -11,10 +11,8 @@ Progress::Progress(std::ostream& err, std::size_t steps)
       shown_(&err == &std::cerr && ::isatty(STDERR_FILENO) != 0 && steps > 1),
       steps_(steps) {}
 
-Progress::~Progress() { clear(); }
-
 // Back to the start of the line, and the line cleared.
-void Progress::clear() {
+Progress::~Progress() {
   if (shown_ && done_ > 0) err_ << "\r\x1B[K" << std::flush;
 }
 

@@ -17,8 +17,6 @@ class Progress {
   Progress& operator=(const Progress&) = delete;
 
   void step();
-  // Takes the line away, until the next step.
-  void clear();
 
  private:
   std::ostream& err_;

@@ -18,8 +18,8 @@ namespace anonymization = core::anonymization;
 
 class TextDocument : public Document {
  public:
-  explicit TextDocument(std::string_view bytes)
-      : source_(decode_text(bytes)), escapes_(JoinerEscapes::of(source_.text)) {
+  explicit TextDocument(EncodedText source)
+      : source_(std::move(source)), escapes_(JoinerEscapes::of(source_.text)) {
     source_.text = escapes_.escape(source_.text);
     report_.format = "text";
   }
@@ -89,7 +89,11 @@ std::unique_ptr<Document> read_document(std::string_view bytes) {
   if (is_zip(bytes)) return read_docx(bytes);
   if (is_pdf(bytes.substr(0, PDF_HEAD))) return read_pdf(bytes);
   refuse_other_files(bytes);
-  return std::make_unique<TextDocument>(bytes);
+  return std::make_unique<TextDocument>(decode_text(bytes));
+}
+
+std::unique_ptr<Document> make_text_document(std::u32string text) {
+  return std::make_unique<TextDocument>(EncodedText{.text = std::move(text)});
 }
 
 anonymization::AnonymizedDocument as_written(anonymization::AnonymizedDocument masked,

@@ -57,6 +57,9 @@ class Document {
 // DocumentError for anything else, and for a damaged file.
 std::unique_ptr<Document> read_document(std::string_view bytes);
 
+// Text that stands in no file.
+std::unique_ptr<Document> make_text_document(std::u32string text);
+
 // The document as its reader's escapes are undone in all its strings.
 core::anonymization::AnonymizedDocument as_written(core::anonymization::AnonymizedDocument masked,
                                                    const Document& document);

@@ -286,8 +286,9 @@ void Anonymize::execute_one(const Context& context) {
   }
   if (matter) {
     const auto name = std::filesystem::path(input_name(input())).filename().string();
-    matter->matter().add({name, masked.document.language, masked.matter->masked_sha256},
-                         *masked.matter);
+    matter->matter().add(
+        {name, masked.document.language, masked.matter->masked_sha256, masked.matter->encoding},
+        *masked.matter);
     ready.matter = matter->write();
   }
   ready.bytes = std::move(masked.bytes);

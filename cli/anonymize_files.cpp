@@ -213,7 +213,8 @@ void FilesRun::mask(const PlannedFile& file, FileOutcome& outcome) {
     }
   }
   if (matter_) {
-    matter_->matter().add({file.name, masked.document.language, masked.matter->masked_sha256},
+    matter_->matter().add({file.name, masked.document.language, masked.matter->masked_sha256,
+                           masked.matter->encoding},
                           *masked.matter);
   }
   outcome.messages = warnings.str();

@@ -7,6 +7,7 @@
 #include "core/nlp/other_scripts.hpp"
 #include "core/restore/restore.hpp"
 #include "core/restore/sealed_mapping.hpp"
+#include "documents/leftovers.hpp"
 
 namespace cli {
 namespace {
@@ -50,6 +51,9 @@ MaskedDocument DocumentMasker::mask(documents::Document& source,
   analyzed();
   MaskedDocument out;
   auto masked = mask_unlabelled(text, options_, KnownHits(hits), overrides);
+  source.set_kept([&, of = masked.language] {
+    return documents::kept_on_purpose(text, hits, of, options_.profile, overrides);
+  });
   if (matter_ != nullptr) {
     masked = matter_->numbered(std::move(masked), text);
     if (wanted.matter) {
@@ -59,16 +63,22 @@ MaskedDocument DocumentMasker::mask(documents::Document& source,
   }
   masked = labelled(std::move(masked), options_);
   if (wanted.checks) out.unmaskable = core::nlp::unmaskable_names(analysis_text, hits).size();
+  std::u32string original;
+  if (wanted.checks && wanted.mapping) original = source.written(masked).original;
   if (wanted.bytes) out.bytes = source.write(masked);
   out.document = documents::as_written(std::move(masked), source);
+  source.set_kept({});  // what it refers to ends here
   if (!wanted.mapping && !out.matter) return out;
   const auto hash = restore::sha256_hex(out.bytes);
-  if (out.matter) out.matter->masked_sha256 = hash;
+  if (out.matter) {
+    out.matter->masked_sha256 = hash;
+    out.matter->encoding = source.encoding();
+  }
   if (wanted.mapping) {
     out.mapping = restore::make_mapping(out.document);
     out.mapping->masked_sha256 = hash;
-    if (wanted.checks && wanted.bytes)
-      check_mapping(out.document, *out.mapping, source.as_written(text), err);
+    out.mapping->encoding = source.encoding();
+    if (wanted.checks && wanted.bytes) check_mapping(out.document, *out.mapping, original, err);
   }
   return out;
 }

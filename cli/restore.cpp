@@ -2,8 +2,11 @@
 #include "core/restore/restore.hpp"
 
 #include <iostream>
+#include <memory>
 #include <ostream>
 #include <string>
+
+#include <unistd.h>
 
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
@@ -13,30 +16,47 @@
 #include "core/matter/matter_file.hpp"
 #include "core/restore/sealed_mapping.hpp"
 #include "core/text/utf8.hpp"
+#include "documents/errors.hpp"
+#include "documents/masked_file.hpp"
 
 namespace cli {
 namespace {
 
 constexpr std::string_view RESTORE_DETAILS =
-    "Reads MASKED, a text that veildoc anonymize wrote and that somebody may have edited\n"
-    "since, and MAPPING, the file of --mapping, and writes the text with the originals.\n"
+    "Reads MASKED, a text or a Word document (.docx) that veildoc anonymize wrote and that\n"
+    "somebody may have edited since, and MAPPING, the file of --mapping, and writes it in\n"
+    "the same format with the originals.\n"
     "\n"
-    "A text that nobody edited comes back byte by byte. In an edited one placeholders may\n"
-    "have been moved, repeated, quoted or respelled: [机构1] is also restored as\n"
-    "【机构1】, [ 机构 1 ], [ORG1] or [org-1]. Where a placeholder stands for several\n"
-    "spellings of a name, the text around it decides which of them comes back, then its\n"
-    "order; else it is the first one, with a warning. What is not in the mapping, and a\n"
-    "placeholder that lost its brackets, is left, with a warning.\n"
+    "A text that nobody edited comes back byte by byte; a .docx with the same paragraphs\n"
+    "and formats, but for properties, authors, targets of links and whatever else masking\n"
+    "took out. In an edited one placeholders may have been moved, repeated, quoted or\n"
+    "respelled: [机构1] is also restored as 【机构1】, [ 机构 1 ], [ORG1] or [org-1]. Where\n"
+    "a placeholder stands for several spellings of a name, the text around it decides which\n"
+    "of them comes back, then its order; else it is the first one, with a warning. What is\n"
+    "not in the mapping, and a placeholder that lost its brackets, is left, with a warning.\n"
+    "\n"
+    "What MASKED holds is told from its content: the mapping of a .docx also restores a text\n"
+    "that was copied out of it, and that of a text a .docx that it was pasted into.\n"
     "\n"
     "Exit code of --check: 0 if everything comes back, 1 if something would be left or\n"
     "is a guess.\n"
     "\n"
     "Examples:\n"
     "  veildoc restore edited.txt contract.mapping.json -o contract.txt\n"
-    "  veildoc restore --check edited.txt contract.mapping.json\n"
+    "  veildoc restore edited.docx contract.mapping.json -o contract.docx\n"
+    "  veildoc restore --check edited.docx contract.mapping.json\n"
     "  veildoc restore edited.txt sealed.json --passphrase-file secret.txt > contract.txt\n"
     "\n"
     "Exit codes: see veildoc --help.\n";
+
+std::unique_ptr<documents::MaskedFile> read_masked(const std::string& path, std::string_view bytes,
+                                                   const std::string& encoding) {
+  try {
+    return documents::read_masked_file(bytes, encoding);
+  } catch (const documents::DocumentError& e) {
+    throw Failure(EXIT_INPUT, input_name(path) + ": " + e.what());
+  }
+}
 
 // The mapping for the masked document with this hash, also out of the file of a matter.
 core::restore::Mapping read_mapping_file(const std::string& path,
@@ -59,13 +79,17 @@ core::restore::Mapping read_mapping_file(const std::string& path,
 class Restore : public Command {
  public:
   std::string_view name() const override { return "restore"; }
-  std::string_view about() const override { return "Puts the originals back into a masked text."; }
+  std::string_view about() const override {
+    return "Puts the originals back into a masked document.";
+  }
   std::string_view details() const override { return RESTORE_DETAILS; }
   void declare(Options& options) override;
   void check(const Options& options) override;
   void execute(const Context& context) override;
 
  private:
+  void refuse_terminal(const Context& context) const;
+
   std::string masked_;  // "-" is standard input
   std::string mapping_;
   std::string output_;  // empty: standard output
@@ -75,20 +99,22 @@ class Restore : public Command {
 };
 
 void Restore::declare(Options& options) {
-  options.argument("MASKED", masked_, "The masked text; - is standard input", true);
+  options.argument("MASKED", masked_, "The masked document; - is standard input", true);
   options.argument("MAPPING", mapping_, "Its mapping, or its matter", true);
-  options.file("-o,--output", output_, "Write to this file (mode 0600), not to standard output");
+  options.file("-o,--output", output_,
+               "Write to this file (mode 0600), not to standard output. A .docx\nis not "
+               "written to a terminal");
   options.file("--passphrase-file", passphrase_file_,
                "The passphrase of a sealed mapping is in this file\n(default: asked for at the "
                "terminal)");
-  options.flag("--check", check_, "Write no text, tell what would be restored");
+  options.flag("--check", check_, "Write no document, tell what would be restored");
   options.flag("--show-surfaces", show_surfaces_, "Show originals in what is told");
 }
 
 void Restore::check(const Options& options) {
   if (mapping_ == "-") throw Failure(EXIT_USAGE, "MAPPING needs a file");
   if (check_ && options.given("--output")) {
-    throw Failure(EXIT_USAGE, "--check writes no text: it does not go with --output");
+    throw Failure(EXIT_USAGE, "--check writes no document: it does not go with --output");
   }
   if (!output_.empty() && same_file(output_, mapping_)) {
     throw Failure(EXIT_USAGE, "--output names the mapping");
@@ -98,18 +124,19 @@ void Restore::check(const Options& options) {
 
 void Restore::execute(const Context& context) {
   const auto bytes = read_all(masked_, context.in);
-  const auto input = decode(bytes, masked_ == "-" ? "standard input" : masked_);
   const auto hash = core::restore::sha256_hex(bytes);
   const auto mapping = read_mapping_file(mapping_, passphrase_file_, hash);
+  const auto file = read_masked(masked_, bytes, mapping.encoding);
+  if (!check_ && !file->is_text()) refuse_terminal(context);
   const bool unchanged = hash == mapping.masked_sha256;
-  auto findings = core::restore::find_restorable(input.text, mapping);
+  auto findings = core::restore::find_restorable(file->text(), mapping);
   if (unchanged) {
     // What reads like a placeholder without brackets did so in the document.
     std::erase_if(findings, [](const auto& finding) {
       return finding.outcome == core::restore::Outcome::NO_BRACKETS;
     });
   }
-  const RestoreReport report{input.text, mapping, findings, unchanged, show_surfaces_};
+  const RestoreReport report{*file, mapping, findings, unchanged, show_surfaces_};
   if (check_) {
     write_all(context.out, report.check());
     if (report.is_in_doubt()) {
@@ -117,12 +144,17 @@ void Restore::execute(const Context& context) {
     }
     return;
   }
-  std::string restored = input.marked ? std::string(Input::BYTE_ORDER_MARK) : std::string();
-  restored += core::text::encode_utf8(core::restore::restored_text(input.text, mapping, findings));
   report.warn(context.err);
+  const auto restored = file->write(mapping, findings);
   if (output_.empty()) return write_all(context.out, restored);
-  PendingFile file(output_, restored, Privacy::SECRET);
-  file.commit();
+  PendingFile pending(output_, restored, Privacy::SECRET);
+  pending.commit();
+}
+
+void Restore::refuse_terminal(const Context& context) const {
+  if (output_.empty() && &context.out == &std::cout && ::isatty(STDOUT_FILENO) != 0) {
+    throw Failure(EXIT_USAGE, "a .docx is not written to a terminal: -o names a file for it");
+  }
 }
 
 }  // namespace

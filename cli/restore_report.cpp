@@ -43,17 +43,24 @@ const Wording& wording_of(Outcome outcome) {
                        [outcome](const Wording& w) { return w.outcome == outcome; });
 }
 
-// The numbers of lines, asked for in ascending order of places.
-class LineNumbers {
+// Where something stands: the line of a text, the story of another document. Asked
+// for in ascending order of offsets.
+class Places {
  public:
-  explicit LineNumbers(std::u32string_view text) : text_(text) {}
-  std::size_t at(std::size_t place) {
-    for (; at_ < place; ++at_) line_ += text_[at_] == U'\n' ? 1 : 0;
-    return line_;
+  explicit Places(const documents::MaskedFile& file) : file_(file) {}
+
+  std::string at(std::size_t offset) {
+    if (!file_.is_text()) return file_.story_at(offset);
+    for (; at_ < offset; ++at_) line_ += file_.text()[at_] == U'\n' ? 1 : 0;
+    return std::to_string(line_);
+  }
+  // For a sentence.
+  std::string in(std::size_t offset) {
+    return (file_.is_text() ? " in line " : " in ") + at(offset);
   }
 
  private:
-  std::u32string_view text_;
+  const documents::MaskedFile& file_;
   std::size_t at_ = 0;
   std::size_t line_ = 1;
 };
@@ -72,7 +79,8 @@ std::string name_of(const RestoreReport& report, const restore::Finding& finding
   if (finding.entry < report.mapping.entries.size()) {
     name = report.mapping.entries[finding.entry].placeholder;
   } else {
-    const auto spelled = report.text.substr(finding.start, finding.end - finding.start);
+    const auto spelled =
+        std::u32string_view(report.file.text()).substr(finding.start, finding.end - finding.start);
     for (const char32_t c : restore::placeholder_key(spelled)) {
       if (c != U'#') name += c >= U'a' && c <= U'z' ? c - U'a' + U'A' : c;
     }
@@ -106,7 +114,7 @@ void warn_of(const RestoreReport& report, const Wording& wording, std::ostream& 
   if (count == 0) return;
   err << "veildoc: warning: " << count << ' ' << (count == 1 ? wording.one : wording.several)
       << ": ";
-  LineNumbers lines(report.text);
+  Places places(report.file);
   std::size_t told = 0;
   for (const auto& finding : report.findings) {
     if (finding.outcome != wording.outcome) continue;
@@ -114,8 +122,7 @@ void warn_of(const RestoreReport& report, const Wording& wording, std::ostream& 
       err << ", ...";
       break;
     }
-    err << (told++ == 0 ? "" : ", ") << name_of(report, finding) << " in line "
-        << lines.at(finding.start);
+    err << (told++ == 0 ? "" : ", ") << name_of(report, finding) << places.in(finding.start);
     if (!report.show_surfaces) continue;
     const auto surface = surface_of(report, finding);
     if (!surface.empty()) err << " (" << surface << ')';
@@ -132,6 +139,7 @@ bool RestoreReport::is_in_doubt() const {
 }
 
 void RestoreReport::warn(std::ostream& err) const {
+  for (const auto& warning : file.warnings()) err << "veildoc: warning: " << warning << '\n';
   for (const auto& wording : WORDINGS) {
     if (wording.outcome != Outcome::RESTORED) warn_of(*this, wording, err);
   }
@@ -143,26 +151,27 @@ std::string RestoreReport::check() const {
   for (const auto& wording : WORDINGS) {
     counts.add({std::string(wording.label), std::to_string(count_of(*this, wording.outcome))});
   }
-  counts.add({"no longer in the text", std::to_string(missing_entries(*this))});
-  std::string out = unchanged ? "The text is as it was when it was masked.\n\n"
-                              : "The text was edited since it was masked.\n\n";
+  const std::string what = file.is_text() ? "text" : "document";
+  counts.add({"no longer in the " + what, std::to_string(missing_entries(*this))});
+  std::string out = unchanged ? "The " + what + " is as it was when it was masked.\n\n"
+                              : "The " + what + " was edited since it was masked.\n\n";
   out += counts.text();
 
-  std::vector<Table::Column> columns = {{"LINE", Align::RIGHT}, {"PLACEHOLDER"}, {"RESULT"}};
+  const auto place = file.is_text() ? Table::Column{"LINE", Align::RIGHT} : Table::Column{"STORY"};
+  std::vector<Table::Column> columns = {place, {"PLACEHOLDER"}, {"RESULT"}};
   if (show_surfaces) columns.push_back({"SURFACE"});
-  Table places(columns);
-  LineNumbers lines(text);
+  Table table(columns);
+  Places places(file);
   bool any = false;
   for (const auto& finding : findings) {
     if (finding.outcome == Outcome::RESTORED) continue;
     any = true;
-    std::vector<std::string> row = {std::to_string(lines.at(finding.start)),
-                                    name_of(*this, finding),
+    std::vector<std::string> row = {places.at(finding.start), name_of(*this, finding),
                                     std::string(wording_of(finding.outcome).label)};
     if (show_surfaces) row.push_back(surface_of(*this, finding));
-    places.add(row);
+    table.add(row);
   }
-  return any ? out + "\n" + places.text() : out;
+  return any ? out + "\n" + table.text() : out;
 }
 
 }  // namespace cli

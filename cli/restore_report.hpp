@@ -1,4 +1,4 @@
-// What `veildoc restore` tells of a text.
+// What `veildoc restore` tells of a document.
 #pragma once
 
 #include <iosfwd>
@@ -7,11 +7,12 @@
 #include <vector>
 
 #include "core/restore/restore.hpp"
+#include "documents/masked_file.hpp"
 
 namespace cli {
 
 struct RestoreReport {
-  std::u32string_view text;  // as it was edited
+  const documents::MaskedFile& file;  // as it was edited
   const core::restore::Mapping& mapping;
   const std::vector<core::restore::Finding>& findings;
   bool unchanged = false;  // since it was masked

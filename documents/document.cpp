@@ -36,6 +36,7 @@ class TextDocument : public Document {
     }
     return encode_text(as_written(masked.text), source_);
   }
+  std::string_view encoding() const override { return encoding_name(source_.encoding); }
   const Report& report() const override { return report_; }
   bool is_plain_text() const override { return true; }
 
@@ -62,6 +63,8 @@ constexpr std::string_view OLE_FILE = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
 constexpr std::string_view ENCRYPTED_PACKAGE("E\0n\0c\0r\0y\0p\0t\0e\0d\0P\0a\0c\0k\0a\0g\0e\0",
                                              32);
 
+}  // namespace
+
 void refuse_other_files(std::string_view bytes) {
   if (bytes.starts_with(OLE_FILE)) {
     throw DocumentError(bytes.find(ENCRYPTED_PACKAGE) != std::string_view::npos
@@ -74,8 +77,6 @@ void refuse_other_files(std::string_view bytes) {
   }
 }
 
-}  // namespace
-
 void Report::count(const std::string& story, const std::string& kind) {
   const auto found = std::find_if(stories.begin(), stories.end(),
                                   [&](const auto& entry) { return entry.first == story; });
@@ -83,6 +84,17 @@ void Report::count(const std::string& story, const std::string& kind) {
                     ? stories.emplace_back(story, std::map<std::string, std::size_t>())
                     : *found;
   ++entry.second[kind];
+}
+
+WrittenText Document::written(const anonymization::AnonymizedDocument& masked) {
+  WrittenText out{as_written(masked.text), masked.placements, as_written(text())};
+  for (auto& placement : out.placements) placement.surface = as_written(placement.surface);
+  return out;
+}
+
+const anonymization::Stretches& Document::kept() {
+  if (const auto ask = std::exchange(ask_kept_, {})) kept_ = ask();
+  return kept_;
 }
 
 std::unique_ptr<Document> read_document(std::string_view bytes) {
@@ -97,12 +109,11 @@ std::unique_ptr<Document> make_text_document(std::u32string text) {
 }
 
 anonymization::AnonymizedDocument as_written(anonymization::AnonymizedDocument masked,
-                                             const Document& document) {
-  masked.text = document.as_written(masked.text);
+                                             Document& document) {
+  auto written = document.written(masked);
+  masked.text = std::move(written.text);
+  masked.placements = std::move(written.placements);
   for (auto& entry : masked.mapping) entry.surface = document.as_written(entry.surface);
-  for (auto& placement : masked.placements) {
-    placement.surface = document.as_written(placement.surface);
-  }
   return masked;
 }
 

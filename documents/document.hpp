@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -16,6 +17,7 @@
 #include <vector>
 
 #include "core/anonymization_core.hpp"
+#include "documents/written_text.hpp"
 
 namespace documents {
 
@@ -43,6 +45,12 @@ class Document {
   virtual const std::u32string& text() const = 0;
   // The text, or what an analysis made of a part of it, as the document has it.
   virtual std::u32string as_written(std::u32string_view text) const = 0;
+  // How to learn what of text() was left on purpose. It is asked at most once, by
+  // written() or write(), and only if something was left that reads like a masked text.
+  using Kept = std::function<core::anonymization::Stretches()>;
+  void set_kept(Kept kept) { ask_kept_ = std::move(kept); }
+  // What people read in the file that write() makes of `masked`; before and behind it.
+  virtual WrittenText written(const core::anonymization::AnonymizedDocument& masked);
   // The file in which text() is masked; to be called once. Throws LeftoverError if
   // something that is masked could still be read in it.
   virtual std::string write(const core::anonymization::AnonymizedDocument& masked) = 0;
@@ -50,18 +58,31 @@ class Document {
   virtual const Report& report() const = 0;
   // Whether the file is text itself, so that the masked text is the file.
   virtual bool is_plain_text() const = 0;
+  // Of a text that its bytes may not show once it is masked: see Mapping::encoding.
+  virtual std::string_view encoding() const { return {}; }
+
+ protected:
+  const core::anonymization::Stretches& kept();
+
+ private:
+  Kept ask_kept_;
+  core::anonymization::Stretches kept_;
 };
 
+// Throws DocumentError, saying what to do, for a file of a known other format.
+void refuse_other_files(std::string_view bytes);
+
 // Plain text in UTF-8, UTF-16 with a byte order mark or GB18030, a .docx, or a PDF, of
-// which write() gives plain text. Throws
-// DocumentError for anything else, and for a damaged file.
+// which write() gives plain text. Throws DocumentError for anything else, and for a
+// damaged file.
 std::unique_ptr<Document> read_document(std::string_view bytes);
 
 // Text that stands in no file.
 std::unique_ptr<Document> make_text_document(std::u32string text);
 
-// The document as its reader's escapes are undone in all its strings.
+// The document as people read it: placements over its text, and the surfaces as they
+// stand there.
 core::anonymization::AnonymizedDocument as_written(core::anonymization::AnonymizedDocument masked,
-                                                   const Document& document);
+                                                   Document& document);
 
 }  // namespace documents

@@ -1,7 +1,8 @@
 #include "documents/docx.hpp"
 
-#include <array>
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "core/anonymization/placeholders.hpp"
@@ -11,9 +12,12 @@
 #include "documents/docx_fields.hpp"
 #include "documents/docx_names.hpp"
 #include "documents/docx_parts.hpp"
+#include "documents/docx_reading.hpp"
 #include "documents/docx_scrub.hpp"
 #include "documents/docx_text.hpp"
 #include "documents/errors.hpp"
+#include "documents/leftovers.hpp"
+#include "documents/metafile.hpp"
 #include "documents/picture_metadata.hpp"
 #include "documents/surface_search.hpp"
 
@@ -21,45 +25,6 @@ namespace documents {
 namespace {
 
 namespace anonymization = core::anonymization;
-
-// Stories in the order in which they are read.
-constexpr std::array<std::string_view, 10> READING_ORDER = {
-    "body",     "header",          "footer", "footnotes", "endnotes",
-    "comments", "building blocks", "chart",  "diagram",   "other parts"};
-
-struct XmlPart {
-  std::string name;
-  PartKind kind;
-  std::unique_ptr<pugi::xml_document> xml;
-};
-
-// All parts in XML but types and relationships, as trees.
-std::vector<XmlPart> xml_parts(const OfficePackage& package) {
-  std::vector<XmlPart> out;
-  for (const auto& part : package.parts()) {
-    auto kind = kind_of(package, part);
-    if (kind.role == Role::BINARY || kind.role == Role::STRUCTURE) continue;
-    out.push_back({part.name, std::move(kind), std::make_unique<pugi::xml_document>()});
-    parse_xml(*out.back().xml, part.bytes, part.name);
-  }
-  return out;
-}
-
-void read_text(DocxText& text, const std::vector<XmlPart>& parts) {
-  for (const auto wanted : READING_ORDER) {
-    for (const auto& part : parts) {
-      if (part.kind.name != wanted) continue;
-      const auto root = part.xml->document_element();
-      if (part.kind.role == Role::STORY) text.add_story(part.kind.name, root, part.name);
-      if (part.kind.role == Role::STRINGS) text.add_strings(part.kind.name, root, part.name);
-    }
-  }
-  std::vector<pugi::xml_node> roots;
-  roots.reserve(parts.size());
-  for (const auto& part : parts) roots.push_back(part.xml->document_element());
-  text.add_attributes("labels", roots);
-  text.finish();
-}
 
 std::string tag_of(std::u32string_view placeholder) {
   const auto parsed = anonymization::parse_numbered_placeholder(placeholder);
@@ -111,6 +76,19 @@ void rename_theme(const pugi::xml_node& root, const SurfaceSearch& search) {
   });
 }
 
+// How the report tells of what reads like a masked text.
+constexpr std::pair<Leftover::Kind, std::string_view> LEFTOVER_WORDINGS[] = {
+    {Leftover::Kind::KEPT, "texts that read like a masked one were left on purpose"},
+    {Leftover::Kind::MISSED, "names that the analysis left were masked as they are elsewhere"},
+    {Leftover::Kind::ALIKE, "texts that read like a masked one were left, look at them"},
+};
+
+// What the search of a picture did not reach, or did.
+std::string remark_on(const MetafileText& drawn) {
+  if (!drawn.is_metafile) return {};
+  return drawn.complete ? ", but for its text" : ", its text cannot be read";
+}
+
 // The spans that were masked, over the text with its joiners. The masked text has
 // none: that the spans give it again shows that they are right.
 std::vector<anonymization::MaskedStretch> checked_stretches(
@@ -136,7 +114,8 @@ class DocxDocument : public Document {
     refuse_other_packages(package_);
     report_.removed = remove_private_parts(package_);
     parts_ = xml_parts(package_);
-    read_text(text_, parts_);
+    read_stories(text_, parts_);
+    text_.finish();
     report_.format = "docx";
   }
 
@@ -144,52 +123,112 @@ class DocxDocument : public Document {
   std::u32string as_written(std::u32string_view text) const override {
     return text_.escapes().restore(text);
   }
+  WrittenText written(const anonymization::AnonymizedDocument& masked) override {
+    mask_text(masked);
+    return text_.written();
+  }
   std::string write(const anonymization::AnonymizedDocument& masked) override;
   const Report& report() const override { return report_; }
   bool is_plain_text() const override { return false; }
 
  private:
-  SurfaceSearch mask_text(const anonymization::AnonymizedDocument& masked);
-  void clean_parts(const SurfaceSearch& search);
+  void mask_text(const anonymization::AnonymizedDocument& masked);
+  void add_missed(std::vector<anonymization::MaskedStretch>& stretches);
+  void tell_of_left(const std::vector<Leftover>& left, Leftover::Kind kind,
+                    const std::string& wording);
+  void clean_parts();
   void strip_pictures();
-  void verify(std::string_view bytes, const SurfaceSearch& search);
+  void verify(std::string_view bytes);
 
   OfficePackage package_;
   std::vector<XmlPart> parts_;
   DocxText text_;
+  Names names_;
+  std::optional<SurfaceSearch> search_;  // for what is masked, once it is
+  std::vector<std::string> left_;        // what the report tells of what was left
   Report report_;
 };
 
-SurfaceSearch DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
+void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
+  text_.forget();
+  left_.clear();
+  report_.stories.clear();
+  auto stretches = checked_stretches(text_.text(), masked);
+  add_missed(stretches);
   std::vector<std::u32string> surfaces;
-  for (const auto& stretch : checked_stretches(text_.text(), masked)) {
+  std::vector<DocxText::Span> spans;
+  for (const auto& stretch : stretches) {
     surfaces.push_back(as_written(core::text::slice(text_.text(), stretch.start, stretch.end)));
-    const auto start = static_cast<std::size_t>(stretch.start);
-    if (text_.mask(start, static_cast<std::size_t>(stretch.end), stretch.placeholder)) {
-      report_.count(text_.story_at(start), tag_of(stretch.placeholder));
-    }
+    spans.push_back({static_cast<std::size_t>(stretch.start), static_cast<std::size_t>(stretch.end),
+                     stretch.placeholder});
   }
-  text_.write_back();
-  return SurfaceSearch(surfaces);
+  const auto wrote = text_.replace(spans);
+  for (std::size_t i = 0; i < spans.size(); ++i) {
+    if (wrote[i]) report_.count(text_.story_at(spans[i].start), tag_of(spans[i].written));
+  }
+  text_.replace_readings();
+  // Whatever the placeholders are called, what they stand for is the same.
+  if (search_) return;
+  search_.emplace(surfaces);
+  for (const auto& root : roots_of(parts_)) names_.collect(root, *search_);
+  for (const auto& root : roots_of(parts_)) names_.rename(root);
+  text_.note_names();
 }
 
-void DocxDocument::clean_parts(const SurfaceSearch& search) {
-  Names names;
-  for (const auto& part : parts_) names.collect(part.xml->document_element(), search);
-  const auto renamed = [&](std::string_view name) { return names.bookmark(name); };
+// Names that the analysis left where it masked them elsewhere are masked as well, and
+// what else was left is told.
+void DocxDocument::add_missed(std::vector<anonymization::MaskedStretch>& stretches) {
+  auto left = leftovers(text_.text(), stretches, {});
+  if (left.empty()) return;
+  if (const auto& on_purpose = kept(); !on_purpose.empty()) {
+    left = leftovers(text_.text(), stretches, on_purpose);
+  }
+  for (const auto& leftover : left) {
+    if (leftover.kind != Leftover::Kind::MISSED) continue;
+    stretches.push_back({static_cast<anonymization::Offset>(leftover.start),
+                         static_cast<anonymization::Offset>(leftover.end), leftover.placeholder});
+  }
+  std::sort(stretches.begin(), stretches.end(),
+            [](const auto& a, const auto& b) { return a.start < b.start; });
+  for (const auto& [kind, wording] : LEFTOVER_WORDINGS) {
+    tell_of_left(left, kind, std::string(wording));
+  }
+}
+
+void DocxDocument::tell_of_left(const std::vector<Leftover>& left, Leftover::Kind kind,
+                                const std::string& wording) {
+  std::vector<std::pair<std::string, std::size_t>> stories;
+  std::size_t count = 0;
+  for (const auto& leftover : left) {
+    if (leftover.kind != kind) continue;
+    const auto& story = text_.story_at(leftover.start);
+    const auto known = std::find_if(stories.begin(), stories.end(),
+                                    [&](const auto& entry) { return entry.first == story; });
+    ++(known == stories.end() ? stories.emplace_back(story, 0) : *known).second;
+    ++count;
+  }
+  if (count == 0) return;
+  std::string line = wording + ": " + std::to_string(count) + " (";
+  for (const auto& [story, times] : stories) {
+    line += (line.ends_with('(') ? "" : ", ") + story + " " + std::to_string(times);
+  }
+  left_.push_back(line + ")");
+}
+
+void DocxDocument::clean_parts() {
+  const auto renamed = [&](std::string_view name) { return names_.bookmark(name); };
   Scrubber scrubber;
-  for (const auto& part : parts_) {
-    const auto root = part.xml->document_element();
+  for (const auto& root : roots_of(parts_)) {
     scrubber.scrub(root);
-    names.rename(root);
-    rename_theme(root, search);
+    rename_theme(root, *search_);
     neutralize_fields(root, renamed);
   }
 }
 
 std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked) {
-  const auto search = mask_text(masked);
-  clean_parts(search);
+  mask_text(masked);
+  text_.write_back();
+  clean_parts();
   for (const auto& part : parts_) {
     pugi::xml_document original;
     parse_xml(original, package_.find(part.name)->bytes, part.name);
@@ -200,7 +239,8 @@ std::string DocxDocument::write(const anonymization::AnonymizedDocument& masked)
   parts_.clear();
   strip_pictures();
   auto bytes = write_package(package_.parts());
-  verify(bytes, search);
+  verify(bytes);
+  report_.warnings = left_;
   return bytes;
 }
 
@@ -216,7 +256,8 @@ void DocxDocument::strip_pictures() {
   if (count > 0) report_.removed.push_back("metadata of a picture: " + std::to_string(count));
 }
 
-void DocxDocument::verify(std::string_view bytes, const SurfaceSearch& search) {
+void DocxDocument::verify(std::string_view bytes) {
+  const auto& search = *search_;
   const auto fail = [](const std::string& where) {
     throw LeftoverError("something that is masked can still be read in " + where +
                         "; nothing was written");
@@ -224,7 +265,8 @@ void DocxDocument::verify(std::string_view bytes, const SurfaceSearch& search) {
   const OfficePackage written(read_package(bytes));
   const auto parts = xml_parts(written);
   DocxText text;
-  read_text(text, parts);
+  read_stories(text, parts);
+  text.finish();
   for (const auto& part : parts) {
     if (holds_surface(part.xml->document_element(), text, search)) fail(part.name);
   }
@@ -236,13 +278,11 @@ void DocxDocument::verify(std::string_view bytes, const SurfaceSearch& search) {
       parse_xml(xml, part.bytes, part.name);
       if (holds_surface(xml.document_element(), text, search)) fail(part.name);
     } else if (kind.role == Role::BINARY) {
+      const auto drawn = metafile_text(part.bytes);
+      if (!search.find_in(drawn.joined()).empty()) fail("the text of the picture " + part.name);
       if (search.found_in_bytes(part.bytes)) fail(part.name);
-      report_.not_examined.push_back(part.name + ": " + kind.name);
+      report_.not_examined.push_back(part.name + ": " + kind.name + remark_on(drawn));
     }
-  }
-  if (const auto left = search.count_in(text.text()); left > 0) {
-    report_.warnings.push_back("texts that read like a masked one were left by the analysis: " +
-                               std::to_string(left));
   }
 }
 

@@ -5,8 +5,10 @@
 #include <utility>
 
 #include "core/anonymization/rules/helpers.hpp"
+#include "core/restore/placeholder_reader.hpp"
 #include "core/text/utf8.hpp"
 #include "core/text/word_set.hpp"
+#include "documents/characters.hpp"
 #include "documents/errors.hpp"
 #include "documents/xml.hpp"
 
@@ -29,26 +31,13 @@ constexpr auto ASIDE_ELEMENTS =
 // of joiners by values that are no code points.
 constexpr char32_t OWN_OPENING = 0x110000;
 constexpr char32_t OWN_CLOSING = 0x110001;
-constexpr char32_t NON_BREAKING_HYPHEN = 0x2011;
-constexpr char32_t NO_CHARACTER = 0;
 
-// Soft hyphens, zero-width characters, marks of writing direction: a reader does not
-// see them, and a value is found without them.
-bool is_invisible(char32_t c) {
-  return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
-         (c >= 0x2060 && c <= 0x2064) || c == 0xFEFF;
-}
+constexpr std::size_t LEAST_PLACEHOLDER = 4;  // bytes: [A1]
 
 char32_t analysed(char32_t c) {
   if (c == 0xE000) return OWN_OPENING;
   if (c == 0xE001) return OWN_CLOSING;
-  return c == NON_BREAKING_HYPHEN ? U'-' : c;
-}
-
-// On a line of its own: rules that look for the begin or the end of a line find it.
-std::u32string framed(std::u32string_view joiner) {
-  std::u32string out = U"\n";
-  return out.append(joiner).append(U"\n");
+  return seen_as(c);
 }
 
 // The character of a w:sym: by its code, where it is no place in a symbol font.
@@ -60,14 +49,14 @@ char32_t symbol_of(const pugi::xml_node& node) {
   return is_character ? static_cast<char32_t>(value) : U'\uFFFD';
 }
 
-// What stands for an element without text of its own; NO_CHARACTER for a soft
-// hyphen, nothing for elements that are no character.
+// What stands for an element without text of its own; nothing for elements that are
+// no character.
 std::optional<char32_t> atom_of(const pugi::xml_node& node) {
   const std::string_view name = node.name();
   if (name == "w:tab" || name == "w:ptab") return U'\t';
   if (name == "w:br" || name == "w:cr") return U'\n';
-  if (name == "w:noBreakHyphen") return U'-';
-  if (name == "w:softHyphen") return NO_CHARACTER;
+  if (name == "w:noBreakHyphen") return NON_BREAKING_HYPHEN;
+  if (name == "w:softHyphen") return SOFT_HYPHEN;
   if (name == "w:sym") return symbol_of(node);
   return std::nullopt;
 }
@@ -76,11 +65,16 @@ bool is_blank(std::string_view text) {
   return text.find_first_not_of(" \t\r\n") == std::string_view::npos;
 }
 
-bool within_deletion(pugi::xml_node node) {
-  for (; node; node = node.parent()) {
-    if (is(node, "w:del") || is(node, "w:moveFrom")) return true;
-  }
-  return false;
+// Tracked changes of the mark at the end of a paragraph: without it, the next one goes
+// on in this.
+struct Mark {
+  bool deleted = false;
+  bool inserted = false;
+};
+Mark mark_of(const pugi::xml_node& paragraph) {
+  const auto properties = paragraph.child("w:pPr").child("w:rPr");
+  return {properties.child("w:del") || properties.child("w:moveFrom"),
+          properties.child("w:ins") || properties.child("w:moveTo")};
 }
 
 // A name by which other elements refer to this one.
@@ -143,11 +137,37 @@ void DocxText::add_attributes(const std::string& name, const std::vector<pugi::x
   }
 }
 
-void DocxText::finish() {
-  begin_story("deleted text");
+void DocxText::add_other_placeholders(const std::string& name,
+                                      const std::vector<pugi::xml_node>& roots) {
+  begin_story(name);
+  const auto add = [&](Kind kind, const pugi::xml_node& node, const pugi::xml_attribute& attribute,
+                       std::string_view value) {
+    if (value.size() < LEAST_PLACEHOLDER) return;
+    auto text = decoded(value);
+    if (core::restore::find_written_placeholders(text).empty()) return;
+    emit({add_slot(kind, node, attribute, std::move(text))});
+  };
+  for (const auto& root : roots) {
+    for_each_element(root, [&](const pugi::xml_node& node) {
+      for (const auto& attribute : node.attributes()) {
+        if (!holds(attribute)) add(Kind::ATTRIBUTE, node, attribute, attribute.value());
+      }
+      if (!holds(node)) add(Kind::TEXT, node, {}, own_text(node));
+      return true;
+    });
+  }
+}
+
+void DocxText::add_rejected(const std::string& name) {
+  begin_story(name);
+  rejected_start_ = text_.size();
   for (const auto& slots : rejected_) emit(slots);
+}
+
+void DocxText::finish() {
   escapes_ = JoinerEscapes::of(text_);
-  const auto stand_ins = escapes_.escape(U"\uE000\uE001");
+  const std::u32string own = U"\uE000\uE001";
+  const auto stand_ins = between_ == Between::JOINERS ? escapes_.escape(own) : own;
   for (char32_t& c : text_) {
     if (c == OWN_OPENING || c == OWN_CLOSING) c = stand_ins[c - OWN_OPENING];
   }
@@ -168,7 +188,11 @@ void DocxText::block(const pugi::xml_node& node) {
   for (const auto& child : node.children()) {
     if (is(child, "w:p")) {
       paragraph(child);
-    } else if (is(child, "w:tr")) {
+      continue;
+    }
+    if (!child.first_child()) continue;  // marks between paragraphs
+    close_paragraph();
+    if (is(child, "w:tr")) {
       row(child);
     } else if (is(child, "w:tc")) {
       cell(child);
@@ -177,6 +201,7 @@ void DocxText::block(const pugi::xml_node& node) {
       if (is(child, "w:tbl")) separator_ = framed(core::anonymization::PARAGRAPH_JOINER);
     }
   }
+  close_paragraph();
 }
 
 void DocxText::row(const pugi::xml_node& node) {
@@ -199,22 +224,33 @@ void DocxText::cell(const pugi::xml_node& node) {
 void DocxText::paragraph(const pugi::xml_node& node) {
   Paragraph found;
   for (const auto& child : node.children()) inlines(child, Change::NONE, found);
-  std::vector<std::size_t> accepted;
-  std::vector<std::size_t> rejected;
-  bool has_deletion = false;
+  const auto mark = mark_of(node);
+  open_.changed = open_.changed || mark.deleted || mark.inserted;
   for (const auto& [slot, change] : found.inlines) {
-    if (change != Change::DELETED) accepted.push_back(slot);
-    if (change != Change::INSERTED) rejected.push_back(slot);
-    has_deletion = has_deletion || change == Change::DELETED;
+    slots_[slot].change = change;
+    if (change != Change::DELETED) open_.accepted.push_back(slot);
+    if (change != Change::INSERTED) open_.rejected.push_back(slot);
+    open_.changed = open_.changed || change == Change::DELETED;
   }
-  emit(accepted);
-  if (has_deletion) rejected_.push_back(std::move(rejected));
+  if (!mark.deleted) emit(std::exchange(open_.accepted, {}));
+  if (!mark.inserted) {
+    if (open_.changed) rejected_.push_back(open_.rejected);
+    open_.rejected.clear();
+  }
+  if (!mark.deleted && !mark.inserted) open_.changed = false;
   asides(found);
+}
+
+void DocxText::close_paragraph() {
+  if (!open_.rejected.empty() && open_.changed) rejected_.push_back(open_.rejected);
+  emit(open_.accepted);
+  open_ = {};
 }
 
 void DocxText::asides(const Paragraph& paragraph_found) {
   if (paragraph_found.aside.empty()) return;
   const auto outer = stories_.back().name;
+  const auto outer_open = std::exchange(open_, {});
   for (const auto& node : paragraph_found.aside) {
     begin_story(is(node, "w:rt") ? "phonetic guide" : "text box");
     const auto outer_cells = std::exchange(cells_, 0);
@@ -222,9 +258,11 @@ void DocxText::asides(const Paragraph& paragraph_found) {
       block(node);
     } else {
       paragraph(node);
+      close_paragraph();
     }
     cells_ = outer_cells;
   }
+  open_ = outer_open;
   begin_story(outer);
 }
 
@@ -259,14 +297,15 @@ bool DocxText::leaf(const pugi::xml_node& node, Change change, Paragraph& out) {
   }
   const auto atom = atom_of(node);
   if (!atom) return false;
-  // A soft hyphen takes part in no text, and goes with a value around it.
-  const auto source = *atom == NO_CHARACTER ? U'\u00AD' : *atom;
-  out.inlines.push_back({add_slot(Kind::ATOM, node, {}, std::u32string(1, source)), change});
+  out.inlines.push_back({add_slot(Kind::ATOM, node, {}, std::u32string(1, *atom)), change});
   return true;
 }
 
 void DocxText::strings(const pugi::xml_node& node) {
-  if (is(node, "a:p")) return paragraph(node);
+  if (is(node, "a:p")) {
+    paragraph(node);
+    return close_paragraph();
+  }
   if (!is_blank(own_text(node))) emit({text_slot(node)});
   for (const auto& child : node.children()) {
     if (child.type() == pugi::node_element) strings(child);
@@ -283,7 +322,7 @@ std::u32string DocxText::decoded(std::string_view text) const {
 
 std::size_t DocxText::add_slot(Kind kind, const pugi::xml_node& node,
                                const pugi::xml_attribute& attribute, std::u32string source) {
-  slots_.push_back({kind, node, attribute, std::move(source), {}});
+  slots_.push_back({kind, node, attribute, std::move(source), {}, Change::NONE, {}});
   if (kind == Kind::TEXT) nodes_.insert(node.hash_value());
   if (kind == Kind::ATTRIBUTE) attributes_.insert(attribute.hash_value());
   return slots_.size() - 1;
@@ -291,6 +330,13 @@ std::size_t DocxText::add_slot(Kind kind, const pugi::xml_node& node,
 
 std::size_t DocxText::text_slot(const pugi::xml_node& node) {
   return add_slot(Kind::TEXT, node, {}, decoded(own_text(node)));
+}
+
+// A joiner is on a line of its own: rules that look for the begin or the end of a line
+// find it.
+std::u32string DocxText::framed(std::u32string_view joiner) const {
+  std::u32string out = U"\n";
+  return between_ == Between::LINE_ENDS ? out : out.append(joiner).append(U"\n");
 }
 
 void DocxText::separate() {
@@ -316,89 +362,6 @@ void DocxText::append_piece(std::size_t slot) {
   }
   piece.size = text_.size() - piece.start;
   pieces_.push_back(std::move(piece));
-}
-
-// Writing.
-
-bool DocxText::cut(Slot& slot, std::size_t from, std::size_t to, std::u32string_view placeholder) {
-  bool wrote = false;
-  auto& cuts = slot.cuts;
-  std::size_t at = from;
-  const auto cut_until = [&](std::size_t end) {
-    if (at >= end) return;
-    cuts.push_back({at, end, std::u32string(wrote ? std::u32string_view() : placeholder)});
-    wrote = true;
-  };
-  const auto known = cuts;
-  for (const auto& other : known) {
-    if (other.to <= at || other.from >= to) continue;
-    cut_until(std::min(other.from, to));
-    at = std::max(at, other.to);
-  }
-  cut_until(to);
-  std::sort(cuts.begin(), cuts.end(), [](const Cut& a, const Cut& b) { return a.from < b.from; });
-  return wrote;
-}
-
-bool DocxText::mask(std::size_t start, std::size_t end, std::u32string_view placeholder) {
-  bool wrote = false;
-  auto piece = std::partition_point(pieces_.begin(), pieces_.end(),
-                                    [start](const Piece& p) { return p.start + p.size <= start; });
-  for (; piece != pieces_.end() && piece->start < end; ++piece) {
-    auto& slot = slots_[piece->slot];
-    std::size_t from = 0;
-    std::size_t to = slot.source.size();
-    const auto place = [&](std::size_t at) {
-      return piece->places.empty() ? at - piece->start : piece->places[at - piece->start];
-    };
-    if (piece->size > 0 && piece->start < start) from = place(start);
-    if (piece->size > 0 && piece->start + piece->size >= end) to = place(end - 1) + 1;
-    if (cut(slot, from, to, wrote ? std::u32string_view() : placeholder)) wrote = true;
-  }
-  return wrote;
-}
-
-void DocxText::write_back() {
-  drop_readings();
-  for (auto& slot : slots_) {
-    if (slot.cuts.empty() || slot.kind == Kind::NAME) continue;
-    std::u32string text;
-    std::size_t at = 0;
-    for (const auto& c : slot.cuts) {
-      text.append(slot.source, at, c.from - at).append(c.written);
-      at = c.to;
-    }
-    text.append(slot.source, at);
-    const auto bytes = core::text::encode_utf8(text);
-    if (slot.kind == Kind::TEXT) {
-      set_own_text(slot.node, bytes);
-    } else if (slot.kind == Kind::ATTRIBUTE) {
-      slot.attribute.set_value(bytes.c_str());
-    } else {
-      auto run = slot.node.parent();
-      if (!bytes.empty()) {
-        const auto* name = within_deletion(run) ? "w:delText" : "w:t";
-        set_own_text(run.insert_child_before(name, slot.node), bytes);
-      }
-      run.remove_child(slot.node);
-    }
-  }
-}
-
-// The reading of a name tells the name.
-void DocxText::drop_readings() {
-  std::unordered_set<std::size_t> readings;
-  for (const auto& entry : rubies_) {
-    const bool masked = std::any_of(entry.base.begin(), entry.base.end(),
-                                    [this](auto slot) { return !slots_[slot].cuts.empty(); });
-    if (masked) readings.insert(entry.reading.hash_value());
-  }
-  if (readings.empty()) return;
-  for (auto& slot : slots_) {
-    for (auto node = slot.node; node; node = node.parent()) {
-      if (readings.contains(node.hash_value())) slot.cuts = {{0, slot.source.size(), {}}};
-    }
-  }
 }
 
 }  // namespace documents

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "core/text/unicode.hpp"
 #include "core/text/utf8.hpp"
+#include "documents/characters.hpp"
 
 namespace documents {
 namespace {
@@ -17,28 +19,27 @@ constexpr std::size_t LEAST_BYTES = 6;
 constexpr std::size_t LEAST_DIGITS_IN_BYTES = 9;
 constexpr std::size_t PIECE = std::size_t{1} << 20U;
 
-bool is_unseen(char32_t c) {
-  return text::is_space(c) || c == 0xAD || (c >= 0x200B && c <= 0x200F) ||
-         (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2064) || c == 0xFEFF;
-}
+bool is_unseen(char32_t c) { return text::is_space(c) || is_invisible(c); }
 
-// A string without what is not seen, and which of its characters stood behind that.
+// A string without what is not seen, which of its characters stood behind that, and
+// where they stood.
 struct Compact {
   std::u32string text;
   std::vector<bool> apart;
+  std::vector<std::size_t> places;
 };
 
 Compact compacted(std::u32string_view text) {
   Compact out;
   bool apart = false;
-  for (const char32_t c : text) {
-    if (is_unseen(c)) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (is_unseen(text[i])) {
       apart = true;
       continue;
     }
-    out.text += c;
-    out.apart.push_back(apart);
-    apart = false;
+    out.text += text[i];
+    out.apart.push_back(std::exchange(apart, false));
+    out.places.push_back(i);
   }
   return out;
 }
@@ -141,13 +142,18 @@ bool SurfaceSearch::found_in_bytes(std::string_view bytes) const {
   return found;
 }
 
-std::size_t SurfaceSearch::count_in(std::u32string_view text_seen) const {
+std::vector<SurfaceSearch::Place> SurfaceSearch::find_in(std::u32string_view text_seen) const {
   const auto in = compacted(text_seen);
-  std::size_t count = 0;
+  std::vector<Place> out;
   pattern_.scan(in.text, [&](const text::MultiPattern::Hit& hit) {
-    if (counts(in, hit.start, hit.end)) ++count;
+    if (!counts(in, hit.start, hit.end)) return;
+    out.push_back({in.places[hit.start], in.places[hit.end - 1] + 1, words_[hit.pattern]});
   });
-  return count;
+  return out;
+}
+
+std::u32string SurfaceSearch::compact(std::u32string_view surface) {
+  return compacted(surface).text;
 }
 
 }  // namespace documents

@@ -25,8 +25,15 @@ class SurfaceSearch {
   bool found_in(std::string_view text) const;
   // In the bytes of a picture or another part that is no XML: as UTF-8 or UTF-16.
   bool found_in_bytes(std::string_view bytes) const;
-  // How often any of them stands in a text.
-  std::size_t count_in(std::u32string_view text) const;
+  struct Place {
+    std::size_t start;
+    std::size_t end;
+    std::u32string_view word;  // the surface, as compact() has it; of this object
+  };
+  // Where any of them stands in a text.
+  std::vector<Place> find_in(std::u32string_view text) const;
+  // Without white space and invisible characters.
+  static std::u32string compact(std::u32string_view surface);
 
  private:
   std::vector<std::u32string> words_;  // compact, each once

@@ -1,5 +1,6 @@
 #include "documents/text_encoding.hpp"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -19,6 +20,13 @@ constexpr std::string_view UTF16_BE_MARK = "\xFE\xFF";
 // In Chinese prose nearly every character is of the first standard, GB 2312; bytes
 // of another encoding that happen to be legal are spread over the whole table.
 constexpr double LEAST_COMMON = 0.9;
+
+constexpr std::string_view GB18030_NAME = "gb18030";
+
+bool is_ascii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
 
 struct ConverterClose {
   void operator()(UConverter* converter) const { ucnv_close(converter); }
@@ -99,9 +107,15 @@ std::optional<EncodedText> decode_utf16(std::string_view bytes) {
 
 }  // namespace
 
-EncodedText decode_text(std::string_view bytes) {
+std::string_view encoding_name(Encoding encoding) {
+  return encoding == Encoding::GB18030 ? GB18030_NAME : std::string_view();
+}
+
+EncodedText decode_text(std::string_view bytes, std::string_view expected) {
   if (auto utf16 = decode_utf16(bytes)) return std::move(*utf16);
   EncodedText out;
+  const bool maybe_chinese = expected == GB18030_NAME;
+  if (maybe_chinese && is_ascii(bytes)) out.encoding = Encoding::GB18030;
   out.marked = bytes.starts_with(UTF8_MARK);
   const std::size_t skipped = out.marked ? UTF8_MARK.size() : 0;
   const std::size_t nul = bytes.find('\0');
@@ -111,7 +125,7 @@ EncodedText decode_text(std::string_view bytes) {
     const std::size_t bad = skipped + e.byte_offset();
     if (nul != std::string_view::npos && nul < bad) refuse_text("not a text: NUL", nul);
     if (nul != std::string_view::npos || out.marked || is_cut_utf8(bytes, bad) ||
-        !reads_like_chinese(bytes)) {
+        (!maybe_chinese && !reads_like_chinese(bytes))) {
       refuse_text("not valid UTF-8", bad);
     }
     auto chinese = decoded_as(Encoding::GB18030, bytes);
@@ -120,6 +134,14 @@ EncodedText decode_text(std::string_view bytes) {
   }
   if (nul != std::string_view::npos) refuse_text("not a text: NUL", nul);
   return out;
+}
+
+std::optional<std::u32string> decode_utf16_le(std::string_view bytes) {
+  return decoded_as(Encoding::UTF16_LE, bytes);
+}
+
+std::optional<std::u32string> decode_gb18030(std::string_view bytes) {
+  return decoded_as(Encoding::GB18030, bytes);
 }
 
 std::string encode_text(std::u32string_view text, const EncodedText& like) {

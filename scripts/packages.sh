@@ -6,7 +6,7 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpcre2-dev libicu-dev libphon
   nlohmann-json3-dev libcli11-dev libyaml-cpp-dev libcurl4-openssl-dev libsodium-dev
   libzip-dev libpugixml-dev poppler-utils"
 # To build and run the tests.
-TEST_PACKAGES="libgtest-dev openssl python3-dev python3-pytest pybind11-dev"
+TEST_PACKAGES="libgtest-dev openssl python3-dev python3-docx python3-pytest pybind11-dev"
 # For the further checks of ./test --all.
 CHECK_PACKAGES="clang libclang-rt-14-dev clang-format clang-tidy ccache libbenchmark-dev git
   python3-pip python3-setuptools python3-venv python3-wheel"

@@ -39,6 +39,7 @@ struct DocumentRecord {
   std::string name;           // for people
   std::string language;       // "zh" or "en"
   std::string masked_sha256;  // of the masked output
+  std::string encoding = {};  // as in a mapping
 };
 
 struct MatterOccurrence {

@@ -40,9 +40,13 @@ std::vector<DocumentRecord> documents_of(const ordered_json& list) {
   for (const auto& document : list) {
     const auto what = "document " + std::to_string(documents.size() + 1);
     if (!document.is_object()) damaged(what + ": no object");
-    documents.push_back({restore::string_member(document, "name", what),
-                         restore::string_member(document, "language", what),
-                         restore::string_member(document, "masked_sha256", what)});
+    DocumentRecord record{restore::string_member(document, "name", what),
+                          restore::string_member(document, "language", what),
+                          restore::string_member(document, "masked_sha256", what)};
+    if (find_member(document, "encoding") != nullptr) {
+      record.encoding = restore::string_member(document, "encoding", what);
+    }
+    documents.push_back(std::move(record));
   }
   return documents;
 }
@@ -71,7 +75,7 @@ std::vector<MatterEntry> entries_of(const ordered_json& object, const restore::M
 // The mapping that the document had by itself.
 restore::Mapping mapping_of(const Matter& matter, std::size_t document) {
   const auto& record = matter.documents()[document];
-  restore::Mapping mapping{record.language, record.masked_sha256, {}};
+  restore::Mapping mapping{record.language, record.masked_sha256, {}, record.encoding};
   for (const auto& entry : matter.entries()) {
     restore::Entry own{entry.placeholder, {}, 0, {}};
     std::unordered_map<std::size_t, std::size_t> place;
@@ -93,9 +97,11 @@ restore::Mapping mapping_of(const Matter& matter, std::size_t document) {
 std::string write_matter(const Matter& matter) {
   auto documents = ordered_json::array();
   for (const auto& document : matter.documents()) {
-    documents.push_back({{"name", document.name},
-                         {"language", document.language},
-                         {"masked_sha256", document.masked_sha256}});
+    ordered_json record = {{"name", document.name},
+                           {"language", document.language},
+                           {"masked_sha256", document.masked_sha256}};
+    if (!document.encoding.empty()) record["encoding"] = document.encoding;
+    documents.push_back(std::move(record));
   }
   auto entries = ordered_json::array();
   for (const auto& entry : matter.entries()) entries.push_back(json_of(entry));

@@ -135,7 +135,7 @@ Mapping make_mapping(const AnonymizedDocument& document, Occurrences occurrences
     if (entry.surfaces.size() < 2 && occurrences == Occurrences::WHERE_NEEDED) continue;
     entry.occurrences.push_back({known[i].surface, contexts.before(i), contexts.after(i)});
   }
-  return {document.language, {}, std::move(collector.entries)};
+  return {document.language, {}, std::move(collector.entries), {}};
 }
 
 EntryIndex::EntryIndex(const std::vector<Entry>& entries) {

@@ -51,6 +51,9 @@ struct Mapping {
   std::string language;        // "zh" or "en"
   std::string masked_sha256;   // of the masked output, in lower-case hexadecimal; may be empty
   std::vector<Entry> entries;  // in the order of the text
+  // The encoding of the document, "gb18030", where the bytes of a masked or edited text
+  // may not show it; else empty.
+  std::string encoding = {};
 
   bool operator==(const Mapping&) const = default;
 };

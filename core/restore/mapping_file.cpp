@@ -138,6 +138,7 @@ std::string write_mapping(const Mapping& mapping) {
   ordered_json object = {
       {"format", MAPPING_FORMAT}, {"version", MAPPING_VERSION}, {"language", mapping.language}};
   if (!mapping.masked_sha256.empty()) object["masked_sha256"] = mapping.masked_sha256;
+  if (!mapping.encoding.empty()) object["encoding"] = mapping.encoding;
   object["entries"] = entries_json(mapping.entries);
   return dump_mapping_object(object);
 }
@@ -147,7 +148,10 @@ Mapping read_mapping(std::string_view bytes) {
   if (find_member(object, "sealed") != nullptr) {
     throw MappingError("sealed: it takes a passphrase to read it");
   }
-  Mapping mapping{string_member(object, "language", "the mapping"), sha256_of(object), {}};
+  Mapping mapping{string_member(object, "language", "the mapping"), sha256_of(object), {}, {}};
+  if (find_member(object, "encoding") != nullptr) {
+    mapping.encoding = string_member(object, "encoding", "the mapping");
+  }
   std::unordered_set<std::u32string> seen;
   for (const auto& entry : array_member(object, "entries", "the mapping")) {
     const std::string what = "entry " + std::to_string(mapping.entries.size() + 1);

@@ -1,4 +1,6 @@
 // The entry points, and the steps that they are made of.
+#include <algorithm>
+
 #include "python/binding/analyzers.hpp"
 #include "python/binding/bindings.hpp"
 
@@ -54,12 +56,40 @@ Aliases aliases_of(py::handle name) {
   throw core::ValueError("aliases must be \"separate\" or \"one\", not \"" + aliases + "\"");
 }
 
+// Spans in any order, as the core takes them: sorted, disjoint, none of them empty.
+anonymization::Stretches stretches_of(py::handle spans, const char* what, std::size_t size) {
+  anonymization::Stretches out;
+  anonymization::Stretches given;
+  for (const auto& span : elements_of(spans)) {
+    const auto ends = unpack(span, 2);
+    const auto start = offset_of(ends[0]);
+    const auto end = offset_of(ends[1]);
+    if (start < 0 || end < start || static_cast<std::size_t>(end) > size) {
+      throw core::ValueError(std::string(what) + " has a span that is not in the text");
+    }
+    if (start < end) given.emplace_back(start, end);
+  }
+  std::sort(given.begin(), given.end());
+  for (const auto& [start, end] : given) {
+    if (!out.empty() && start <= out.back().second) {
+      out.back().second = std::max(out.back().second, end);
+    } else {
+      out.emplace_back(start, end);
+    }
+  }
+  return out;
+}
+
 AnonymizedDocument anonymize_document(py::handle text, py::handle analyzer, py::handle language,
-                                      py::handle profile, py::handle aliases) {
+                                      py::handle profile, py::handle aliases, py::handle keep,
+                                      py::handle mask) {
   const auto r = request_of(text, analyzer, language, profile);
   const auto how = aliases_of(aliases);
+  const anonymization::Overrides overrides{stretches_of(keep, "keep", r.text.size()),
+                                           stretches_of(mask, "mask", r.text.size())};
   return without_gil([&] {
-    return anonymization::anonymize_document(r.text, r.analyzer, r.language, r.profile, how);
+    return anonymization::anonymize_document(r.text, r.analyzer, r.language, r.profile, how,
+                                             overrides);
   });
 }
 
@@ -165,9 +195,12 @@ void bind_document(py::module_& m) {
   define(m, "anonymize_document", anonymize_document,
          "Masks one text and tells all that was learnt about it.\n\n"
          "With aliases 'one', the names by which one party or person goes share a\n"
-         "placeholder where the document leaves no doubt; with 'separate' each has its own.",
+         "placeholder where the document leaves no doubt; with 'separate' each has its own.\n"
+         "`keep` and `mask` are spans (start, end) of the text that stay readable or are masked\n"
+         "whatever the analyzer says; keeping wins.",
          py::arg("text"), py::arg("analyzer"), py::arg("language") = "en",
-         py::arg("strategy_profile") = "contract_default", py::arg("aliases") = "separate");
+         py::arg("strategy_profile") = "contract_default", py::arg("aliases") = "separate",
+         py::arg("keep") = py::make_tuple(), py::arg("mask") = py::make_tuple());
   define(m, "with_labels", with_labels,
          "The document with organizations and addresses as 'zh' ([机构1], [地址1]) or\n"
          "'en' ([ORG1], [ADDRESS1]) reads them.",

@@ -18,6 +18,7 @@ void bind_paths(pybind11::module_& m);
 void bind_recognition(pybind11::module_& m);
 void bind_analysis(pybind11::module_& m);
 void bind_remote(pybind11::module_& m);
+void bind_restore(pybind11::module_& m);
 void bind_constants(pybind11::module_& m);
 
 }  // namespace binding

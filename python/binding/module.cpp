@@ -25,5 +25,6 @@ PYBIND11_MODULE(anonymization_core, m) {
   binding::bind_siblings(m);
   binding::bind_settings(m);
   binding::bind_paths(m);
+  binding::bind_restore(m);
   binding::bind_constants(m);
 }

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/cli/support.hpp"
+#include "tests/documents/support.hpp"
 
 namespace {
 
@@ -126,6 +127,43 @@ TEST(RestoreCommand, ASealedMappingTakesItsPassphrase) {
   }
 }
 
+TEST(RestoreCommand, TellsStoriesOfADocument) {
+  const Folder folder;
+  const std::string body = "<w:p><w:r><w:t>华信科技、[机构9]</w:t></w:r></w:p>";
+  const auto in = folder.write("a.docx", test::docx(body));
+  const auto masked = folder.path("masked.docx");
+  const auto made =
+      run({"anonymize", in, "-o", masked, "--mapping", folder.path("m")}, "", RESTORE_ANALYZER);
+  EXPECT_EQ(made.err,
+            "veildoc: warning: the document already holds 1 text that reads like a placeholder; "
+            "kept as it is\n");
+  const auto back = run({"restore", masked, folder.path("m"), "-o", folder.path("back.docx")});
+  EXPECT_EQ(back.code, cli::EXIT_DONE);
+  EXPECT_EQ(back.err, "");
+  EXPECT_EQ(test::body_of(documents::read_package(folder.read("back.docx"))),
+            "<w:p><w:r><w:t xml:space=\"preserve\">华信科技、[机构9]</w:t></w:r></w:p>");
+  EXPECT_EQ(folder.mode("back.docx"), "0600");
+  // Into a pipe, as it is.
+  EXPECT_EQ(run({"restore", masked, folder.path("m")}).out, folder.read("back.docx"));
+
+  const auto edited = folder.write(
+      "edited.docx",
+      test::docx("<w:p/>", {{"word/f.xml", "wordprocessingml.footnotes+xml", "footnotes",
+                             test::rooted("w:footnotes",
+                                          "<w:p><w:r><w:t>[DATE3]，机构1</w:t></w:r>"
+                                          "</w:p>")}}));
+  const auto checked = run({"restore", "--check", edited, folder.path("m")});
+  EXPECT_EQ(checked.code, cli::EXIT_FAILED);
+  EXPECT_TRUE(checked.out.starts_with("The document was edited since it was masked.\n"));
+  EXPECT_TRUE(
+      checked.out.ends_with("STORY      PLACEHOLDER  RESULT\n"
+                            "footnotes  [DATE3]      not in the mapping\n"
+                            "footnotes  [机构1]      without brackets\n"))
+      << checked.out;
+  const auto warned = run({"restore", edited, folder.path("m")});
+  EXPECT_NE(warned.err.find("was left: [DATE3] in footnotes\n"), std::string::npos) << warned.err;
+}
+
 TEST(RestoreCommand, RefusesWhatItCannotUse) {
   const MaskedFolder folder;
   const auto masked = folder.path("masked.txt");
@@ -147,6 +185,11 @@ TEST(RestoreCommand, RefusesWhatItCannotUse) {
       {"no such mapping", {masked, folder.path("x")}, cli::EXIT_INPUT, "cannot read"},
       {"no mapping but a text", {masked, masked}, cli::EXIT_INPUT, "no mapping file"},
       {"no text", {folder.write("b", "\xFF"), mapping}, cli::EXIT_INPUT, "UTF-8"},
+      {"damaged", {folder.write("c", "PK\x03\x04..."), mapping}, cli::EXIT_INPUT, "damaged"},
+      {"legacy",
+       {folder.write("d", "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"), mapping},
+       cli::EXIT_INPUT,
+       "legacy"},
   };
   for (auto c : cases) {
     SCOPED_TRACE(c.why);

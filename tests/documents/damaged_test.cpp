@@ -119,6 +119,10 @@ TEST(Refusals, NameWhatIsWrong) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.why);
     EXPECT_NE(test::refusal(c.bytes).find(c.says), std::string::npos) << test::refusal(c.bytes);
+    // Of XML and HTML that was made of a masked text only the placeholders matter.
+    const std::string says = c.bytes.find('<') < 4 ? "read" : c.says;
+    const auto masked = test::masked_refusal(c.bytes);
+    EXPECT_NE(masked.find(says), std::string::npos) << masked;
   }
 }
 

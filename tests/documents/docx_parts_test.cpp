@@ -46,6 +46,10 @@ TEST(DocxParts, MasksEveryStory) {
       {"diagram",
        {"word/diagrams/data1.xml", "drawingml.diagramData+xml", "diagramData",
         test::rooted("a:model", "<a:p><a:r><a:t>张伟民</a:t></a:r></a:p>")}},
+      {"diagram as it is drawn",
+       {"word/diagrams/drawing1.xml", "drawingml.diagramDrawing+xml", "diagramDrawing",
+        test::rooted("a:drawing",
+                     "<a:p><a:r><a:t>张</a:t></a:r><a:r><a:t>伟民</a:t></a:r></a:p>")}},
       {"numbering",
        {"word/numbering.xml", "wordprocessingml.numbering+xml", "numbering",
         test::rooted("w:numbering", "<w:lvl><w:lvlText w:val=\"张伟民%1\"/></w:lvl>")}},
@@ -62,6 +66,22 @@ TEST(DocxParts, MasksEveryStory) {
     EXPECT_EQ(part.find("民"), std::string::npos) << part;
     EXPECT_EQ(part.find("externalData"), std::string::npos) << part;
   }
+}
+
+TEST(DocxParts, MasksTheHeadersOfAllPages) {
+  const auto header = [](const char* name) {
+    return ExtraPart{name, "wordprocessingml.header+xml", "header",
+                     test::rooted("w:hdr", PARAGRAPH)};
+  };
+  const auto done = test::masked(
+      test::docx("<w:sectPr><w:headerReference w:type=\"default\" r:id=\"rId1\"/>"
+                 "<w:headerReference w:type=\"first\" r:id=\"rId2\"/><w:headerReference "
+                 "w:type=\"even\" r:id=\"rId3\"/><w:titlePg/></w:sectPr>",
+                 {header("word/h1.xml"), header("word/h2.xml"), header("word/h3.xml")}));
+  for (const auto* name : {"word/h1.xml", "word/h2.xml", "word/h3.xml"}) {
+    EXPECT_NE(done.part(name).find("[NAME1]"), std::string::npos) << done.part(name);
+  }
+  EXPECT_EQ(done.report.stories.size(), 1U);
 }
 
 TEST(DocxParts, RemovesWhatTellsOfPeople) {
@@ -140,10 +160,16 @@ TEST(DocxParts, KeepsWhatItDoesNotTouch) {
   // Written as no XML library writes it.
   const std::string theme = "<?xml version='1.0'?>\n<a:theme  xmlns:a='x' name = 'Office' />\n";
   const std::string picture("\x89PNG\r\n\x1A\n\0bytes", 14);
-  const auto done = test::masked(
-      test::docx(PERSON_IN_BODY, {{"word/theme/theme1.xml", "theme+xml", "theme", theme},
-                                  {"word/media/a.png", "", "image", picture}}));
+  const auto done = test::masked(test::docx(
+      PERSON_IN_BODY, {{"word/theme/theme1.xml", "theme+xml", "theme", theme},
+                       {"word/commentsExtended.xml", "wordprocessingml.commentsExtended+xml",
+                        "commentsExtended", "<w15:commentsEx xmlns:w15='x'/>"},
+                       {"word/commentsIds.xml", "wordprocessingml.commentsIds+xml", "commentsIds",
+                        "<w16cid:commentsIds xmlns:w16cid='x'/>"},
+                       {"word/media/a.png", "", "image", picture}}));
   EXPECT_EQ(done.part("word/theme/theme1.xml"), theme);
+  EXPECT_EQ(done.part("word/commentsExtended.xml"), "<w15:commentsEx xmlns:w15='x'/>");
+  EXPECT_EQ(done.part("word/commentsIds.xml"), "<w16cid:commentsIds xmlns:w16cid='x'/>");
   EXPECT_EQ(done.part("word/media/a.png"), picture);
   EXPECT_EQ(done.parts.front().name, "[Content_Types].xml");
   EXPECT_EQ(done.parts.back().name, "word/media/a.png");

@@ -103,17 +103,46 @@ std::string docx(const std::string& body, const std::vector<ExtraPart>& extra) {
   return documents::write_package(docx_parts(body, extra));
 }
 
-std::string Masked::part(std::string_view name) const {
+std::string part_of(const std::vector<documents::Part>& parts, std::string_view name) {
   for (const auto& p : parts) {
     if (p.name == name) return p.bytes;
   }
   return "(none)";
 }
 
-std::string Masked::body() const {
-  const auto bytes = part(MAIN);
+std::string body_of(const std::vector<documents::Part>& parts) {
+  const auto bytes = part_of(parts, MAIN);
   const auto from = bytes.find("<w:body>") + 8;
   return bytes.substr(from, bytes.find("</w:body>") - from);
+}
+
+std::string Masked::part(std::string_view name) const { return part_of(parts, name); }
+
+std::string Masked::body() const { return body_of(parts); }
+
+WayBack way_back(const std::string& bytes) {
+  const auto document = documents::read_document(bytes);
+  const auto anonymized =
+      core::anonymization::anonymize_document(document->text(), finding_analyzer(), "zh");
+  const auto written = documents::as_written(anonymized, *document);
+  WayBack out;
+  out.original_text = document->written(anonymized).original;
+  out.masked_text = written.text;
+  out.mapping = core::restore::make_mapping(written);
+  out.mapping.encoding = document->encoding();
+  out.masked = document->write(anonymized);
+  return out;
+}
+
+Restored restored(const std::string& masked, const core::restore::Mapping& mapping) {
+  const auto file = documents::read_masked_file(masked, mapping.encoding);
+  const auto findings = core::restore::find_restorable(file->text(), mapping);
+  Restored out;
+  for (const auto& finding : findings) {
+    out.outcomes += "ROFUAB"[static_cast<std::size_t>(finding.outcome)];
+  }
+  out.bytes = file->write(mapping, findings);
+  return out;
 }
 
 Masked masked(const std::string& bytes) {
@@ -132,6 +161,15 @@ std::string masked_body(const std::string& body) { return masked(docx(body)).bod
 std::string refusal(const std::string& bytes) {
   try {
     documents::read_document(bytes);
+  } catch (const documents::DocumentError& e) {
+    return e.what();
+  }
+  return "read";
+}
+
+std::string masked_refusal(const std::string& bytes) {
+  try {
+    documents::read_masked_file(bytes);
   } catch (const documents::DocumentError& e) {
     return e.what();
   }

@@ -8,6 +8,7 @@
 
 #include "core/anonymization/analyzer.hpp"
 #include "documents/document.hpp"
+#include "documents/masked_file.hpp"
 #include "documents/package.hpp"
 
 namespace test {
@@ -49,7 +50,30 @@ struct Masked {
 Masked masked(const std::string& bytes);
 std::string masked_body(const std::string& body);
 
-// What reading the document answers: "read", or the message of its error.
+// A document that was masked, and its mapping.
+struct WayBack {
+  std::string masked;
+  core::restore::Mapping mapping;
+  std::u32string masked_text;  // as people read it
+  std::u32string original_text;
+};
+WayBack way_back(const std::string& bytes);
+
+// A masked file with the originals; what was found is told by letters as in
+// tests/restore/restoring.hpp.
+struct Restored {
+  std::string bytes;
+  std::string outcomes;
+};
+Restored restored(const std::string& masked, const core::restore::Mapping& mapping);
+
+// The bytes of a part; "(none)" if there is no such part.
+std::string part_of(const std::vector<documents::Part>& parts, std::string_view name);
+std::string body_of(const std::vector<documents::Part>& parts);
+
+// What reading the document answers: "read", or the message of its error. The second
+// one of reading it as a masked one.
 std::string refusal(const std::string& bytes);
+std::string masked_refusal(const std::string& bytes);
 
 }  // namespace test

@@ -2,10 +2,14 @@
 """make_docx.py OUT.docx [PAGES]: a made-up contract that has a value in every place
 where Word keeps one; with PAGES, that many pages of clauses behind it.
 
+A picture that shows a value is left out: masking refuses it. MAKE_DOCX_LEAK=1 puts one
+in, an EMF that draws a name letter by letter.
+
 Needs python3-docx, of Debian, as the interpreter /usr/bin/python3 sees it.
 """
 
 import io
+import os
 import struct
 import sys
 import zipfile
@@ -99,6 +103,69 @@ def ruby():
     )
 
 
+def moved():
+    who = f'w:author="{PERSON}" w:date="2024-03-01T09:00:00Z"'
+    return (
+        f'<w:moveFrom w:id="83" {who}>{run(f"原处：{PERSON}。")}</w:moveFrom>'
+        f'<w:moveTo w:id="84" {who}>{run(f"新处：{PERSON}。")}</w:moveTo>'
+    )
+
+
+def deleted_mark(first, second):
+    """Two paragraphs that read as one with all changes accepted."""
+    mark = f'<w:pPr><w:rPr><w:del w:id="85" w:author="{PERSON}" w:date="2024-03-01T09:00:00Z"/></w:rPr></w:pPr>'
+    return paragraph(mark + run(first)), paragraph(run(second))
+
+
+def revised_rows():
+    who = f'w:author="{PERSON}" w:date="2024-03-01T09:00:00Z"'
+    cell = "<w:tc><w:tcPr><w:tcW w:w=\"4000\" w:type=\"dxa\"/></w:tcPr><w:p>{}</w:p></w:tc>"
+    return parse_xml(
+        f"<w:tbl {NS}><w:tblPr><w:tblStyle w:val=\"TableGrid\"/></w:tblPr>"
+        f'<w:tr><w:trPr><w:ins w:id="86" {who}/></w:trPr>'
+        + cell.format(f'<w:ins w:id="87" {who}>{run(f"新增行：{SELLER}")}</w:ins>')
+        + f'</w:tr><w:tr><w:trPr><w:del w:id="88" {who}/></w:trPr>'
+        + cell.format(f'<w:del w:id="89" {who}>{run(f"删除行：{PERSON}", "w:delText")}</w:del>')
+        + "</w:tr></w:tbl>"
+    )
+
+
+def within_a_value():
+    """Elements and characters that a value is found through."""
+    text = '<w:t xml:space="preserve">{}</w:t>'
+    return (
+        "<w:r>" + text.format("账户名：北京华信") + "<w:softHyphen/>" + text.format("科技有限公司，电话：0532")
+        + "<w:noBreakHyphen/>" + text.format("88886666，邮箱：lina")
+        + '<w:sym w:font="Arial" w:char="0040"/>' + text.format("huaxin-tech.com.cn，日期：２０２４年３月１日")
+        + "</w:r>"
+    )
+
+
+def smart_tag():
+    return (
+        '<w:smartTag w:uri="urn:schemas-microsoft-com:office:smarttags" w:element="PersonName"><w:smartTagPr>'
+        f'<w:attr w:name="ProductID" w:val="{PERSON}"/></w:smartTagPr>{run(PERSON)}</w:smartTag>'
+    )
+
+
+def picture_by_records():
+    """An EMF that draws a name, one record a letter."""
+
+    def record(kind, data):
+        data += b"\0" * (-len(data) % 4)
+        return struct.pack("<II", kind, len(data) + 8) + data
+
+    letters = b"".join(
+        record(84, bytes(16) + struct.pack("<IffiiIIIiiiiI", 1, 1.0, 1.0, 0, 0, 1, 76, 0, 0, 0, 0, 0, 0) + c.encode("utf-16-le"))
+        for c in PERSON
+    )
+    end = record(14, struct.pack("<III", 0, 0, 20))
+    head = struct.pack("<8i", 0, 0, 100, 40, 0, 0, 2600, 1000) + b" EMF"
+    size = 88 + len(letters) + len(end)
+    head += struct.pack("<IIIHHIIIiiii", 0x10000, size, 5, 1, 0, 0, 0, 0, 1024, 768, 320, 240)
+    return record(1, head[:80]) + letters + end
+
+
 def fill(document):
     document.core_properties.author = PERSON
     document.core_properties.title = f"{COMPANY}采购合同"
@@ -107,6 +174,9 @@ def fill(document):
     section.header.paragraphs[0].text = f"{COMPANY} 机密"
     section.first_page_header.paragraphs[0].text = f"首页 {SELLER}"
     section.footer.paragraphs[0].text = f"联系人：{PERSON}"
+    document.settings.odd_and_even_pages_header_footer = True
+    section.even_page_header.paragraphs[0].text = f"偶数页 {COMPANY}"
+    document.styles.add_style(f"{PERSON}专用", 1).base_style = document.styles["Normal"]
     document.add_heading("设备采购合同", 0)
     split = document.add_paragraph("买方（甲方）：")
     for i, part in enumerate((COMPANY[:3], COMPANY[3:7], COMPANY[7:])):
@@ -133,11 +203,22 @@ def fill(document):
         ruby(),
         f'<w:bookmarkStart w:id="91" w:name="{PERSON}"/>{run("见附件")}<w:bookmarkEnd w:id="91"/>',
         run("北京华信\u200b科技有限公司") + '<w:r><w:rPr><w:vanish/></w:rPr><w:t>' + PERSON + "</w:t></w:r>",
+        moved(),
+        within_a_value(),
+        smart_tag(),
+        f'<w:pPr><w:pStyle w:val="{document.styles[PERSON + "专用"].style_id}"/></w:pPr>' + run("自定样式的段落"),
+        f'<w:fldSimple w:instr=" AUTHOR {PERSON} ">{run(PERSON)}</w:fldSimple>',
+        f'<w:hyperlink r:id="rMail" w:tooltip="{PERSON}">{run("写信")}</w:hyperlink>',
+        run("尾注") + '<w:r><w:endnoteReference w:id="2"/></w:r>',
         run("脚注") + '<w:r><w:footnoteReference w:id="2"/></w:r>',
         '<w:commentRangeStart w:id="1"/>' + run("批注") + '<w:commentRangeEnd w:id="1"/>'
         '<w:r><w:commentReference w:id="1"/></w:r>',
     ):
         body.insert(len(body) - 1, paragraph(inner))
+    for element in (*deleted_mark("开票单位：北京华信", "科技有限公司。"), revised_rows(), paragraph("")):
+        body.insert(len(body) - 1, element)
+    variables = f'<w:docVars {NS}><w:docVar w:name="buyer" w:val="{COMPANY}"/></w:docVars>'
+    document.settings.element.append(parse_xml(variables))
 
 
 def add_clauses(document, pages):
@@ -158,7 +239,37 @@ def extra_parts():
         f'<w:comment w:id="1" w:author="{PERSON}" w:initials="ZWM" w:date="2024-03-01T09:00:00Z">'
         f"<w:p>{run(f'请{PERSON}确认')}</w:p></w:comment>"
     )
-    return (
+    endnotes = notes.replace("footnote", "endnote").replace("章程", "公司章程")
+    glossary = (
+        f'<w:docParts><w:docPart><w:docPartPr><w:name w:val="{PERSON}签字栏"/></w:docPartPr>'
+        f"<w:docPartBody><w:p>{run(f'{COMPANY}（盖章）')}</w:p></w:docPartBody></w:docPart></w:docParts>"
+    )
+    diagram = (
+        '<dsp:drawing xmlns:dsp="http://schemas.microsoft.com/office/drawing/2008/diagram" '
+        'xmlns:a="http://schemas.openxmlformats.org/drawingml/2006/main">'
+        f"<a:p><a:r><a:t>{PERSON[:1]}</a:t></a:r><a:r><a:t>{PERSON[1:]}</a:t></a:r></a:p></dsp:drawing>"
+    )
+    w15 = 'xmlns:w15="http://schemas.microsoft.com/office/word/2012/wordml"'
+    people = f'<w15:people {w15}><w15:person w15:author="{PERSON}"/></w15:people>'
+    custom = (
+        '<Properties xmlns="http://schemas.openxmlformats.org/officeDocument/2006/custom-properties">'
+        f'<property name="{PERSON}"/></Properties>'
+    )
+    office = "application/vnd.openxmlformats-officedocument."
+    leak = ()
+    if os.environ.get("MAKE_DOCX_LEAK"):
+        leak = (("word/media/name.emf", "image/x-emf", LINKS + "image", picture_by_records()),)
+    return leak + (
+        ("word/endnotes.xml", TYPES + "endnotes+xml", LINKS + "endnotes", f"<w:endnotes {NS}>{endnotes}</w:endnotes>"),
+        ("word/glossary/document.xml", TYPES + "document.glossary+xml", LINKS + "glossaryDocument",
+         f"<w:glossaryDocument {NS}>{glossary}</w:glossaryDocument>"),
+        ("word/diagrams/drawing1.xml", "application/vnd.ms-office.drawingml.diagramDrawing+xml",
+         "http://schemas.microsoft.com/office/2007/relationships/diagramDrawing", diagram),
+        ("word/people.xml", TYPES + "people+xml",
+         "http://schemas.microsoft.com/office/2011/relationships/people", people),
+        ("word/commentsExtended.xml", TYPES + "commentsExtended+xml",
+         "http://schemas.microsoft.com/office/2011/relationships/commentsExtended", f"<w15:commentsEx {w15}/>"),
+        ("docProps/custom.xml", office + "custom-properties+xml", LINKS + "custom-properties", custom),
         ("word/footnotes.xml", TYPES + "footnotes+xml", LINKS + "footnotes", f"<w:footnotes {NS}>{notes}</w:footnotes>"),
         ("word/comments.xml", TYPES + "comments+xml", LINKS + "comments", f"<w:comments {NS}>{comment}</w:comments>"),
         ("customXml/item9.xml", "application/xml", LINKS + "customXml", f"<data><buyer>{COMPANY}</buyer></data>"),
@@ -177,6 +288,7 @@ def add_parts(source, target):
                 links = "".join(
                     f'<Relationship Id="rX{i}" Type="{link}" Target="/{n}"/>' for i, (n, _, link, _) in enumerate(parts)
                 )
+                links += f'<Relationship Id="rMail" Type="{LINKS}hyperlink" Target="mailto:{MAIL}" TargetMode="External"/>'
                 data = data.replace("</Relationships>", links + "</Relationships>")
             new.writestr(name, data)
         for name, _, _, data in parts:

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <optional>
-#include <unordered_set>
 
 #include "core/text/lexicon.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_set.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::text::lexicon_data {
@@ -113,9 +113,9 @@ std::u32string_view trimmed(std::u32string_view s) {
 bool is_chinese_surname(std::u32string_view s) {
   static const auto surnames = [] {
     const auto words = text::lexicon_words(text::lexicon_data::chinese_surnames);
-    return std::unordered_set<std::u32string>(words.begin(), words.end());
+    return text::ViewSet(words.begin(), words.end());
   }();
-  return surnames.contains(std::u32string(s));
+  return surnames.contains(s);
 }
 
 // Whether a (trimmed) name is known to hold a given name too: 张伟, 欧阳锋,

@@ -196,16 +196,22 @@ std::vector<bool> DocxText::replace(const std::vector<Span>& spans) {
   return out;
 }
 
-void DocxText::replace_readings() {
-  std::unordered_map<std::size_t, std::u32string> written;  // by reading
+// What is written over the words that have a reading, by reading.
+std::unordered_map<std::size_t, std::u32string> DocxText::written_words() const {
+  std::unordered_map<std::size_t, std::u32string> out;
   for (const auto& entry : rubies_) {
     for (const auto slot : entry.base) {
       for (const auto& c : slots_[slot].cuts) {
-        auto& placeholder = written[entry.reading.hash_value()];
-        if (placeholder.empty()) placeholder = c.written;
+        auto& word = out[entry.reading.hash_value()];
+        if (word.empty()) word = c.written;
       }
     }
   }
+  return out;
+}
+
+void DocxText::replace_readings() {
+  const auto written = written_words();
   if (written.empty()) return;
   std::unordered_map<std::size_t, std::vector<std::size_t>> slots;  // by reading
   for (std::size_t i = 0; i < slots_.size(); ++i) {
@@ -215,12 +221,13 @@ void DocxText::replace_readings() {
   }
   for (const auto& [reading, of_reading] : slots) {
     std::u32string whole;
-    for (const auto i : of_reading) whole += slots_[i].source;
     for (const auto i : of_reading) {
+      whole += slots_[i].source;
       slots_[i].cuts = {{0, slots_[i].source.size(), {}, {}}};
-      if (i == of_reading.front()) slots_[i].cuts[0].written = written[reading];
-      if (i == of_reading.front()) slots_[i].cuts[0].source = whole;
     }
+    auto& first = slots_[of_reading.front()].cuts.front();
+    first.written = written.at(reading);
+    first.source = whole;
   }
 }
 

@@ -172,6 +172,11 @@ std::optional<NumberedPlaceholder> parse_numbered_placeholder(std::u32string_vie
 }
 
 bool is_numbered_placeholder_of(std::u32string_view placeholder, std::string_view tag) {
+  // Most are told by their first letter.
+  const bool may_be =
+      placeholder.size() > 1 && !tag.empty() &&
+      (placeholder[1] >= 0x80 || placeholder[1] == static_cast<unsigned char>(tag[0]));
+  if (!may_be) return false;
   const auto body = parse_placeholder(placeholder);
   return body && body->has_tag(tag);
 }

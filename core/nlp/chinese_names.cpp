@@ -1,7 +1,6 @@
 #include "core/nlp/chinese_names.hpp"
 
 #include <string>
-#include <unordered_set>
 
 #include "core/nlp/characters.hpp"
 #include "core/nlp/hits.hpp"
@@ -9,6 +8,7 @@
 #include "core/nlp/vocabulary.hpp"
 #include "core/nlp/word_segmentation.hpp"
 #include "core/text/lexicon.hpp"
+#include "core/text/view_set.hpp"
 
 namespace core::text::lexicon_data {
 extern const std::string_view not_names;
@@ -159,9 +159,9 @@ bool is_name_with_words(const NlpArtifacts& a, std::size_t start, std::size_t en
 bool is_everyday_word(std::u32string_view word) {
   static const auto words = [] {
     auto list = text::lexicon_words(text::lexicon_data::not_names);
-    return std::unordered_set<std::u32string>(list.begin(), list.end());
+    return text::ViewSet(list.begin(), list.end());
   }();
-  return words.contains(std::u32string(word));
+  return words.contains(word);
 }
 
 std::size_t chinese_name_end(const NlpArtifacts& a, std::size_t at, NameContext context) {

@@ -1,3 +1,4 @@
+#include "core/nlp/character_table.hpp"
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/hits.hpp"
@@ -100,6 +101,9 @@ constexpr std::u32string_view STREETS = U"路街道巷弄";
 // Characters of sentences; no name of a street or a building holds them.
 constexpr std::u32string_view STOPS =
     U"的与由在于为将应须及或并且该其是有被向对按就自至到从已未不无可给让使此各每因若则即但而也还内跨";
+
+const auto UNIT_BEGINNINGS = CharacterTable::first_of(ADDRESS_UNITS);
+const CharacterTable STOP_TABLE(STOPS);
 
 bool is_room_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'-' || c == U'#'; }
 
@@ -210,7 +214,7 @@ class ChinesePlaceSearch {
 
   // 东至打邦河, 北接白岩脚: what bounds a parcel, unless it is any road or field.
   void from_boundaries() {
-    for (const auto& m : RE_BOUNDARY.find_all(t_)) {
+    for (const auto& m : RE_BOUNDARY.find_all(t_, a_.index)) {
       const std::size_t start = m.start(1);
       const Address address = read(start, reader_.place_end(start));
       std::size_t end = std::max(address.end, start);
@@ -281,17 +285,17 @@ class ChinesePlaceSearch {
 
   // 位于土塘村的, 到杨浦站, 经哈大高速: no list has the place, but how it is spoken of tells.
   void from_prepositions() {
-    for (const auto& m : RE_VISITED.find_all(t_)) {
+    for (const auto& m : RE_VISITED.find_all(t_, a_.index)) {
       const std::size_t start = behind_links(m.start(1));
       if (m.end(1) >= start + 3 && is_own_name(start, m.end(1)) && ends_there(m.end(1))) {
         add(start, m.end(1), PLACE_SCORE);
       }
     }
-    for (const auto& m : RE_NUMBERED_ROAD.find_all(t_)) {
+    for (const auto& m : RE_NUMBERED_ROAD.find_all(t_, a_.index)) {
       add(m.start(), m.end(), PLACE_SCORE);
     }
     constexpr unsigned COMMON_PAIR = 12;
-    for (const auto& m : RE_ROUTE.find_all(t_)) {
+    for (const auto& m : RE_ROUTE.find_all(t_, a_.index)) {
       if (!is_ordinary_word(m.text(1), COMMON_PAIR) &&
           is_word_boundary(a_.chinese_words, m.start())) {
         add(m.start(), m.end(), PLACE_SCORE);
@@ -490,7 +494,7 @@ class ChinesePlaceSearch {
   // Whether no part of an address goes on at `i`.
   bool stops_part(std::size_t i) const {
     if (ends_in_body(i) || begins_other_address(i)) return true;
-    return (STOPS.find(t_[i]) != STOPS.npos && !is_inside_name(i)) || is_clause_at(i);
+    return (STOP_TABLE.contains(t_[i]) && !is_inside_name(i)) || is_clause_at(i);
   }
 
   // 高酿镇|和石洞镇
@@ -540,6 +544,7 @@ class ChinesePlaceSearch {
   }
 
   std::size_t unit_at(std::size_t i) const {
+    if (i >= t_.size() || !UNIT_BEGINNINGS.contains(t_[i])) return 0;
     const auto rest = t_.substr(i);
     for (const auto unit : ADDRESS_UNITS) {
       if (rest.starts_with(unit)) return is_no_part(unit, i) ? 0 : unit.size();

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 
+#include "core/nlp/character_table.hpp"
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_names.hpp"
 #include "core/nlp/hits.hpp"
@@ -13,6 +13,7 @@
 #include "core/nlp/vocabulary.hpp"
 #include "core/nlp/word_segmentation.hpp"
 #include "core/text/lexicon.hpp"
+#include "core/text/view_set.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::text::lexicon_data {
@@ -63,11 +64,11 @@ constexpr std::u32string_view NOT_IN_NAMES =
     U"送货提供使施用途验检测试修理管控制造产设计划算结拟拒按照如若除非经";
 
 // Single characters that may stand directly before a name in a sentence.
-constexpr std::u32string_view LINKS_BEFORE =
-    U"由与向和及跟给被让对请为至从据如因经或同即系将以指找交归若仅凭叫是在并而但则使替代约称问送付报请派雇聘托陪帮邀推选举欠借还赔致转询诉告";
+const CharacterTable LINKS_BEFORE(
+    U"由与向和及跟给被让对请为至从据如因经或同即系将以指找交归若仅凭叫是在并而但则使替代约称问送付报请派雇聘托陪帮邀推选举欠借还赔致转询诉告");
 // And behind one.
-constexpr std::u32string_view LINKS_BEHIND =
-    U"与和及或向对将应须于因可已未仅曾均在的之为系是也从由持称诉辩述等经把被让就按承签自不拟故无有代以所到负同任须得家需给说指如若现仍至均各先再";
+const CharacterTable LINKS_BEHIND(
+    U"与和及或向对将应须于因可已未仅曾均在的之为系是也从由持称诉辩述等经把被让就按承签自不拟故无有代以所到负同任须得家需给说指如若现仍至均各先再");
 
 // Surnames that follow a role or a name as words: 主任应指定, 张三和李四.
 constexpr std::u32string_view LINKING_SURNAMES = U"应于时向任经能有后";
@@ -126,20 +127,16 @@ constexpr auto VERBS_BEHIND = text::words(
 // The last characters of units whose members are named behind them: 设备科王建国.
 constexpr std::u32string_view MEASURE_UNITS = U"科部组处室队厂村家店院所局司行站班中心";
 
-const std::unordered_set<std::u32string>& japanese_surnames() {
-  static const std::unordered_set<std::u32string> names = [] {
+const text::ViewSet& japanese_surnames() {
+  static const text::ViewSet names = [] {
     auto list = text::lexicon_words(text::lexicon_data::japanese_surnames);
-    return std::unordered_set<std::u32string>(list.begin(), list.end());
+    return text::ViewSet(list.begin(), list.end());
   }();
   return names;
 }
 
 bool begins_japanese_surname(char32_t c) {
-  static const std::unordered_set<char32_t> characters = [] {
-    std::unordered_set<char32_t> out;
-    for (const auto& name : japanese_surnames()) out.insert(name.front());
-    return out;
-  }();
+  static const auto characters = CharacterTable::first_of(japanese_surnames());
   return characters.contains(c);
 }
 
@@ -153,7 +150,8 @@ struct Candidate {
 
 class ChineseProseSearch {
  public:
-  explicit ChineseProseSearch(const NlpArtifacts& a) : a_(a), t_(a.folded) {
+  explicit ChineseProseSearch(const NlpArtifacts& a)
+      : a_(a), t_(a.folded), edges_(a.folded.size() + 1) {
     for (const auto c :
          {WordClass::COMPANY_FORM, WordClass::BANK, WordClass::BRANCH, WordClass::PUBLIC_NAME,
           WordClass::SHIELD, WordClass::INSTITUTION, WordClass::PUBLIC_BODY, WordClass::CURRENCY}) {
@@ -163,12 +161,18 @@ class ChineseProseSearch {
     taken_.finish();
     for (const auto c : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BRANCH,
                          WordClass::BANK, WordClass::INSTITUTION, WordClass::PUBLIC_BODY}) {
-      for (const auto& unit : a.of(c)) units_.insert(unit.end);
+      for (const auto& unit : a.of(c)) note(unit.end, UNIT_ENDS);
     }
+    for (const auto c : {WordClass::INSTITUTION, WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY,
+                         WordClass::BANK, WordClass::TRADE_WORD}) {
+      note_beginnings(c, FORM_BEGINS);
+    }
+    note_beginnings(WordClass::PERSON_TITLE, TITLE_BEGINS);
+    note_beginnings(WordClass::CLAUSE_WORD, CLAUSE_WORD_BEGINS);
     for (const auto& label : a.of(WordClass::PERSON_LABEL)) add_role_end(label);
     for (const auto& title : a.of(WordClass::PERSON_TITLE)) add_role_end(title);
     for (const auto& party : a.of(WordClass::ORGANIZATION_LABEL)) {
-      if (!party.from_table) parties_.insert(party.end);
+      if (!party.from_table) note(party.end, PARTY_ENDS);
     }
   }
 
@@ -201,10 +205,28 @@ class ChineseProseSearch {
     }
   }
 
+  // What begins or ends at a place of the text.
+  using Edges = std::uint8_t;
+  static constexpr Edges ROLE_ENDS = 1U << 0U;   // a word for a person
+  static constexpr Edges PARTY_ENDS = 1U << 1U;  // one for a party
+  static constexpr Edges UNIT_ENDS = 1U << 2U;   // a company or an office
+  static constexpr Edges FORM_BEGINS = 1U << 3U;
+  static constexpr Edges TITLE_BEGINS = 1U << 4U;
+  static constexpr Edges CLAUSE_WORD_BEGINS = 1U << 5U;
+
+  void note(std::size_t at, Edges edge) { edges_[at] = static_cast<Edges>(edges_[at] | edge); }
+  bool has(std::size_t at, Edges edge) const { return (edges_[at] & edge) != 0; }
+
+  void note_beginnings(WordClass c, Edges edge) {
+    for (const auto& hit : a_.of(c)) {
+      if (!hit.from_table && hit.end > hit.start) note(hit.start, edge);
+    }
+  }
+
   void add_role_end(const recognition::WordHit& hit) {
     if (hit.from_table || hit.end == hit.start || !is_han(t_[hit.end - 1])) return;
     // 会计 in 会计师 is none.
-    if (is_word_boundary(a_.chinese_words, hit.end)) roles_.insert(hit.end);
+    if (is_word_boundary(a_.chinese_words, hit.end)) note(hit.end, ROLE_ENDS);
   }
 
   void collect() {
@@ -224,10 +246,10 @@ class ChineseProseSearch {
   // 佐藤健一, 长谷川优子: a surname and one to three characters up to a mark or a verb
   bool try_japanese(std::size_t at, Evidence left) {
     for (std::size_t surname = 3; surname >= 2; --surname) {
-      if (!japanese_surnames().contains(std::u32string(t_.substr(at, surname)))) continue;
-      if (at > 0 && is_han(t_[at - 1]) && !roles_.contains(at)) return false;
+      if (!japanese_surnames().contains(t_.substr(at, surname))) continue;
+      if (at > 0 && is_han(t_[at - 1]) && !has(at, ROLE_ENDS)) return false;
       for (std::size_t end = at + surname; end <= at + surname + 3 && end <= t_.size(); ++end) {
-        const bool title = end_of_word_at(a_.of(WordClass::PERSON_TITLE), end) > end;
+        const bool title = has(end, TITLE_BEGINS);
         const Evidence right = right_weight(end);
         const bool alone = end == at + surname && !title;
         if (!alone && right != NEVER) {
@@ -252,7 +274,7 @@ class ChineseProseSearch {
   }
 
   Evidence left_weight(std::size_t at) const {
-    if (roles_.contains(at)) return ROLE_BEFORE;
+    if (has(at, ROLE_ENDS)) return ROLE_BEFORE;
     if (at == 0) return MARK_BEFORE;
     const char32_t c = t_[at - 1];
     if (c == U'、') return IN_LIST;
@@ -260,7 +282,7 @@ class ChineseProseSearch {
     if (is_latin_letter(c) || text::is_ascii_digit(c)) return 0;
     if (c == U'·') return NEVER;
     if (!is_han(c)) return MARK_BEFORE;
-    if (parties_.contains(at)) return PARTY_BEFORE;
+    if (has(at, PARTY_ENDS)) return PARTY_BEFORE;
     if (at > 1 && VERBS_BEFORE.contains(t_.substr(at - 2, 2))) {
       return t_[at] == U'方' ? UNKNOWN_AROUND : VERB_BEFORE;
     }
@@ -272,8 +294,8 @@ class ChineseProseSearch {
     const auto* word = word_at(a_.chinese_words, at - 1);
     const char32_t c = t_[at - 1];
     const bool alone = word == nullptr || word->start == at - 1;
-    if (alone && holds(LINKS_BEFORE, c)) return LINK_BEFORE;
-    if (units_.contains(at)) return UNIT_BEFORE;
+    if (alone && LINKS_BEFORE.contains(c)) return LINK_BEFORE;
+    if (has(at, UNIT_ENDS)) return UNIT_BEFORE;
     // 收货方 is no person of the surname 方.
     if (t_[at] == U'方') return UNKNOWN_AROUND;
     if (word == nullptr || word->end > at) return 0;
@@ -293,15 +315,12 @@ class ChineseProseSearch {
     if (c == U'、') return IN_LIST;
     if (is_latin_letter(c)) return 0;
     if (!is_han(c)) return MARK_BEHIND;
-    for (const auto form : {WordClass::INSTITUTION, WordClass::COMPANY_FORM,
-                            WordClass::PLAIN_COMPANY, WordClass::BANK, WordClass::TRADE_WORD}) {
-      if (end_of_word_at(a_.of(form), end) > end) return NEVER;
-    }
-    if (end_of_word_at(a_.of(WordClass::PERSON_TITLE), end) > end) return TITLE_BEHIND;
+    if (has(end, FORM_BEGINS)) return NEVER;
+    if (has(end, TITLE_BEGINS)) return TITLE_BEHIND;
     if (VERBS_BEHIND.contains(t_.substr(end, 2))) return VERB_BEHIND;
     if (holds(U"省市县区镇乡村路街巷道号", c)) return UNLIKELY;
-    if (holds(LINKS_BEHIND, c)) return LINK_BEHIND;
-    if (end_of_word_at(a_.of(WordClass::CLAUSE_WORD), end) > end) return LINK_BEHIND;
+    if (LINKS_BEHIND.contains(c)) return LINK_BEHIND;
+    if (has(end, CLAUSE_WORD_BEGINS)) return LINK_BEHIND;
     const auto* word = word_at(a_.chinese_words, end);
     if (word != nullptr && word->word_class == recognition::ChineseWordClass::PLACE &&
         word->length() > 1) {
@@ -338,7 +357,7 @@ class ChineseProseSearch {
     for (std::size_t at = 0; at + 2 < t_.size(); ++at) {
       if (!is_han(t_[at]) || t_[at + 1] != U' ' || !stands_alone(at)) continue;
       if (!is_chinese_surname(t_.substr(at, 1))) continue;
-      if (at > 1 && t_[at - 1] == U' ' && is_han(t_[at - 2]) && !roles_.contains(at - 1)) continue;
+      if (at > 1 && t_[at - 1] == U' ' && is_han(t_[at - 2]) && !has(at - 1, ROLE_ENDS)) continue;
       const std::size_t second = next_alone(at);
       if (second == at || !is_given(t_[second])) continue;
       const std::size_t third = next_alone(second);
@@ -377,9 +396,7 @@ class ChineseProseSearch {
   const NlpArtifacts& a_;
   std::u32string_view t_;
   SpanCover taken_;
-  std::unordered_set<std::size_t> roles_;    // where words for persons end
-  std::unordered_set<std::size_t> parties_;  // and those for parties
-  std::unordered_set<std::size_t> units_;    // and those for companies and offices
+  std::vector<Edges> edges_;  // of each place, also the end of the text
   std::vector<Candidate> candidates_;
 };
 

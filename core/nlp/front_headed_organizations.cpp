@@ -33,7 +33,7 @@ void add_front_headed_organizations(const NlpArtifacts& a, std::u32string_view u
     add_by_line(a.folded, anonymization::entity_type::ORGANIZATION, m.start(), m.end(),
                 FRONT_HEADED_SCORE, out);
   }
-  for (const auto& m : RE_FORM_FIRST.find_all(a.folded)) {
+  for (const auto& m : RE_FORM_FIRST.find_all(a.folded, a.index)) {
     if (!has_lower(m.text())) continue;
     out.push_back(
         make_hit(anonymization::entity_type::ORGANIZATION, m.start(), m.end(), FRONT_HEADED_SCORE));

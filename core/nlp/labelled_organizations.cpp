@@ -39,7 +39,7 @@ class LabelledOrganizationSearch {
         take(colon->end(), true, out);
       }
     }
-    for (const auto& m : RE_BEHALF.find_all(t_)) take(m.end(), false, out);
+    for (const auto& m : RE_BEHALF.find_all(t_, a_.index)) take(m.end(), false, out);
   }
 
  private:

@@ -181,11 +181,11 @@ class LatinPersonSearch {
   }
 
   void letters() {
-    for (const auto& m : RE_GREETING.find_all(t_)) {
+    for (const auto& m : RE_GREETING.find_all(t_, a_.index)) {
       const bool known = is_touched(a_.of(WordClass::EN_GIVEN_NAME), m.start(1), m.end(1));
       if (known || may_be_name(m.start(1), m.end(1))) add(m.start(1), m.end(1), LATIN_LABEL_SCORE);
     }
-    for (const auto& m : RE_CLOSE.find_all(t_)) {
+    for (const auto& m : RE_CLOSE.find_all(t_, a_.index)) {
       const std::size_t end = latin_name_end(a_, m.start(1), 1);
       if (end == m.end(1)) add(m.start(1), end, LATIN_LABEL_SCORE);
     }

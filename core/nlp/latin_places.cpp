@@ -98,25 +98,27 @@ const Regex RE_LINE_BELOW(
     "RE_LINE_BELOW",
     UR"(\n[ >]{0,8}((?:[\p{Lu}\d][\p{L}\d.'-]*(?:,? |,?(?=\n|$))|(?:of|de|the|du|am|an) ){1,6})(?=\n|$))");
 
-std::u32string prepared(std::u32string_view folded) {
+std::u32string prepared(const NlpArtifacts& a) {
+  const std::u32string_view folded = a.folded;
   std::u32string out = unwrapped(folded);
   for (char32_t& c : out) {
     if (c == 0xBA || c == 0xAA || c == 0xB0) c = U'o';
   }
-  for (const auto& m : RE_CITY_LINE.find_all(folded)) {
+  for (const auto& m : RE_CITY_LINE.find_all(folded, a.index)) {
     const std::size_t line = folded.rfind(U'\n', m.start() - 1) + 1;
     const auto above = folded.substr(line, m.start() - line);
     if (std::any_of(above.begin(), above.end(), text::is_ascii_digit)) out[m.start()] = U' ';
   }
-  for (const auto& m : RE_NUMBER_COLON.find_all(folded)) out[m.start()] = U'.';
-  for (const auto& m : RE_PROVINCE.find_all(folded)) out[m.start()] = out[m.end() - 1] = U'-';
+  for (const auto& m : RE_NUMBER_COLON.find_all(folded, a.index)) out[m.start()] = U'.';
+  for (const auto& m : RE_PROVINCE.find_all(folded, a.index))
+    out[m.start()] = out[m.end() - 1] = U'-';
   return out;
 }
 
 class LatinPlaceSearch {
  public:
   explicit LatinPlaceSearch(const NlpArtifacts& a)
-      : a_(a), unwrapped_(prepared(a.folded)), t_(unwrapped_) {}
+      : a_(a), unwrapped_(prepared(a)), t_(unwrapped_) {}
 
   std::vector<RecognizerResult> run() {
     for (std::size_t i = 0; i < t_.size();) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "core/nlp/character_table.hpp"
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_prose_persons.hpp"
 #include "core/nlp/hits.hpp"
@@ -59,6 +60,8 @@ constexpr std::size_t SHORTEST_ELEMENT = 2;
 constexpr std::size_t LONGEST_ELEMENT = 5;
 
 std::size_t element_end(std::u32string_view t, std::size_t at) {
+  static const auto first = CharacterTable::first_of(ELEMENTS);
+  if (at >= t.size() || !first.contains(t[at])) return at;
   for (std::size_t length = std::min(LONGEST_ELEMENT, t.size() - at); length >= SHORTEST_ELEMENT;
        --length) {
     if (ELEMENTS.contains(t.substr(at, length))) return at + length;

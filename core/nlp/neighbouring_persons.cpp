@@ -117,7 +117,7 @@ class Neighbours {
 
   // 应雪瑶 (Ying Xueyao), Cen Lixia (岑丽霞): two forms of one name beside each other
   void add_pairs() {
-    for (const auto& m : RE_PAIR.find_all(t_)) {
+    for (const auto& m : RE_PAIR.find_all(t_, a_.index)) {
       const std::size_t han = m.has(1) ? 1 : 4;
       const std::size_t latin = m.has(1) ? 2 : 3;
       const std::size_t start = m.start(han);

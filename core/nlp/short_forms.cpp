@@ -220,13 +220,13 @@ std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
   const Definitions definitions(a, results);
   std::vector<ShortForm> out;
   add_abbreviations(a, results, out);
-  for (const auto& m : RE_TRANSLATION.find_all(a.folded)) {
+  for (const auto& m : RE_TRANSLATION.find_all(a.folded, a.index)) {
     if (is_touched(a.of(WordClass::TRADE_WORD), m.end(1) - 1, m.end(1)) && definitions.defines(m)) {
       out.push_back({std::u32string(m.text(1)), std::string(entity_type::ORGANIZATION)});
     }
   }
   for (const Regex* regex : {&RE_QUOTED, &RE_UNQUOTED, &RE_ACRONYM}) {
-    for (const auto& m : regex->find_all(a.folded)) {
+    for (const auto& m : regex->find_all(a.folded, a.index)) {
       if (definitions.defines(m)) {
         out.push_back({std::u32string(m.text(1)), std::string(entity_type::ORGANIZATION)});
       }

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <string>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "core/nlp/characters.hpp"
@@ -12,6 +11,7 @@
 #include "core/text/lexicon.hpp"
 #include "core/text/multi_pattern.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_set.hpp"
 
 namespace core::text::lexicon_data {
 extern const std::string_view chinese_surnames;
@@ -128,9 +128,7 @@ class Vocabulary {
     drop_labels_in_labels(out);
   }
 
-  bool is_surname(std::u32string_view name) const {
-    return surnames_.contains(std::u32string(name));
-  }
+  bool is_surname(std::u32string_view name) const { return surnames_.contains(name); }
 
  private:
   struct Use {
@@ -150,7 +148,7 @@ class Vocabulary {
   std::vector<std::u32string> keys_;
   std::vector<std::vector<Use>> uses_;
   std::unordered_map<std::u32string, std::size_t> index_;
-  std::unordered_set<std::u32string> surnames_;
+  text::ViewSet surnames_;
   text::MultiPattern words_{};
 };
 
@@ -300,6 +298,7 @@ class EmbeddedNlpEngine : public recognition::NlpEngine {
     NlpArtifacts out;
     out.text = text;
     out.folded = fold_width(text);
+    out.index = text::SearchIndex(out.folded);
     Vocabulary::instance().scan(out);
     find_numbers(out);
     out.chinese_words = segment_words(out.folded);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
+#include <vector>
 
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_lexicon.hpp"
@@ -86,7 +88,7 @@ class Segmenter {
 
 }  // namespace
 
-std::vector<ChineseWord> segment_words(std::u32string_view folded) {
+recognition::ChineseWords segment_words(std::u32string_view folded) {
   std::vector<ChineseWord> out;
   Segmenter segmenter;
   for (std::size_t i = 0; i < folded.size(); ++i) {
@@ -95,27 +97,24 @@ std::vector<ChineseWord> segment_words(std::u32string_view folded) {
     while (i < folded.size() && is_han(folded[i])) ++i;
     segmenter.add_run(folded.substr(start, i - start), start, out);
   }
-  return out;
+  return recognition::ChineseWords(std::move(out));
 }
 
-std::size_t word_index(ChineseWords words, std::size_t position) {
-  const auto found =
-      std::upper_bound(words.begin(), words.end(), position,
-                       [](std::size_t at, const ChineseWord& word) { return at < word.end; });
-  return static_cast<std::size_t>(found - words.begin());
+std::size_t word_index(const ChineseWords& words, std::size_t position) {
+  return words.index_at(position);
 }
 
-const ChineseWord* word_at(ChineseWords words, std::size_t position) {
+const ChineseWord* word_at(const ChineseWords& words, std::size_t position) {
   const std::size_t i = word_index(words, position);
   return i < words.size() && words[i].start <= position ? &words[i] : nullptr;
 }
 
-bool is_word_boundary(ChineseWords words, std::size_t position) {
+bool is_word_boundary(const ChineseWords& words, std::size_t position) {
   const ChineseWord* word = word_at(words, position);
   return word == nullptr || word->start == position;
 }
 
-TextRange unknown_run(ChineseWords words, std::size_t position) {
+TextRange unknown_run(const ChineseWords& words, std::size_t position) {
   const ChineseWord* word = word_at(words, position);
   if (word == nullptr || word->known()) return {position, position};
   const ChineseWord* const first_word = words.data();
@@ -127,7 +126,7 @@ TextRange unknown_run(ChineseWords words, std::size_t position) {
   return {first->start, last->end};
 }
 
-bool are_ordinary_words(ChineseWords words, std::size_t start, std::size_t end) {
+bool are_ordinary_words(const ChineseWords& words, std::size_t start, std::size_t end) {
   std::size_t at = start;
   for (std::size_t i = word_index(words, start); i < words.size() && at < end; ++i) {
     const ChineseWord& word = words[i];

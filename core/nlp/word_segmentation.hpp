@@ -4,9 +4,7 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
 #include <string_view>
-#include <vector>
 
 #include "core/recognition/nlp_artifacts.hpp"
 
@@ -18,20 +16,19 @@ namespace core::nlp {
 // What no list has comes out as single characters. The lists hold hardly any names
 // of persons, and none of companies that are not well known.
 // Linear in the length. `folded` is shorter than 2^32.
-std::vector<recognition::ChineseWord> segment_words(std::u32string_view folded);
+recognition::ChineseWords segment_words(std::u32string_view folded);
 
-// Questions on a segmented text; `words` as above, each answer in logarithmic time.
-using ChineseWords = std::span<const recognition::ChineseWord>;
+// Questions on a segmented text.
+using recognition::ChineseWords;
 
-// The number of the word that holds `position`, or else of the next one;
-// words.size() behind the last.
-std::size_t word_index(ChineseWords words, std::size_t position);
+// See ChineseWords::index_at.
+std::size_t word_index(const ChineseWords& words, std::size_t position);
 
 // The word that holds `position`; null between the runs of ideographs.
-const recognition::ChineseWord* word_at(ChineseWords words, std::size_t position);
+const recognition::ChineseWord* word_at(const ChineseWords& words, std::size_t position);
 
 // Whether no word goes on over `position`.
-bool is_word_boundary(ChineseWords words, std::size_t position);
+bool is_word_boundary(const ChineseWords& words, std::size_t position);
 
 struct TextRange {
   std::size_t start = 0;
@@ -41,10 +38,10 @@ struct TextRange {
 // The neighbouring characters around `position` that are no known words, 鑫盛 in
 // 由鑫盛公司: what a name is made of. Empty at `position` if its character is part
 // of a known word.
-TextRange unknown_run(ChineseWords words, std::size_t position);
+TextRange unknown_run(const ChineseWords& words, std::size_t position);
 
 // Whether the words in [start, end) are all known everyday words and begin and end
 // there; false if there is none.
-bool are_ordinary_words(ChineseWords words, std::size_t start, std::size_t end);
+bool are_ordinary_words(const ChineseWords& words, std::size_t start, std::size_t end);
 
 }  // namespace core::nlp

@@ -64,7 +64,7 @@ const Suffixes& suffixes() {
 // The length of the longest of the words at the end of `name`; 0 if there is none.
 std::size_t suffix_length(std::u32string_view name, const Words& words) {
   for (std::size_t n = std::min(name.size(), LONGEST_SUFFIX); n > 0; --n) {
-    if (words.contains(std::u32string(name.substr(name.size() - n)))) return n;
+    if (words.contains(name.substr(name.size() - n))) return n;
   }
   return 0;
 }
@@ -77,7 +77,7 @@ bool ends_in(std::u32string_view name, const Words& words) {
 std::size_t first_trade(std::u32string_view core) {
   for (std::size_t i = 1; i < core.size(); ++i) {
     for (std::size_t n = 2; n <= std::min(LONGEST_TRADE_WORD, core.size() - i); ++n) {
-      if (trades().contains(std::u32string(core.substr(i, n)))) return i;
+      if (trades().contains(core.substr(i, n))) return i;
     }
   }
   return core.npos;
@@ -88,11 +88,11 @@ std::size_t place_length(std::u32string_view name) {
   std::size_t length = 0;
   for (std::size_t at = 0; at < name.size();) {
     std::size_t n = std::min(LONGEST_PLACE, name.size() - at);
-    while (n > 1 && !chinese_places().contains(std::u32string(name.substr(at, n)))) --n;
+    while (n > 1 && !chinese_places().contains(name.substr(at, n))) --n;
     if (n < 2) break;
     at += n;
     const auto rest = name.substr(at);
-    const bool begins_with_trade = trades().contains(std::u32string(rest.substr(0, MIN_BRAND)));
+    const bool begins_with_trade = trades().contains(rest.substr(0, MIN_BRAND));
     if (rest.size() >= MIN_BRAND && first_trade(rest) >= MIN_BRAND && !begins_with_trade) {
       length = at;
     }

@@ -3,13 +3,13 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_set>
 
 #include "core/parties/organization_name.hpp"
+#include "core/text/view_set.hpp"
 
 namespace core::parties {
 
-using Words = std::unordered_set<std::u32string>;
+using Words = text::ViewSet;
 
 // The first column of a word list, in folded case.
 Words words_of(std::string_view list);

@@ -1,7 +1,7 @@
 #include "core/recognition/analyzer_engine.hpp"
 
 #include <algorithm>
-#include <map>
+#include <numeric>
 #include <tuple>
 
 #include "core/errors.hpp"
@@ -122,16 +122,28 @@ bool is_consumed(const std::vector<Refinement>& refinements, std::string_view en
 }
 
 std::vector<RecognizerResult> remove_duplicates(std::vector<RecognizerResult> results) {
-  std::stable_sort(results.begin(), results.end(), [](const auto& a, const auto& b) {
+  std::vector<std::uint32_t> order(results.size());
+  std::iota(order.begin(), order.end(), 0U);
+  std::stable_sort(order.begin(), order.end(), [&](auto i, auto j) {
+    const auto& a = results[i];
+    const auto& b = results[j];
     return std::tuple(a.start, -a.end, -a.score) < std::tuple(b.start, -b.end, -b.score);
   });
   std::vector<RecognizerResult> kept;
   kept.reserve(results.size());
   // Per type the ends and scores of kept hits that may still contain what comes.
-  std::map<std::string, std::vector<std::pair<anonymization::Offset, double>>> open_ends;
-  for (auto& r : results) {
+  using Ends = std::vector<std::pair<anonymization::Offset, double>>;
+  std::vector<std::pair<std::string, Ends>> open_ends;  // of few types
+  const auto ends_of = [&](const std::string& type) -> Ends& {
+    for (auto& [known, ends] : open_ends) {
+      if (known == type) return ends;
+    }
+    return open_ends.emplace_back(type, Ends()).second;
+  };
+  for (const auto i : order) {
+    auto& r = results[i];
     if (r.score <= 0) continue;
-    auto& ends = open_ends[r.entity_type];
+    auto& ends = ends_of(r.entity_type);
     std::erase_if(ends, [&](const auto& e) { return e.first <= r.start; });
     const bool covered = std::any_of(ends.begin(), ends.end(), [&](const auto& e) {
       return e.first >= r.end && e.second >= r.score;

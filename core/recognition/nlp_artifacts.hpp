@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/anonymization/result.hpp"
+#include "core/text/search_index.hpp"
 
 namespace core::recognition {
 
@@ -105,6 +106,36 @@ struct ChineseWord {
   bool known() const { return word_class > ChineseWordClass::CHARACTER; }
 };
 
+// The words of a text in their order. They do not overlap.
+class ChineseWords {
+ public:
+  ChineseWords() = default;
+  explicit ChineseWords(std::vector<ChineseWord> words);
+
+  std::size_t size() const { return words_.size(); }
+  const ChineseWord& operator[](std::size_t i) const { return words_[i]; }
+  const ChineseWord* data() const { return words_.data(); }
+  auto begin() const { return words_.begin(); }
+  auto end() const { return words_.end(); }
+
+  // The number of the word that holds `position`, or else of the next one; size()
+  // behind the last. A few steps, whatever the length of the text.
+  std::size_t index_at(std::size_t position) const {
+    const std::size_t block = position / BLOCK;
+    if (block >= first_of_block_.size()) return words_.size();
+    std::size_t i = first_of_block_[block];
+    while (i < words_.size() && words_[i].end <= position) ++i;
+    return i;
+  }
+
+ private:
+  static constexpr std::size_t BLOCK = 16;  // characters
+
+  std::vector<ChineseWord> words_;
+  // Of each block up to the end of the last word the first word that ends behind its start.
+  std::vector<std::uint32_t> first_of_block_;
+};
+
 // A name that the engine itself found.
 struct NlpEntity {
   anonymization::RecognizerResult result;
@@ -118,10 +149,11 @@ struct NlpArtifacts {
   // ones; position by position the same length.
   // Chinese commas, full stops and semicolons stay.
   std::u32string folded;
+  text::SearchIndex index;  // of `folded`; empty where the engine makes none
   // By class, sorted by start; none lies within another of its class.
   std::array<std::vector<WordHit>, static_cast<std::size_t>(WordClass::COUNT)> words;
   // Every run of ideographs of `folded` cut into its likeliest words, in their order.
-  std::vector<ChineseWord> chinese_words;
+  ChineseWords chinese_words;
   std::vector<NumberRun> numbers;
   std::vector<std::size_t> at_signs;
   std::vector<NlpEntity> entities;

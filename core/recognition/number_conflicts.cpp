@@ -1,6 +1,7 @@
 #include "core/recognition/number_conflicts.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <tuple>
 #include <utility>
@@ -29,6 +30,19 @@ constexpr auto NUMBER_TYPES =
 constexpr auto NAME_TYPES = text::type_names({"GPE", "LOCATION", "NRP", "ORGANIZATION", "PERSON"});
 constexpr auto ADDRESS_TYPES = text::type_names({"EMAIL_ADDRESS", "URL"});
 
+enum class Sort : std::uint8_t { OTHER, NAME, NUMBER };
+
+std::vector<Sort> sorts_of(const std::vector<RecognizerResult>& results) {
+  std::vector<Sort> sorts;
+  sorts.reserve(results.size());
+  for (const auto& r : results) {
+    sorts.push_back(NAME_TYPES.contains(r.entity_type)     ? Sort::NAME
+                    : NUMBER_TYPES.contains(r.entity_type) ? Sort::NUMBER
+                                                           : Sort::OTHER);
+  }
+  return sorts;
+}
+
 // How far a hit is proved: 3 is the most.
 int proof(const RecognizerResult& r) {
   constexpr double LIKELY = 0.5;
@@ -40,8 +54,8 @@ int proof(const RecognizerResult& r) {
 // A guess within a longer name or address: the house, the flat, the postal code.
 class NamesAround {
  public:
-  explicit NamesAround(const std::vector<RecognizerResult>& results)
-      : names_(anonymization::SpanIndex::of(names_of(results))) {}
+  NamesAround(const std::vector<RecognizerResult>& results, const std::vector<Sort>& sorts)
+      : names_(anonymization::SpanIndex::of(names_of(results, sorts))) {}
 
   bool hold(const RecognizerResult& r) const {
     constexpr double GUESS = 0.6;
@@ -50,10 +64,12 @@ class NamesAround {
   }
 
  private:
-  static std::vector<RecognizerResult> names_of(const std::vector<RecognizerResult>& results) {
+  static std::vector<RecognizerResult> names_of(const std::vector<RecognizerResult>& results,
+                                                const std::vector<Sort>& sorts) {
     std::vector<RecognizerResult> names;
-    std::copy_if(results.begin(), results.end(), std::back_inserter(names),
-                 [](const auto& r) { return NAME_TYPES.contains(r.entity_type); });
+    for (std::size_t i = 0; i < results.size(); ++i) {
+      if (sorts[i] == Sort::NAME) names.push_back(results[i]);
+    }
     return names;
   }
 
@@ -61,24 +77,25 @@ class NamesAround {
 };
 
 // The positions of the hits of numbers, the best first.
-std::vector<std::size_t> best_first(const std::vector<RecognizerResult>& results) {
-  std::vector<std::size_t> order;
+std::vector<std::size_t> best_first(const std::vector<RecognizerResult>& results,
+                                    const std::vector<Sort>& sorts) {
+  using Rank = std::tuple<int, anonymization::Offset, double, std::size_t>;
+  std::vector<Rank> ranks;
   for (std::size_t i = 0; i < results.size(); ++i) {
-    if (NUMBER_TYPES.contains(results[i].entity_type)) order.push_back(i);
-  }
-  const auto rank = [&](std::size_t i) {
     const auto& r = results[i];
-    return std::tuple(-proof(r), r.start - r.end, -r.score);
-  };
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return rank(a) < rank(b); });
+    if (sorts[i] == Sort::NUMBER) ranks.emplace_back(-proof(r), r.start - r.end, -r.score, i);
+  }
+  std::sort(ranks.begin(), ranks.end());
+  std::vector<std::size_t> order;
+  order.reserve(ranks.size());
+  for (const auto& rank : ranks) order.push_back(std::get<3>(rank));
   return order;
 }
 
 // Ends a name before the number that begins within it and goes on behind it:
 // Dhaliwal HK$55,000. Numbers within a name are part of it.
-void cut_names(std::vector<RecognizerResult>& results, const std::vector<std::size_t>& numbers,
-               const std::vector<bool>& dropped) {
+void cut_names(std::vector<RecognizerResult>& results, const std::vector<Sort>& sorts,
+               const std::vector<std::size_t>& numbers, const std::vector<bool>& dropped) {
   std::vector<std::pair<anonymization::Offset, anonymization::Offset>> kept;
   for (const std::size_t i : numbers) {
     if (!dropped[i]) kept.emplace_back(results[i].start, results[i].end);
@@ -86,7 +103,7 @@ void cut_names(std::vector<RecognizerResult>& results, const std::vector<std::si
   std::sort(kept.begin(), kept.end());  // none overlaps another
   for (std::size_t i = 0; i < results.size(); ++i) {
     auto& r = results[i];
-    if (dropped[i] || !NAME_TYPES.contains(r.entity_type)) continue;
+    if (dropped[i] || sorts[i] != Sort::NAME) continue;
     const auto last = std::partition_point(kept.begin(), kept.end(),
                                            [&](const auto& n) { return n.first < r.end; });
     if (last == kept.begin()) continue;
@@ -99,8 +116,9 @@ void cut_names(std::vector<RecognizerResult>& results, const std::vector<std::si
 
 std::vector<RecognizerResult> settle_number_conflicts(const NlpArtifacts&,
                                                       std::vector<RecognizerResult> results) {
-  const auto order = best_first(results);
-  const NamesAround names(results);
+  const auto sorts = sorts_of(results);
+  const auto order = best_first(results, sorts);
+  const NamesAround names(results, sorts);
   std::vector<anonymization::Offset> starts;
   starts.reserve(order.size());
   for (const std::size_t i : order) starts.push_back(results[i].start);
@@ -113,9 +131,9 @@ std::vector<RecognizerResult> settle_number_conflicts(const NlpArtifacts&,
   }
   for (std::size_t i = 0; i < results.size(); ++i) {
     const auto& r = results[i];
-    if (NAME_TYPES.contains(r.entity_type)) dropped[i] = taken.covers(r.start, r.end);
+    if (sorts[i] == Sort::NAME) dropped[i] = taken.covers(r.start, r.end);
   }
-  cut_names(results, order, dropped);
+  cut_names(results, sorts, order, dropped);
   std::size_t kept = 0;
   for (std::size_t i = 0; i < results.size(); ++i) {
     if (dropped[i]) continue;

@@ -157,12 +157,21 @@ std::vector<std::string> PatternRecognizer::pattern_names() const {
   return names;
 }
 
+// Where a number may begin, and the signs that it may begin with.
+text::SearchIndex::Kinds number_kinds(Anchor::Kind kind) {
+  using Index = text::SearchIndex;
+  if (kind == Anchor::Kind::INNER_DIGIT) return Index::DIGIT_FIRST | Index::DIGIT_AFTER_LETTER;
+  constexpr Index::Kinds FIRST = Index::DIGIT_FIRST | Index::UPPER_FIRST | Index::LOWER_FIRST;
+  return kind == Anchor::Kind::PHONE ? FIRST | Index::SIGN : FIRST;
+}
+
 // A search costs less than a try at every number.
 void PatternRecognizer::search_numbers(const Pattern& pattern, const NlpArtifacts& artifacts,
                                        Collector& collector) {
   const std::u32string_view t = artifacts.folded;
+  const auto kinds = number_kinds(pattern.anchor.kind);
   std::size_t from = 0;
-  while (const auto match = pattern.regex->search(t, from)) {
+  while (const auto match = pattern.regex->search(t, artifacts.index, from, kinds)) {
     if (match->start() >= t.size()) return;
     from = match->start() + 1;
     if (!is_number_start(t, match->start(), pattern.anchor.kind)) continue;
@@ -177,7 +186,8 @@ std::vector<PatternRecognizer::Find> PatternRecognizer::find(const NlpArtifacts&
     const bool labelled = pattern.anchor.kind == Anchor::Kind::AFTER_WORD;
     Collector collector(*this, artifacts, {pattern.name, pattern.score, labelled}, found);
     if (pattern.anchor.kind == Anchor::Kind::ANYWHERE) {
-      for (const auto& match : pattern.regex->find_all(artifacts.folded)) collector.take(match);
+      for (const auto& match : pattern.regex->find_all(artifacts.folded, artifacts.index))
+        collector.take(match);
       continue;
     }
     if (is_number_anchor(pattern.anchor.kind)) {

@@ -66,8 +66,24 @@ CharacterSet by_property(std::u16string_view icu_pattern) {
   return out;
 }
 
+// Hundreds of ranges would make hundreds of classes of characters. Where a set holds
+// something of these scripts, which contracts seldom use, it gets all of them.
+CharacterSet widened(CharacterSet set) {
+  static constexpr std::pair<char32_t, char32_t> SELDOM[] = {
+      {0x100, 0x1FFF}, {0x2E80, 0x2FFF}, {0x3040, 0x4DFF}, {0xA000, 0xFDFF}, {0x10000, LAST}};
+  CharacterSet more;
+  for (const auto& zone : SELDOM) {
+    const bool meets = std::any_of(set.begin(), set.end(), [&](const auto& range) {
+      return range.first <= zone.second && range.second >= zone.first;
+    });
+    if (meets) more.push_back(zone);
+  }
+  add(set, more);
+  return tidied(std::move(set));
+}
+
 const CharacterSet& decimal_digits() {
-  static const CharacterSet set = by_property(u"[:Nd:]");
+  static const CharacterSet set = widened(by_property(u"[:Nd:]"));
   return set;
 }
 
@@ -77,17 +93,17 @@ const CharacterSet& white_space() {
 }
 
 const CharacterSet& letters() {
-  static const CharacterSet set = by_property(u"[:L:]");
+  static const CharacterSet set = widened(by_property(u"[:L:]"));
   return set;
 }
 
 const CharacterSet& capitals() {
-  static const CharacterSet set = by_property(u"[:Lu:]");
+  static const CharacterSet set = widened(by_property(u"[:Lu:]"));
   return set;
 }
 
 const CharacterSet& numbers() {
-  static const CharacterSet set = by_property(u"[:N:]");
+  static const CharacterSet set = widened(by_property(u"[:N:]"));
   return set;
 }
 
@@ -105,6 +121,15 @@ bool is_caseless(char32_t low, char32_t high) {
   return (high < 0x80) || (low >= 0x2E80 && high <= 0xA4CF);
 }
 
+// Ranges as large as whole scripts have nearly all of their letters in both cases.
+bool is_large(char32_t low, char32_t high) { return high - low > 0x200; }
+
+// What the letters of such ranges fold to outside them: ſ and K to s and k.
+const CharacterSet OTHER_CASES = {{U'A', U'Z'},     {U'a', U'z'},      {0xB5, 0xB5},
+                                  {0xC0, 0x1FFF},   {0x2126, 0x218F},  {0x24B6, 0x24E9},
+                                  {0x2C00, 0x2D2F}, {0xA640, 0xABFF},  {0xFB00, 0xFB06},
+                                  {0xFF21, 0xFF5A}, {0x10400, 0x1E943}};
+
 CharacterSet with_both_cases(const CharacterSet& set) {
   const bool simple = std::all_of(set.begin(), set.end(), [](const auto& range) {
     return is_caseless(range.first, range.second);
@@ -113,6 +138,11 @@ CharacterSet with_both_cases(const CharacterSet& set) {
   if (!simple) {
     USet* icu = uset_openEmpty();
     for (const auto& [low, high] : set) {
+      if (is_caseless(low, high) && low >= 0x80) continue;
+      if (is_large(low, high)) {
+        add(out, OTHER_CASES);
+        continue;
+      }
       uset_addRange(icu, static_cast<UChar32>(std::min<char32_t>(low, 0x10FFFF)),
                     static_cast<UChar32>(std::min<char32_t>(high, 0x10FFFF)));
     }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 
 #include "core/text/pattern_syntax.hpp"
 
@@ -15,6 +14,9 @@ constexpr std::size_t MAX_PLACES = 3000;
 constexpr std::size_t MAX_STATES = 250;
 constexpr std::size_t MAX_CLASSES = 200;
 constexpr char32_t ASTRAL = 0x10000;
+constexpr char32_t HIGHEST = 0xFFFFFFFF;
+constexpr std::size_t FARTHEST_ANCHOR = 3;
+constexpr unsigned FREQUENT = 200;  // of a thousand characters
 
 using Place = std::uint32_t;
 
@@ -95,38 +97,51 @@ struct Moves {
 
 class PrefixAutomatonBuilder {
  public:
-  explicit PrefixAutomatonBuilder(const PatternNode& pattern) {
+  PrefixAutomatonBuilder(const PatternNode& pattern, SearchIndex::Kinds first_kinds) {
     const Place start = moves_.add();
     const Place end = moves_.put(pattern, start);
     moves_.places[end].empty.push_back(Moves::END);
     start_ = start;
+    out_->first_kinds_ = first_kinds;
   }
 
   std::unique_ptr<const PrefixAutomaton> build() {
     if (moves_.too_large || !classify()) return nullptr;
+    seen_.resize(moves_.places.size());
     const Places first = closure({start_});
     if (first.empty() || first.front() == Moves::END) return nullptr;
     add_states(first);
     out_->class_begins_.resize(out_->class_count_);
     for (std::size_t c = 0; c < out_->class_count_; ++c) {
-      out_->class_begins_[c] =
-          out_->next_[PrefixAutomaton::START * out_->class_count_ + c] != PrefixAutomaton::DEAD;
+      out_->class_begins_[c] = next_of(PrefixAutomaton::START, c) != PrefixAutomaton::DEAD;
     }
+    for (const auto& classes : out_->classes_) {
+      auto& page = out_->begins_.emplace_back();
+      for (std::size_t k = 0; k < page.size(); ++k) page[k] = out_->class_begins_[classes[k]];
+    }
+    choose_anchor();
     return std::move(out_);
   }
 
  private:
   using Places = std::vector<Place>;  // sorted
   using State = PrefixAutomaton::State;
+  using Kinds = SearchIndex::Kinds;
+  static constexpr std::size_t NO_SET = ~std::size_t{0};
 
-  Places closure(Places places) const {
+  State next_of(std::size_t state, std::size_t c) const {
+    return out_->next_[state * out_->class_count_ + c];
+  }
+
+  // The places that take a character, and the end, that empty moves lead to.
+  Places closure(Places places) {
     Places out;
-    std::vector<bool> seen(moves_.places.size());
+    ++round_;
     while (!places.empty()) {
       const Place place = places.back();
       places.pop_back();
-      if (seen[place]) continue;
-      seen[place] = true;
+      if (seen_[place] == round_) continue;
+      seen_[place] = round_;
       if (moves_.places[place].set != nullptr || place == Moves::END) out.push_back(place);
       const auto& empty = moves_.places[place].empty;
       places.insert(places.end(), empty.begin(), empty.end());
@@ -138,81 +153,127 @@ class PrefixAutomatonBuilder {
   // Cuts the characters where a set begins or ends, and puts those into one class
   // that the same sets hold.
   bool classify() {
-    std::set<CharacterSet> sets;
+    std::vector<const CharacterSet*> sets;
     for (const auto& at : moves_.places) {
-      if (at.set != nullptr) sets.insert(*at.set);
+      if (at.set != nullptr) sets.push_back(at.set);
     }
-    Edges edges;
-    edges[0];
-    std::size_t i = 0;
-    for (const auto& set : sets) {
-      for (const auto& [low, high] : set) {
-        edges[low].emplace_back(i, true);
-        if (high + 1 != 0) edges[high + 1].emplace_back(i, false);
-      }
-      ++i;
+    const auto is_less = [](const auto* a, const auto* b) { return *a < *b; };
+    std::sort(sets.begin(), sets.end(), is_less);
+    sets.erase(std::unique(sets.begin(), sets.end(),
+                           [](const auto* a, const auto* b) { return *a == *b; }),
+               sets.end());
+    set_of_place_.assign(moves_.places.size(), NO_SET);
+    for (std::size_t i = 0; i < moves_.places.size(); ++i) {
+      const auto* set = moves_.places[i].set;
+      if (set == nullptr) continue;
+      set_of_place_[i] = static_cast<std::size_t>(
+          std::lower_bound(sets.begin(), sets.end(), set, is_less) - sets.begin());
     }
-    return number_classes(edges, sets.size());
+    return number_classes(sets);
   }
 
-  using Edges = std::map<char32_t, std::vector<std::pair<std::size_t, bool>>>;
+  // Where a set begins or ends.
+  struct Edge {
+    char32_t at;
+    std::size_t set;
+    bool begins;
+  };
 
-  bool number_classes(const Edges& edges, std::size_t sets) {
-    std::map<std::vector<bool>, std::uint8_t> classes;
-    std::vector<bool> holding(sets);
+  static std::vector<Edge> edges_of(const std::vector<const CharacterSet*>& sets) {
+    std::vector<Edge> edges;
+    for (std::size_t i = 0; i < sets.size(); ++i) {
+      for (const auto& [low, high] : *sets[i]) {
+        edges.push_back({low, i, true});
+        if (high + 1 != 0) edges.push_back({high + 1, i, false});
+      }
+    }
+    std::sort(edges.begin(), edges.end(), [](const auto& a, const auto& b) { return a.at < b.at; });
+    return edges;
+  }
+
+  bool number_classes(const std::vector<const CharacterSet*>& sets) {
+    using Bits = std::vector<std::uint64_t>;
+    constexpr std::size_t WORD = 64;
+    const auto edges = edges_of(sets);
+    std::map<Bits, std::uint8_t> classes;
+    Bits holding((sets.size() + WORD - 1) / WORD);
     std::vector<std::pair<char32_t, std::uint8_t>> starts;
-    for (const auto& [c, changes] : edges) {
-      for (const auto& [set, begins] : changes) holding[set] = begins;
-      if (classes.size() >= MAX_CLASSES) return false;
-      const auto [it, is_new] = classes.emplace(holding, static_cast<std::uint8_t>(classes.size()));
-      if (is_new) samples_.push_back(c);
-      starts.emplace_back(c, it->second);
+    classes_of_set_.resize(sets.size());
+    for (std::size_t e = 0; e <= edges.size();) {
+      const char32_t at = starts.empty() ? 0 : edges[e].at;
+      for (; e < edges.size() && edges[e].at == at; ++e) {
+        holding[edges[e].set / WORD] ^= std::uint64_t{1} << (edges[e].set % WORD);
+      }
+      const auto number = static_cast<std::uint8_t>(classes.size());
+      const auto [it, is_new] = classes.try_emplace(holding, number);
+      if (is_new && classes.size() > MAX_CLASSES) return false;
+      for (std::size_t i = 0; is_new && i < sets.size(); ++i) {
+        if ((holding[i / WORD] >> (i % WORD) & 1U) != 0) classes_of_set_[i].push_back(number);
+      }
+      starts.emplace_back(at, it->second);
+      if (e == edges.size()) break;
     }
     out_->class_count_ = classes.size();
     fill_pages(starts);
+    kinds_of_class_.resize(classes.size());
+    for (std::size_t i = 0; i < starts.size(); ++i) {
+      const char32_t last = i + 1 < starts.size() ? starts[i + 1].first - 1 : HIGHEST;
+      auto& kinds = kinds_of_class_[starts[i].second];
+      kinds = static_cast<Kinds>(kinds | SearchIndex::kinds_between(starts[i].first, last));
+    }
     return true;
   }
 
   void fill_pages(const std::vector<std::pair<char32_t, std::uint8_t>>& starts) {
-    using Page = std::array<std::uint8_t, PrefixAutomaton::PAGE>;
-    std::map<Page, std::uint8_t> numbers;
+    std::map<std::uint8_t, std::uint8_t> uniform;  // pages of one class, by it
     std::size_t i = 0;
     for (std::size_t page = 0; page < PrefixAutomaton::PAGES; ++page) {
-      Page classes;
+      const auto first = static_cast<char32_t>(page * PrefixAutomaton::PAGE);
+      while (i + 1 < starts.size() && starts[i + 1].first <= first) ++i;
+      const bool is_uniform =
+          i + 1 == starts.size() || starts[i + 1].first >= first + PrefixAutomaton::PAGE;
+      const auto known = uniform.find(starts[i].second);
+      if (is_uniform && known != uniform.end()) {
+        out_->pages_[page] = known->second;
+        continue;
+      }
+      const auto number = static_cast<std::uint8_t>(out_->classes_.size());
+      out_->pages_[page] = number;
+      if (is_uniform) uniform.emplace(starts[i].second, number);
+      auto& classes = out_->classes_.emplace_back();
       for (std::size_t k = 0; k < PrefixAutomaton::PAGE; ++k) {
-        const auto c = static_cast<char32_t>(page * PrefixAutomaton::PAGE + k);
-        while (i + 1 < starts.size() && starts[i + 1].first <= c) ++i;
+        while (i + 1 < starts.size() && starts[i + 1].first <= first + k) ++i;
         classes[k] = starts[i].second;
       }
-      const auto [it, is_new] = numbers.emplace(classes, static_cast<std::uint8_t>(numbers.size()));
-      if (is_new) out_->classes_.push_back(classes);
-      out_->pages_[page] = it->second;
     }
     out_->astral_.emplace_back(ASTRAL, starts[i].second);
     for (++i; i < starts.size(); ++i) out_->astral_.push_back(starts[i]);
   }
 
-  Places step(const Places& places, char32_t c) const {
-    Places reached;
-    for (const Place place : places) {
-      const auto& at = moves_.places[place];
-      if (at.set == nullptr) continue;
-      const auto after = std::upper_bound(at.set->begin(), at.set->end(),
-                                          std::pair(c, static_cast<char32_t>(~0U)));
-      if (after != at.set->begin() && std::prev(after)->second >= c) reached.push_back(at.next);
-    }
-    return closure(std::move(reached));
-  }
-
   void add_states(const Places& first) {
+    const std::size_t class_count = out_->class_count_;
     std::map<Places, State> numbers{{first, PrefixAutomaton::START}};
+    std::map<Places, State> by_move;  // what was reached, before its empty moves
     std::vector<Places> states{{}, {}, first};
+    std::vector<Places> reached(class_count);
     auto& next = out_->next_;
     for (std::size_t s = 0; s < states.size(); ++s) {
-      next.resize((s + 1) * out_->class_count_, static_cast<State>(s));
+      next.resize((s + 1) * class_count, static_cast<State>(s));
       if (s < PrefixAutomaton::START) continue;
-      for (std::size_t c = 0; c < out_->class_count_; ++c) {
-        next[s * out_->class_count_ + c] = state_of(step(states[s], samples_[c]), numbers, states);
+      for (auto& places : reached) places.clear();
+      for (const Place place : states[s]) {
+        if (set_of_place_[place] == NO_SET) continue;
+        for (const auto c : classes_of_set_[set_of_place_[place]]) {
+          reached[c].push_back(moves_.places[place].next);
+        }
+      }
+      for (std::size_t c = 0; c < class_count; ++c) {
+        auto& to = next[s * class_count + c];
+        to = PrefixAutomaton::DEAD;
+        if (reached[c].empty()) continue;
+        const auto [it, is_new] = by_move.try_emplace(reached[c], PrefixAutomaton::DEAD);
+        if (is_new) it->second = state_of(closure(reached[c]), numbers, states);
+        to = it->second;
       }
     }
   }
@@ -230,16 +291,100 @@ class PrefixAutomatonBuilder {
     return number;
   }
 
+  void choose_anchor() {
+    std::vector<State> states{PrefixAutomaton::START};
+    unsigned best = ~0U;
+    for (std::size_t depth = 0; depth <= FARTHEST_ANCHOR; ++depth) {
+      Kinds kinds = 0;
+      std::vector<bool> reached(out_->next_.size() / out_->class_count_);
+      for (const State s : states) {
+        for (std::size_t c = 0; c < out_->class_count_; ++c) {
+          const State to = next_of(s, c);
+          reached[to] = true;
+          if (to != PrefixAutomaton::DEAD) kinds = static_cast<Kinds>(kinds | kinds_of_class_[c]);
+        }
+      }
+      if (depth == 0) kinds = out_->first_kinds_ = static_cast<Kinds>(kinds & out_->first_kinds_);
+      if (const unsigned often = frequency(kinds); often < best) {
+        best = often;
+        out_->anchor_ = depth;
+        out_->anchor_kinds_ = kinds;
+        out_->is_frequent_ = often > FREQUENT;
+      }
+      if (reached[PrefixAutomaton::MAYBE]) return;
+      states.clear();
+      for (std::size_t s = PrefixAutomaton::START; s < reached.size(); ++s) {
+        if (reached[s]) states.push_back(static_cast<State>(s));
+      }
+    }
+  }
+
+  // How many of a thousand characters are of these kinds, about.
+  static unsigned frequency(Kinds kinds) {
+    constexpr unsigned OF_THOUSAND[SearchIndex::COUNT] = {20, 5,  40, 15,  25,  25,  150, 70,
+                                                          40, 70, 10, 120, 120, 120, 120, 120};
+    unsigned sum = 0;
+    for (unsigned k = 0; k < SearchIndex::COUNT; ++k) {
+      if ((kinds >> k & 1U) != 0) sum += OF_THOUSAND[k];
+    }
+    return sum;
+  }
+
   std::unique_ptr<PrefixAutomaton> out_ = std::make_unique<PrefixAutomaton>();
   Moves moves_;
   Place start_ = 0;
-  std::vector<char32_t> samples_;  // one character of each class
+  std::vector<std::size_t> set_of_place_;
+  std::vector<std::vector<std::uint8_t>> classes_of_set_;
+  std::vector<Kinds> kinds_of_class_;
+  std::vector<unsigned> seen_;  // the round in which closure() saw a place
+  unsigned round_ = 0;
 };
+
+namespace {
+
+// Reads one (?<![...]) at the front of `rest`, and takes it off; the characters of the
+// class, or nothing.
+std::u32string_view take_negative_look_behind(std::u32string_view& rest) {
+  constexpr std::u32string_view HEAD = U"(?<![";
+  if (!rest.starts_with(HEAD)) return {};
+  const auto end = rest.find(U"])");
+  if (end == rest.npos || rest.substr(0, end).find(U"\\]") != rest.npos) return {};
+  const auto items = rest.substr(HEAD.size(), end - HEAD.size());
+  rest.remove_prefix(end + 2);
+  return items;
+}
+
+// The kinds that the first character of a match can be of, as far as the look-behind at
+// the front of the pattern tells: (?<![A-Za-z0-9]), (?<![\d.,]).
+SearchIndex::Kinds kinds_by_look_behind(std::u32string_view pattern, const PatternNode& tree) {
+  using Index = SearchIndex;
+  bool not_after_digit = false;
+  bool not_after_letter = false;
+  const auto has = [](std::u32string_view items, std::u32string_view item) {
+    return items.find(item) != items.npos;
+  };
+  if (pattern.starts_with(U"(?i)")) pattern.remove_prefix(4);
+  while (tree.parts.size() == 1) {
+    const auto items = take_negative_look_behind(pattern);
+    if (items.empty()) break;
+    if (items.front() == U'^') continue;
+    not_after_digit |= has(items, U"\\d") || has(items, U"0-9");
+    not_after_letter |= has(items, U"A-Za-z") || has(items, U"\\p{L}");
+  }
+  auto kinds = Index::ALL;
+  const auto drop = [&](Index::Kinds some) { kinds = static_cast<Index::Kinds>(kinds & ~some); };
+  if (not_after_digit) drop(Index::DIGIT_AFTER_DIGIT);
+  if (not_after_letter) drop(Index::DIGIT_AFTER_LETTER);
+  if (not_after_digit && not_after_letter) drop(Index::UPPER_INSIDE | Index::LOWER_INSIDE);
+  return kinds;
+}
+
+}  // namespace
 
 std::unique_ptr<const PrefixAutomaton> PrefixAutomaton::of(std::u32string_view pattern) {
   const auto tree = read_pattern(pattern);
   if (!tree) return nullptr;
-  return PrefixAutomatonBuilder(*tree).build();
+  return PrefixAutomatonBuilder(*tree, kinds_by_look_behind(pattern, *tree)).build();
 }
 
 std::size_t PrefixAutomaton::class_of(char32_t c) const {
@@ -262,9 +407,36 @@ bool PrefixAutomaton::may_begin(std::u32string_view text, std::size_t at) const 
 
 std::size_t PrefixAutomaton::next(std::u32string_view text, std::size_t from) const {
   for (; from < text.size(); ++from) {
-    if (class_begins_[class_of(text[from])] && may_begin(text, from)) break;
+    if (begins(text[from]) && may_begin(text, from)) break;
   }
   return from;
+}
+
+std::size_t PrefixAutomaton::next(std::u32string_view text, const SearchIndex& index,
+                                  std::size_t from, SearchIndex::Kinds where) const {
+  const auto first = static_cast<SearchIndex::Kinds>(first_kinds_ & where);
+  if (anchor_ == 0 && (first & ~SearchIndex::FIRST) == 0) {
+    return next_first_one(text, index, from, first);
+  }
+  if (is_frequent_ && where == SearchIndex::ALL) return next(text, from);
+  const auto anchor = anchor_ == 0 ? first : anchor_kinds_;
+  for (std::size_t at = index.next(anchor, from + anchor_); at < text.size();
+       at = index.next(anchor, at + 1)) {
+    const std::size_t start = at - anchor_;
+    const bool fits = (index.at(start) & first) != 0 && begins(text[start]);
+    if (fits && may_begin(text, start)) return start;
+  }
+  return text.size();
+}
+
+std::size_t PrefixAutomaton::next_first_one(std::u32string_view text, const SearchIndex& index,
+                                            std::size_t from, SearchIndex::Kinds kinds) const {
+  const auto& ones = index.first_ones();
+  for (auto it = std::lower_bound(ones.begin(), ones.end(), from); it != ones.end(); ++it) {
+    const bool fits = (index.at(*it) & kinds) != 0 && begins(text[*it]);
+    if (fits && may_begin(text, *it)) return *it;
+  }
+  return text.size();
 }
 
 }  // namespace core::text

@@ -100,6 +100,8 @@ struct Regex::Request {
   std::size_t from = 0;
   Anchor anchor = Anchor::NONE;
   std::uint32_t options = 0;
+  const SearchIndex* index = nullptr;  // of the text
+  SearchIndex::Kinds where = SearchIndex::ALL;
 };
 
 // The JIT takes no anchoring at match time, so each kind of match that is used
@@ -193,9 +195,13 @@ bool Regex::run_search(const Request& request, Match& match) const {
   const PrefixAutomaton* prefix = programs_->beginnings(request.text.size() - request.from);
   if (prefix == nullptr) return run(request, match);
   Request here{.text = request.text, .anchor = Anchor::START};
+  const bool indexed = request.index != nullptr && request.index->size() == here.text.size();
+  const auto next = [&](std::size_t from) {
+    return !indexed ? prefix->next(here.text, from)
+                    : prefix->next(here.text, *request.index, from, request.where);
+  };
   std::size_t attempts = 0;
-  for (std::size_t at = prefix->next(here.text, request.from); at < here.text.size();
-       at = prefix->next(here.text, at + 1)) {
+  for (std::size_t at = next(request.from); at < here.text.size(); at = next(at + 1)) {
     here.from = at;
     if (run(here, match)) return true;
     // Where matches could begin nearly everywhere, the engine's own search is better.
@@ -235,11 +241,27 @@ std::optional<Match> Regex::match_at(std::u32string_view text, std::size_t at) c
   return once({.text = text, .from = at, .anchor = Anchor::START});
 }
 
+std::optional<Match> Regex::search(std::u32string_view text, const SearchIndex& index,
+                                   std::size_t from, SearchIndex::Kinds where) const {
+  std::optional<Match> match(std::in_place);
+  const Request request{.text = text, .from = from, .index = &index, .where = where};
+  if (from > text.size() || !run_search(request, *match)) match.reset();
+  return match;
+}
+
 std::vector<Match> Regex::find_all(std::u32string_view text) const {
+  return find_all(Request{.text = text});
+}
+
+std::vector<Match> Regex::find_all(std::u32string_view text, const SearchIndex& index) const {
+  return find_all(Request{.text = text, .index = &index});
+}
+
+std::vector<Match> Regex::find_all(const Request& all) const {
   std::vector<Match> out;
   Match found;
-  Request request{.text = text};
-  while (request.from <= text.size() && run_search(request, found)) {
+  Request request = all;
+  while (request.from <= request.text.size() && run_search(request, found)) {
     out.push_back(found);
     // Where an empty match was taken, only a longer one may follow.
     request.options = found.end() == found.start() ? PCRE2_NOTEMPTY_ATSTART : 0;

@@ -24,6 +24,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/text/search_index.hpp"
+
 namespace core::text {
 
 // One match: the offsets of the whole (group 0) and of its groups, in code
@@ -68,6 +70,14 @@ class Regex {
   // but not twice at one place.
   std::vector<Match> find_all(std::u32string_view text) const;
 
+  // The same with the index of `text`: as fast as can be for a long text. The search
+  // may be confined to matches whose first character is of the kinds `where`; it may
+  // then also find others.
+  std::optional<Match> search(std::u32string_view text, const SearchIndex& index,
+                              std::size_t from = 0,
+                              SearchIndex::Kinds where = SearchIndex::ALL) const;
+  std::vector<Match> find_all(std::u32string_view text, const SearchIndex& index) const;
+
   // Every match replaced by `replacement`, taken literally.
   std::u32string replace_all(std::u32string_view text, std::u32string_view replacement) const;
 
@@ -86,6 +96,7 @@ class Regex {
   bool run(const Request& request, Match& match) const;
   // The first match from `request.from` on; the same as run(), often sooner.
   bool run_search(const Request& request, Match& match) const;
+  std::vector<Match> find_all(const Request& all) const;
   std::optional<Match> once(const Request& request) const;
 
   std::string name_;

@@ -23,6 +23,10 @@ const std::u32string_view PATTERNS[] = {
     UR"((a|b)\1{2,3}[^a]?\.\d{20,}|1{18,19}[A-F])",
     UR"([\W_]\w\S\D[^\w])",
     UR"((?:ab|a)?(?:c|(?:d1)+?){2,}\$)",
+    UR"((?<![A-Za-z0-9])(?<![.-])(?:a?\d{2}|x1))",
+    UR"((?<![\d.])(?<!\d )\d[\d.]?[a-z](?!\d))",
+    UR"((?i)(?<![A-Za-z])[kx] ?\d)",
+    UR"([\u4e00-\u9fff][A-F]\d)",
 };
 
 // Made of what the patterns are about, so that many matches begin and half of them fail.
@@ -72,10 +76,15 @@ TEST(PrefixAutomaton, GivesTheMatchesOfAPlainSearch) {
       const Regex fresh("RE_FRESH", pattern);
       const auto expected = fresh.find_all(text);
       const auto found = used.find_all(text);
+      const auto indexed = used.find_all(text, SearchIndex(text));
       ASSERT_EQ(found.size(), expected.size()) << encode_utf8(pattern);
+      ASSERT_EQ(indexed.size(), expected.size())
+          << encode_utf8(pattern) << " in " << encode_utf8(text);
       for (std::size_t i = 0; i < found.size(); ++i) {
         EXPECT_EQ(found[i].start(), expected[i].start());
         EXPECT_EQ(found[i].end(), expected[i].end());
+        EXPECT_EQ(indexed[i].start(), expected[i].start());
+        EXPECT_EQ(indexed[i].end(), expected[i].end());
       }
     }
   }

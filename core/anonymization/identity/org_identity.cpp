@@ -65,8 +65,9 @@ void drop_group_word(std::u32string& t) {
     if (found) t.resize(t.size() - GROUP_LENGTH);
   };
   drop(t.ends_with(U"集团有限公司"));
-  drop(RE_COMPANY_GROUP.search(t).has_value());
-  drop(RE_LIMITED_COMPANY_GROUP.search(t).has_value());
+  const bool group = t.ends_with(U"集团");  // most names end otherwise
+  drop(group && RE_COMPANY_GROUP.search(t));
+  drop(group && RE_LIMITED_COMPANY_GROUP.search(t));
   drop(t.ends_with(U"有限公司集团"));
 }
 
@@ -105,8 +106,10 @@ std::u32string _normalize_party_org_identity_fragment(std::u32string_view fragme
   t = text::fold_parentheses(t);
   drop_outer_parentheses(t);
   drop_group_word(t);
-  if (const auto works = RE_PRINTING_WORKS.match(t)) return std::u32string(works->text(1));
-  if (RE_BAT.full_match(t)) return U"英美烟草集团公司";
+  if (t.find(U"印钞厂") != t.npos) {
+    if (const auto works = RE_PRINTING_WORKS.match(t)) return std::u32string(works->text(1));
+  }
+  if (t.starts_with(U"英美烟草") && RE_BAT.full_match(t)) return U"英美烟草集团公司";
   drop_legal_form_of_institution(t);
   return t;
 }

@@ -8,6 +8,7 @@
 #include "core/anonymization/propagation/propagable_surfaces.hpp"
 #include "core/text/multi_pattern.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_set.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::anonymization {
@@ -258,7 +259,7 @@ class PlaceholderEdges {
   bool begins_with_an_end(std::u32string_view s) const {
     for (std::size_t n = 1; n <= s.size() && n < longest_; ++n) {
       if (!characters_.contains(s[n - 1])) return false;
-      if (ends_.contains(std::u32string(s.substr(0, n)))) return true;
+      if (ends_.contains(s.substr(0, n))) return true;
     }
     return false;
   }
@@ -266,7 +267,7 @@ class PlaceholderEdges {
   bool ends_with_a_beginning(std::u32string_view s) const {
     for (std::size_t n = 1; n <= s.size() && n < longest_; ++n) {
       if (!characters_.contains(s[s.size() - n])) return false;
-      if (beginnings_.contains(std::u32string(s.substr(s.size() - n)))) return true;
+      if (beginnings_.contains(s.substr(s.size() - n))) return true;
     }
     return false;
   }
@@ -275,15 +276,15 @@ class PlaceholderEdges {
     for (std::size_t at = 0; at < s.size(); ++at) {
       if (!openings_.contains(s[at])) continue;
       for (std::size_t n = 1; n <= longest_ && at + n <= s.size(); ++n) {
-        if (whole_.contains(std::u32string(s.substr(at, n)))) return true;
+        if (whole_.contains(s.substr(at, n))) return true;
       }
     }
     return false;
   }
 
-  std::unordered_set<std::u32string> whole_;
-  std::unordered_set<std::u32string> beginnings_;
-  std::unordered_set<std::u32string> ends_;
+  text::ViewSet whole_;
+  text::ViewSet beginnings_;
+  text::ViewSet ends_;
   std::unordered_set<char32_t> openings_;
   std::unordered_set<char32_t> characters_;
   std::size_t longest_ = 0;

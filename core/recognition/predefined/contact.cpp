@@ -119,7 +119,7 @@ class WrittenEmailRecognizer : public EntityRecognizer {
     constexpr double SCORE = 0.85;
     const std::u32string_view t = a.folded;
     std::vector<RecognizerResult> out;
-    for (const auto& m : RE_WRITTEN_AT.find_all(t)) {
+    for (const auto& m : RE_WRITTEN_AT.find_all(t, a.index)) {
       std::size_t start = m.start();
       while (start > 0 && m.start() - start < MAX_LOCAL_PART && is_local_part(t[start - 1]))
         --start;

@@ -73,7 +73,7 @@ class DocumentNumberRecognizer : public EntityRecognizer {
         add_with_year(t, run.start - 1, run.end + 1, out);
       }
     }
-    for (const auto& m : RE_NUMBERED_TAIL.find_all(t)) {
+    for (const auto& m : RE_NUMBERED_TAIL.find_all(t, a.index)) {
       const std::size_t start = issuer_start(t, m.start() + 1);
       if (start <= m.start() && !is_public(t, start, m.start() + 1)) add(out, start, m.end());
     }
@@ -175,12 +175,12 @@ class LabelledNumberRecognizer : public EntityRecognizer {
 
   std::vector<RecognizerResult> analyze(const NlpArtifacts& a) const override {
     std::vector<RecognizerResult> out;
-    for (const auto& m : RE_BEHIND_NUMBER_SIGN.find_all(a.folded)) {
+    for (const auto& m : RE_BEHIND_NUMBER_SIGN.find_all(a.folded, a.index)) {
       const bool signed_label = m.end(1) > m.start(1);
       if (!signed_label && !is_long(m.text(2))) continue;
       add(a, RE_PLAIN_CHINESE_LABEL, m, 2, out);
     }
-    for (const auto& m : RE_BEHIND_ENGLISH_LABEL.find_all(a.folded)) {
+    for (const auto& m : RE_BEHIND_ENGLISH_LABEL.find_all(a.folded, a.index)) {
       // No. 1205 begins an address, Policy No. 1205 does not.
       const std::size_t from = m.start() > 2 ? m.start() - 2 : 0;
       const auto before = std::u32string_view(a.folded).substr(from, m.start() - from);

@@ -122,7 +122,7 @@ class MoneyRecognizer : public EntityRecognizer {
     add_before_currency(a, out);
     for (const Regex* regex : {&RE_CAPITAL, &RE_CAPITAL_ALONE, &RE_NUMERAL,
                                &RE_WORDS_BEFORE_CURRENCY, &RE_WORDS_BEHIND_CURRENCY}) {
-      for (const auto& m : regex->find_all(a.folded)) add(out, m.start(), m.end());
+      for (const auto& m : regex->find_all(a.folded, a.index)) add(out, m.start(), m.end());
     }
     add_spoken(a.folded, out);
     add_behind_words(a, out);

@@ -7,6 +7,7 @@
 #include <tuple>
 #include <utility>
 
+#include "cli/documents.hpp"
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/json.hpp"
@@ -28,9 +29,10 @@ using anonymization::RecognizerResult;
 using core::text::encode_utf8;
 
 constexpr std::string_view ANALYZE_DETAILS =
-    "Reads FILE and writes one line for each hit, in the order of the text. START is\n"
-    "the first code point of the hit, END the one behind it, counted from 0; a byte\n"
-    "order mark is not counted.\n"
+    "Reads FILE, text, .docx or PDF, and writes one line for each hit, in the order of the\n"
+    "text. START is the first code point of the hit, END the one behind it, counted from 0;\n"
+    "a byte order mark is not counted. Of a .docx and a PDF they count in the text that is\n"
+    "taken out of it, the paragraphs pasted together, not in the file.\n"
     "No text of the document is written unless --show-surfaces asks for it.\n"
     "\n"
     "--explain lists every hit that any recognizer made, and adds\n"
@@ -234,22 +236,23 @@ void Analyze::explain(std::u32string_view text, const std::string& language,
 }
 
 void Analyze::execute(const Context& context) {
-  const Input input = read_input(input_, input_named_, context);
-  const auto [analysis_text, language] = analysis_input(input.text, masking_);
+  const auto source = read_document(input_, input_named_, context);
+  const auto& text = source->text();
+  const auto [analysis_text, language] = analysis_input(text, masking_);
   const GuardedAnalyzer analyzer(context, masking_);
   auto analysis = analyze(analysis_text, language, analyzer);
   std::vector<anonymization::MaskedStretch> stretches;
   if (explain_) {
-    const auto document = mask(input.text, masking_, KnownHits(analysis.results));
-    stretches = anonymization::masked_stretches(input.text, document);
+    const auto document = mask(text, masking_, KnownHits(analysis.results));
+    stretches = anonymization::masked_stretches(text, document);
   }
   auto rows = rows_of(std::move(analysis));
   std::stable_sort(rows.begin(), rows.end(), [](const HitRow& a, const HitRow& b) {
     return std::tuple(a.hit.start, -a.hit.end) < std::tuple(b.hit.start, -b.hit.end);
   });
-  if (explain_) explain(input.text, language, stretches, rows);
+  if (explain_) explain(text, language, stretches, rows);
   std::erase_if(rows, [&](const HitRow& row) { return !asked_for(row.hit); });
-  write_all(context.out, json_ ? json(input.text, language, rows) : table(input.text, rows));
+  write_all(context.out, json_ ? json(text, language, rows) : table(text, rows));
 }
 
 // The placeholder of a card's last digits shows them.

@@ -1,42 +1,50 @@
 // The command `veildoc anonymize`.
+#include <algorithm>
+#include <filesystem>
 #include <optional>
 #include <ostream>
+#include <sstream>
 #include <string>
 
+#include "cli/anonymize_files.hpp"
 #include "cli/document_json.hpp"
+#include "cli/document_masker.hpp"
 #include "cli/documents.hpp"
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/masking.hpp"
+#include "cli/matter_store.hpp"
 #include "cli/passphrase.hpp"
 #include "cli/progress.hpp"
 #include "cli/review_table.hpp"
-#include "core/anonymization/placeholders.hpp"
-#include "core/nlp/other_scripts.hpp"
-#include "core/restore/restore.hpp"
+#include "core/restore/mapping_file.hpp"
 #include "core/restore/sealed_mapping.hpp"
-#include "core/text/utf8.hpp"
-#include "documents/leftovers.hpp"
 
 namespace cli {
 namespace {
 
-namespace anonymization = core::anonymization;
-
 constexpr std::string_view ANONYMIZE_DETAILS =
     "Reads FILE, plain text or a Word document (.docx), and writes it masked, in the same\n"
-    "format, to standard output, and nothing else.\n"
+    "format, to standard output, and nothing else. Of a PDF the text alone is written.\n"
     "\n"
     "What is written where:\n"
     "  document       standard output, or the file of -o; to a text not a byte is added\n"
-    "  mapping        only the file of --mapping (mode 0600, sealed with --encrypt), or\n"
-    "                 the object of --json\n"
+    "  mapping        only the files of --mapping, --mappings and --matter (mode 0600,\n"
+    "                 sealed with --encrypt), or the object of --json\n"
     "  messages       standard error; they never quote the document\n"
     "  Files are replaced in one step, never left half-written.\n"
     "\n"
     "Text is UTF-8, UTF-16 with a byte order mark, or GB18030. Encoding, line ends and a\n"
     "byte order mark are kept as they are. Of a .docx all stories are masked, and what\n"
     "tells of people beside the text is taken out.\n"
+    "\n"
+    "Several documents:\n"
+    "  Each FILE may be a folder, in which all files are read but hidden ones. Their\n"
+    "  places below it are kept in the folder of -o. What is no document is told and left\n"
+    "  out, and what fails with one does not stop the others. Nothing is overwritten\n"
+    "  without --overwrite, and no input ever. Each document has numbers of its own, but\n"
+    "  with --matter the same party has the same number in all of them, and in all that\n"
+    "  are masked with this file later.\n"
     "\n";
 
 constexpr std::string_view ANONYMIZE_EXAMPLES =
@@ -46,6 +54,8 @@ constexpr std::string_view ANONYMIZE_EXAMPLES =
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
     "  veildoc anonymize --dry-run contract.txt --keep public.txt --mask secret.txt\n"
     "  veildoc anonymize contract.docx -o masked.docx --report report.json\n"
+    "  veildoc anonymize contracts -o masked --mappings secret/mappings\n"
+    "  veildoc anonymize lease.docx annex.docx -o masked --matter secret/lease.json\n"
     "  veildoc anonymize --language en --labels en - < agreement.txt\n"
     "  veildoc anonymize --json contract.txt | jq -r '.mapping[] | .placeholder'\n"
     "\n"
@@ -53,52 +63,32 @@ constexpr std::string_view ANONYMIZE_EXAMPLES =
 
 constexpr std::size_t STEPS = 2;  // of progress: analysed, masked
 
-void warn_of_placeholders(std::u32string_view text, std::ostream& err) {
-  const auto count = anonymization::find_numbered_placeholders(text).size();
-  if (count == 0) return;
-  err << "veildoc: warning: the document already holds " << count
-      << (count == 1 ? " text that reads" : " texts that read")
-      << " like a placeholder; kept as it is\n";
-}
-
-// A name without one Latin letter, digit or common ideograph is taken for a blank
-// to fill in.
-void warn_of_unmaskable(std::size_t count, std::ostream& err) {
-  if (count == 0) return;
-  err << "veildoc: warning: " << count << (count == 1 ? " name" : " names")
-      << " in other scripts (Cyrillic, kana, hangul, rare ideographs) cannot be masked;"
-         " veildoc analyze --explain tells where\n";
-}
-
-// The mapping of a document, whose masked text is written as `bytes`. What it does
-// not lead back to is told at once.
-core::restore::Mapping mapping_of(const anonymization::AnonymizedDocument& document,
-                                  std::string_view bytes, std::u32string_view original,
-                                  std::ostream& err) {
-  namespace restore = core::restore;
-  auto mapping = restore::make_mapping(document);
-  mapping.masked_sha256 = restore::sha256_hex(bytes);
-  const auto findings = restore::find_restorable(document.text, mapping);
-  if (restore::restored_text(document.text, mapping, findings) != original) {
-    err << "veildoc: warning: the mapping does not lead back to the whole document\n";
-  }
-  return mapping;
-}
-
 class Anonymize : public Command {
  public:
   std::string_view name() const override { return "anonymize"; }
-  std::string_view about() const override { return "Masks one document."; }
+  std::string_view about() const override { return "Masks one document, or several."; }
   std::string_view details() const override { return details_; }
   void declare(Options& options) override;
   void check(const Options& options) override;
   void execute(const Context& context) override;
 
  private:
+  // All that is written of one document.
+  struct Ready {
+    std::string bytes;
+    std::optional<std::string> mapping;
+    std::optional<std::string> report;
+    std::unique_ptr<PendingFile> matter;
+  };
+
+  const std::string& input() const { return files_.inputs.front(); }
   void check_dry_run(const Options& options) const;
+  void check_several(const Options& options) const;
+  void check_one(const Options& options);
+  void check_secrets() const;
   void check_report() const;
-  void write(const std::string& bytes, const std::optional<std::string>& mapping,
-             const std::optional<std::string>& report, std::ostream& out) const;
+  void execute_one(const Context& context);
+  void write(const Ready& ready, std::ostream& out) const;
 
   const std::string details_ = std::string(ANONYMIZE_DETAILS)
                                    .append(PROFILES_HELP)
@@ -106,19 +96,19 @@ class Anonymize : public Command {
                                    .append(SERVICES_HELP)
                                    .append(ANONYMIZE_EXAMPLES);
   MaskingOptions masking_;
-  std::string input_ = "-";  // "-" is standard input
+  // Of one document and of several; an input "-" is standard input, and an empty
+  // output standard output.
+  FilesOptions files_;
   bool input_named_ = false;
-  std::string output_;   // empty: standard output
-  std::string mapping_;  // empty: none is written
-  bool encrypt_ = false;
-  std::string passphrase_file_;  // empty: asked for
-  std::string report_;           // empty: none is written
+  bool several_ = false;
+  std::string mapping_;  // of one document; empty: none is written
   bool json_ = false;
-  bool dry_run_ = false;
 };
 
 void Anonymize::declare(Options& options) {
-  options.argument("FILE", input_, "The document; - or nothing is standard input");
+  options.arguments("FILE", files_.inputs,
+                    "The document; - or nothing is standard input. Several, or a\nfolder, need "
+                    "-o DIR");
   masking_.declare_language(options);
   masking_.declare_profile(options);
   masking_.declare_labels(options);
@@ -126,15 +116,24 @@ void Anonymize::declare(Options& options) {
   masking_.declare_recognizers(options);
   masking_.declare_overrides(options);
   masking_.declare_services(options);
-  options.file("-o,--output", output_, "Write to this file, not to standard output");
+  options.file("-o,--output", files_.output,
+               "Write to this file, not to standard output; of several\ndocuments, into this "
+               "folder");
   options.file("--mapping", mapping_, "Write the mapping to this file, as JSON");
-  options.flag("--encrypt", encrypt_, "Seal the mapping with a passphrase");
-  options.file("--passphrase-file", passphrase_file_,
+  options.folder("--mappings", files_.mappings,
+                 "Of several documents, write the mapping of each into this\nfolder");
+  options.file("--matter", files_.matter,
+               "Number as this file says, and add to it: one placeholder\na party in all "
+               "documents of a matter");
+  options.flag("--encrypt", files_.encrypt, "Seal mappings and matter with a passphrase");
+  options.file("--passphrase-file", files_.passphrase_file,
                "The passphrase is in this file (default: asked for at the\nterminal)");
-  options.flag("--dry-run", dry_run_,
+  options.flag("--overwrite", files_.overwrite,
+               "Of several documents, replace outputs that are there");
+  options.flag("--dry-run", files_.dry_run,
                "Write a table of what would be masked instead of the text.\nIt holds the original "
                "surfaces");
-  options.file("--report", report_,
+  options.file("--report", files_.report,
                "Write to this file, as JSON, what was masked, by kind and\nplace, and what was not "
                "examined; no text of the document");
   options.flag("--json", json_,
@@ -143,8 +142,8 @@ void Anonymize::declare(Options& options) {
 }
 
 void Anonymize::check_dry_run(const Options& options) const {
-  if (!dry_run_) return;
-  for (const auto* name : {"--output", "--mapping", "--report", "--json"}) {
+  if (!files_.dry_run) return;
+  for (const auto* name : {"--output", "--mapping", "--mappings", "--report", "--json"}) {
     if (options.given(name)) {
       throw Failure(EXIT_USAGE, std::string("--dry-run does not go with ") + name);
     }
@@ -154,88 +153,171 @@ void Anonymize::check_dry_run(const Options& options) const {
 void Anonymize::check(const Options& options) {
   masking_.check(options);
   check_dry_run(options);
-  input_named_ = options.given("FILE");
-  if (!mapping_.empty()) {
-    if (mapping_ == "-" || is_special_file(mapping_)) {
-      throw Failure(EXIT_USAGE, "--mapping needs a regular file");
-    }
-    if (!output_.empty() && same_file(mapping_, output_)) {
-      throw Failure(EXIT_USAGE, "--mapping and --output name the same file");
-    }
-    if (input_ != "-" && same_file(mapping_, input_)) {
-      throw Failure(EXIT_USAGE, "--mapping names the input file");
+  input_named_ = !files_.inputs.empty();
+  if (!input_named_) files_.inputs = {"-"};
+  const auto is_folder = [](const std::string& path) {
+    std::error_code error;
+    return std::filesystem::is_directory(path, error);
+  };
+  several_ = files_.inputs.size() > 1 || is_folder(input()) || is_folder(files_.output) ||
+             options.given("--mappings");
+  check_secrets();
+  if (several_) {
+    check_several(options);
+  } else {
+    check_one(options);
+  }
+}
+
+void Anonymize::check_several(const Options& options) const {
+  for (const auto* name : {"--mapping", "--json"}) {
+    if (!options.given(name)) continue;
+    throw Failure(EXIT_USAGE, std::string(name) + " is for one document; of several, --mappings " +
+                                  "writes the mapping of each and --matter one of all");
+  }
+  if (std::count(files_.inputs.begin(), files_.inputs.end(), "-") > 0) {
+    throw Failure(EXIT_USAGE, "standard input is one document, and there are several");
+  }
+  if (!files_.dry_run && (files_.output.empty() || files_.output == "-")) {
+    throw Failure(EXIT_USAGE, "several documents need -o DIR");
+  }
+  std::error_code error;
+  for (const auto& folder : {files_.output, files_.mappings}) {
+    if (!folder.empty() && std::filesystem::exists(folder, error) &&
+        !std::filesystem::is_directory(folder, error)) {
+      throw Failure(EXIT_USAGE, folder + ": several documents are written into a folder");
     }
   }
-  if (encrypt_ && mapping_.empty()) throw Failure(EXIT_USAGE, "--encrypt needs --mapping");
-  if (!encrypt_ && !passphrase_file_.empty()) {
-    throw Failure(EXIT_USAGE, "--passphrase-file needs --encrypt");
+  if (!files_.mappings.empty() && same_file(files_.mappings, files_.output)) {
+    throw Failure(EXIT_USAGE,
+                  "--mappings and --output name the same folder; whoever gets the "
+                  "documents would have the originals");
+  }
+  if (!files_.report.empty() && !files_.matter.empty() && same_file(files_.report, files_.matter)) {
+    throw Failure(EXIT_USAGE, "--report names a file of another option");
+  }
+}
+
+void Anonymize::check_secrets() const {
+  if (!files_.matter.empty() && (files_.matter == "-" || is_special_file(files_.matter))) {
+    throw Failure(EXIT_USAGE, "--matter needs a regular file");
+  }
+  if (files_.encrypt && mapping_.empty() && files_.mappings.empty() && files_.matter.empty()) {
+    throw Failure(EXIT_USAGE, "--encrypt needs --mapping, --mappings or --matter");
+  }
+  if (!files_.encrypt && files_.matter.empty() && !files_.passphrase_file.empty()) {
+    throw Failure(EXIT_USAGE, "--passphrase-file needs --encrypt or --matter");
+  }
+}
+
+void Anonymize::check_one(const Options& options) {
+  if (options.given("--overwrite")) {
+    throw Failure(EXIT_USAGE, "--overwrite is for several documents; the file of -o is replaced");
+  }
+  const auto check_secret = [&](const std::string& path, const std::string& name) {
+    if (path.empty()) return;
+    if (path == "-" || is_special_file(path)) {
+      throw Failure(EXIT_USAGE, name + " needs a regular file");
+    }
+    if (!files_.output.empty() && same_file(path, files_.output)) {
+      throw Failure(EXIT_USAGE, name + " and --output name the same file");
+    }
+    if (input() != "-" && same_file(path, input())) {
+      throw Failure(EXIT_USAGE, name + " names the input file");
+    }
+  };
+  check_secret(mapping_, "--mapping");
+  check_secret(files_.matter, "--matter");
+  if (!mapping_.empty() && !files_.matter.empty() && same_file(mapping_, files_.matter)) {
+    throw Failure(EXIT_USAGE, "--mapping and --matter name the same file");
   }
   check_report();
-  if (output_ == "-") output_.clear();
+  if (files_.output == "-") files_.output.clear();
 }
 
 void Anonymize::check_report() const {
-  if (report_.empty()) return;
-  for (const auto* other : {&input_, &output_, &mapping_}) {
-    if (!other->empty() && *other != "-" && same_file(report_, *other)) {
+  if (files_.report.empty()) return;
+  for (const auto* other : {&input(), &files_.output, &mapping_, &files_.matter}) {
+    if (!other->empty() && *other != "-" && same_file(files_.report, *other)) {
       throw Failure(EXIT_USAGE, "--report names a file of another option");
     }
   }
 }
 
 void Anonymize::execute(const Context& context) {
-  const auto source = read_document(input_, input_named_, context);
-  const auto& text = source->text();
-  std::optional<Passphrase> passphrase;
-  if (encrypt_) passphrase = read_passphrase(passphrase_file_, Asked::TWICE);
-  warn_of_placeholders(text, context.err);
-  const auto overrides = read_overrides(text, masking_, context.err);
-  const GuardedAnalyzer analyzer(context, masking_);
-  const auto [analysis_text, language] = analysis_input(text, masking_);
-  std::optional<Progress> progress(std::in_place, context.err, STEPS);
-  const auto hits = analyzer.analyze(analysis_text, language);
-  progress->step();
-  const auto masked = mask(text, masking_, KnownHits(hits), overrides);
-  progress.reset();  // takes its line away before anything else is told
-  warn_of_unmaskable(core::nlp::unmaskable_names(analysis_text, hits).size(), context.err);
-  source->set_kept([&] {
-    return documents::kept_on_purpose(text, hits, masked.language, masking_.profile, overrides);
-  });
-  const auto written = documents::as_written(masked, *source);
-  if (dry_run_) return write_all(context.out, review_table(core::restore::make_mapping(written)));
-  const auto original = source->written(masked).original;
-  auto bytes = source->write(masked);
-  std::optional<std::string> mapping;
-  if (!mapping_.empty()) {
-    auto way_back = mapping_of(written, bytes, original, context.err);
-    way_back.encoding = source->encoding();
-    mapping = core::restore::write_mapping(way_back);
-    if (passphrase) mapping = core::restore::seal_mapping(*mapping, passphrase->text());
+  if (several_) return anonymize_files(files_, masking_, context);
+  execute_one(context);
+}
+
+void Anonymize::execute_one(const Context& context) {
+  const auto source = read_document(input(), input_named_, context);
+  if (source->report().format == "pdf" && files_.output.ends_with(".pdf")) {
+    throw Failure(EXIT_USAGE, files_.output + ": of a PDF plain text is written; name it .txt");
   }
-  if (json_) bytes = document_json(written, source->as_written(text));
-  std::optional<std::string> report;
-  if (!report_.empty()) report = report_json(source->report(), masked.language);
+  const auto& text = source->text();
+  std::optional<MatterStore> matter;
+  std::optional<Passphrase> passphrase;
+  if (!files_.matter.empty()) {
+    matter.emplace(files_.matter, files_.encrypt, files_.passphrase_file,
+                   files_.dry_run ? MatterStore::Use::LOOK : MatterStore::Use::WRITE);
+  } else if (files_.encrypt) {
+    passphrase = read_passphrase(files_.passphrase_file, Asked::TWICE);
+  }
+  warn_of_placeholders(text, context.err);
+  const auto overrides = OverrideLists(masking_).find(text, &context.err);
+  const GuardedAnalyzer analyzer(context, masking_);
+  const DocumentMasker masker(masking_, analyzer, matter ? &matter->matter() : nullptr);
+  std::optional<Progress> progress(std::in_place, context.err, STEPS);
+  std::ostringstream warnings;
+  auto masked = masker.mask(*source, overrides,
+                            {.bytes = !files_.dry_run,
+                             .mapping = !mapping_.empty() || files_.dry_run,
+                             .matter = matter.has_value()},
+                            warnings, [&] { progress->step(); });
+  progress.reset();  // takes its line away before anything else is told
+  context.err << warnings.str();
+  warn_of_unmaskable(masked.unmaskable, context.err);
+  if (files_.dry_run) return write_all(context.out, review_table(*masked.mapping));
+  Ready ready;
+  if (masked.mapping) {
+    ready.mapping = core::restore::write_mapping(*masked.mapping);
+    const auto& key = matter ? matter->passphrase() : passphrase;
+    if (key) ready.mapping = core::restore::seal_mapping(*ready.mapping, key->text());
+  }
+  if (matter) {
+    const auto name = std::filesystem::path(input_name(input())).filename().string();
+    matter->matter().add(
+        {name, masked.document.language, masked.matter->masked_sha256, masked.matter->encoding},
+        *masked.matter);
+    ready.matter = matter->write();
+  }
+  ready.bytes = std::move(masked.bytes);
+  if (json_) ready.bytes = document_json(masked.document, source->as_written(text));
+  if (!files_.report.empty()) {
+    ready.report = report_json(source->report(), masked.document.language);
+  }
   warn_of_report(source->report(), context.err);
-  write(bytes, mapping, report, context.out);
+  write(ready, context.out);
 }
 
 // Everything is ready on the disk before anything is put in place.
-void Anonymize::write(const std::string& bytes, const std::optional<std::string>& mapping,
-                      const std::optional<std::string>& report, std::ostream& out) const {
+void Anonymize::write(const Ready& ready, std::ostream& out) const {
   std::optional<PendingFile> mapping_file;
   std::optional<PendingFile> report_file;
   std::optional<PendingFile> output_file;
-  if (mapping) mapping_file.emplace(mapping_, *mapping, Privacy::SECRET);
-  if (report) report_file.emplace(report_, *report, Privacy::ORDINARY);
-  if (!output_.empty()) {
-    output_file.emplace(output_, bytes, json_ ? Privacy::SECRET : Privacy::ORDINARY);
+  if (ready.mapping) mapping_file.emplace(mapping_, *ready.mapping, Privacy::SECRET);
+  if (ready.report) report_file.emplace(files_.report, *ready.report, Privacy::ORDINARY);
+  if (!files_.output.empty()) {
+    output_file.emplace(files_.output, ready.bytes, json_ ? Privacy::SECRET : Privacy::ORDINARY);
   }
+  // First: a document whose numbers nobody knows could never be restored.
+  if (ready.matter) ready.matter->commit();
   if (mapping_file) mapping_file->commit();
   if (report_file) report_file->commit();
   if (output_file) {
     output_file->commit();
   } else {
-    write_all(out, bytes);
+    write_all(out, ready.bytes);
   }
 }
 

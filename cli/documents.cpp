@@ -3,7 +3,6 @@
 #include <ostream>
 
 #include "cli/failure.hpp"
-#include "cli/json.hpp"
 #include "cli/masking.hpp"
 #include "documents/errors.hpp"
 
@@ -25,7 +24,7 @@ std::unique_ptr<documents::Document> read_document(const std::string& path, bool
   }
 }
 
-std::string report_json(const documents::Report& report, const std::string& language) {
+ordered_json report_object(const documents::Report& report, const std::string& language) {
   auto kinds = ordered_json::object();
   auto stories = ordered_json::array();
   for (const auto& [story, counts] : report.stories) {
@@ -36,13 +35,22 @@ std::string report_json(const documents::Report& report, const std::string& lang
     }
     stories.push_back({{"story", story}, {"kinds", std::move(of_story)}});
   }
-  const ordered_json object = {
-      {"format", "veildoc-report"},          {"version", REPORT_VERSION},
-      {"document", report.format},           {"language", language},
-      {"kinds", std::move(kinds)},           {"stories", std::move(stories)},
-      {"not_examined", report.not_examined}, {"removed", report.removed},
-      {"warnings", report.warnings}};
+  return {{"document", report.format},           {"language", language},
+          {"kinds", std::move(kinds)},           {"stories", std::move(stories)},
+          {"not_examined", report.not_examined}, {"removed", report.removed},
+          {"warnings", report.warnings}};
+}
+
+std::string report_json(const documents::Report& report, const std::string& language) {
+  ordered_json object = {{"format", "veildoc-report"}, {"version", REPORT_VERSION}};
+  object.update(report_object(report, language));
   return dump_json(object, REPORT_INDENT);
+}
+
+std::string reports_json(ordered_json files) {
+  return dump_json(
+      {{"format", "veildoc-report"}, {"version", REPORT_VERSION}, {"files", std::move(files)}},
+      REPORT_INDENT);
 }
 
 void warn_of_report(const documents::Report& report, std::ostream& err) {

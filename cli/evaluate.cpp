@@ -8,6 +8,7 @@
 #include <system_error>
 #include <utility>
 
+#include "cli/documents.hpp"
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "cli/json.hpp"
@@ -30,7 +31,7 @@ using evaluation::Score;
 using evaluation::Tally;
 
 constexpr std::string_view EVALUATE_DETAILS =
-    "DIR holds documents *.txt in which what must not be read is marked:\n"
+    "DIR holds documents (*.txt, *.docx, *.pdf) in which what must not be read is marked:\n"
     "  <<TYPE#n:surface>>   must be masked; equal TYPE#n name one entity\n"
     "  <<?TYPE:surface>>    may be masked or left\n"
     "Each is masked without its marks, as anonymize does it, and compared with them:\n"
@@ -84,18 +85,22 @@ std::vector<fs::path> documents_in(const std::string& folder) {
   std::error_code error;
   for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
        entry.increment(error)) {
-    if (entry->path().extension() == ".txt") paths.push_back(entry->path());
+    const auto extension = entry->path().extension();
+    if (extension == ".txt" || extension == ".docx" || extension == ".pdf") {
+      paths.push_back(entry->path());
+    }
   }
   if (error) throw Failure(EXIT_INPUT, with_errno("cannot read " + folder, error.value()));
-  if (paths.empty()) throw Failure(EXIT_INPUT, folder + ": no document (*.txt) is in it");
+  if (paths.empty())
+    throw Failure(EXIT_INPUT, folder + ": no document (*.txt, *.docx, *.pdf) is in it");
   std::sort(paths.begin(), paths.end());
   return paths;
 }
 
-Document read_document(const fs::path& path, const Context& context) {
-  const auto input = decode(read_all(path.string(), context.in), path.string());
+Document read_labelled(const fs::path& path, const Context& context) {
+  const auto source = read_document(path.string(), true, context);
   try {
-    return {path.filename().string(), evaluation::parse_labelled(input.text)};
+    return {path.filename().string(), evaluation::parse_labelled(source->text())};
   } catch (const core::ValueError& e) {
     throw Failure(EXIT_INPUT, path.string() + ": " + e.what());
   }
@@ -183,7 +188,7 @@ void Evaluate::declare(Options& options) {
 
 Evaluate::Report Evaluate::evaluate(const Context& context) const {
   std::vector<Document> documents;
-  for (const auto& path : documents_in(folder_)) documents.push_back(read_document(path, context));
+  for (const auto& path : documents_in(folder_)) documents.push_back(read_labelled(path, context));
   const GuardedAnalyzer analyzer(context, masking_);
   Progress progress(context.err, documents.size());
   Report report;

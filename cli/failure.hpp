@@ -19,8 +19,21 @@ class Failure : public std::runtime_error {
   ExitCode code_;
 };
 
+// A service does not answer as it should: what goes wrong once goes on going wrong.
+class ServiceFailure : public Failure {
+ public:
+  explicit ServiceFailure(const std::string& message) : Failure(EXIT_ANALYZER, message) {}
+};
+
 // The reader of standard output is gone: nobody is left to tell anything.
 class ClosedPipe : public std::exception {};
+
+// The exception that is being handled, as a command ends with it.
+struct Told {
+  ExitCode code;
+  std::string message;  // never text of the document
+};
+Told told_of_current_exception();
 
 // "what: No such file or directory" for an errno value.
 std::string with_errno(const std::string& what, int error_number);

@@ -136,10 +136,6 @@ std::string behind_links(const std::string& path) {
 
 }  // namespace
 
-std::string with_errno(const std::string& what, int error_number) {
-  return what + ": " + std::generic_category().message(error_number);
-}
-
 bool same_file(const std::string& a, const std::string& b) {
   std::error_code error;
   if (fs::equivalent(a, b, error)) return true;

@@ -14,13 +14,13 @@
 #include "core/anonymization/strategy.hpp"
 #include "core/errors.hpp"
 #include "core/recognition/recognizer_file.hpp"
-#include "core/recognition/surface_list.hpp"
 #include "core/text/utf8.hpp"
 
 namespace cli {
 namespace {
 
 namespace anonymization = core::anonymization;
+using core::recognition::SurfaceList;
 
 constexpr std::size_t MOST_LINES_TOLD = 20;
 
@@ -33,21 +33,35 @@ core::recognition::RecognizerList recognizers_of(const std::string& file) {
   }
 }
 
-// Where the surfaces of a file stand in a text.
-anonymization::Stretches stretches_of(std::u32string_view text, const std::string& file,
-                                      const std::string& option, std::ostream& err) {
+std::optional<SurfaceList> list_of(const std::string& file) {
   if (file.empty()) return {};
   const auto list = decode(read_all(file, std::cin), file);
   try {
-    auto found = core::recognition::SurfaceList(list.text, file).find(text);
-    if (!found.unused_lines.empty()) {
-      err << "veildoc: warning: nothing in the document is meant by " << found.unused_lines.size()
-          << (found.unused_lines.size() == 1 ? " line" : " lines") << " of " << option << ": ";
-      for (std::size_t i = 0; i < std::min(found.unused_lines.size(), MOST_LINES_TOLD); ++i) {
-        err << (i == 0 ? "" : ", ") << found.unused_lines[i];
-      }
-      err << (found.unused_lines.size() > MOST_LINES_TOLD ? ", ...\n" : "\n");
-    }
+    return SurfaceList(list.text, file);
+  } catch (const core::RegexError& e) {
+    throw Failure(EXIT_INPUT, e.what());
+  }
+}
+
+void warn_of_unused_lines(const std::vector<std::size_t>& lines, const char* option,
+                          std::ostream& err) {
+  if (lines.empty()) return;
+  err << "veildoc: warning: nothing in the document is meant by " << lines.size()
+      << (lines.size() == 1 ? " line" : " lines") << " of " << option << ": ";
+  for (std::size_t i = 0; i < std::min(lines.size(), MOST_LINES_TOLD); ++i) {
+    err << (i == 0 ? "" : ", ") << lines[i];
+  }
+  err << (lines.size() > MOST_LINES_TOLD ? ", ...\n" : "\n");
+}
+
+// Where the surfaces of a list stand in a text.
+anonymization::Stretches stretches_of(std::u32string_view text,
+                                      const std::optional<SurfaceList>& list, const char* option,
+                                      std::ostream* err) {
+  if (!list) return {};
+  try {
+    auto found = list->find(text);
+    if (err != nullptr) warn_of_unused_lines(found.unused_lines, option, *err);
     return std::move(found.stretches);
   } catch (const core::RegexError& e) {
     throw Failure(EXIT_INPUT, e.what());
@@ -158,6 +172,8 @@ std::vector<anonymization::RecognizerResult> GuardedAnalyzer::analyze(
 void GuardedAnalyzer::rethrow() {
   try {
     throw;
+  } catch (const core::ExternalError& e) {
+    throw ServiceFailure(std::string("the analyzer failed: ") + e.what());
   } catch (const core::Error& e) {
     throw Failure(EXIT_ANALYZER, std::string("the analyzer failed: ") + e.what());
   } catch (const std::exception&) {
@@ -165,19 +181,31 @@ void GuardedAnalyzer::rethrow() {
   }
 }
 
-anonymization::Overrides read_overrides(std::u32string_view text, const MaskingOptions& options,
-                                        std::ostream& err) {
-  return {stretches_of(text, options.keep, "--keep", err),
-          stretches_of(text, options.mask, "--mask", err)};
+OverrideLists::OverrideLists(const MaskingOptions& options)
+    : keep_(list_of(options.keep)), mask_(list_of(options.mask)) {}
+
+anonymization::Overrides OverrideLists::find(std::u32string_view text, std::ostream* err) const {
+  return {stretches_of(text, keep_, "--keep", err), stretches_of(text, mask_, "--mask", err)};
 }
 
 anonymization::AnonymizedDocument mask(std::u32string_view text, const MaskingOptions& options,
                                        const anonymization::Analyzer& analyzer,
                                        const anonymization::Overrides& overrides) {
+  return labelled(mask_unlabelled(text, options, analyzer, overrides), options);
+}
+
+anonymization::AnonymizedDocument mask_unlabelled(std::u32string_view text,
+                                                  const MaskingOptions& options,
+                                                  const anonymization::Analyzer& analyzer,
+                                                  const anonymization::Overrides& overrides) {
   const auto aliases =
       options.aliases == "one" ? anonymization::Aliases::ONE : anonymization::Aliases::SEPARATE;
-  auto document = anonymization::anonymize_document(text, analyzer, options.language,
-                                                    options.profile, aliases, overrides);
+  return anonymization::anonymize_document(text, analyzer, options.language, options.profile,
+                                           aliases, overrides);
+}
+
+anonymization::AnonymizedDocument labelled(anonymization::AnonymizedDocument document,
+                                           const MaskingOptions& options) {
   if (options.labels == "core") return document;
   const auto locale = options.labels == "auto" ? document.language : options.labels;
   return anonymization::with_labels(std::move(document), locale);

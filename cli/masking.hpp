@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "cli/options.hpp"
 #include "cli/services.hpp"
 #include "core/anonymization_core.hpp"
+#include "core/recognition/surface_list.hpp"
 
 namespace cli {
 
@@ -112,14 +114,31 @@ class KnownHits : public core::anonymization::Analyzer {
   const std::vector<core::anonymization::RecognizerResult>& hits_;
 };
 
-// What the files of --keep and --mask say of a text; lines that say nothing of it are
-// counted on `err`. Throws Failure(EXIT_INPUT).
-core::anonymization::Overrides read_overrides(std::u32string_view text,
-                                              const MaskingOptions& options, std::ostream& err);
+// The files of --keep and --mask.
+class OverrideLists {
+ public:
+  // Reads them. Throws Failure(EXIT_INPUT).
+  explicit OverrideLists(const MaskingOptions& options);
+
+  // What they say of a text. Lines that say nothing of it are counted on `err`; nullptr:
+  // they need not. Throws Failure(EXIT_INPUT).
+  core::anonymization::Overrides find(std::u32string_view text, std::ostream* err) const;
+
+ private:
+  std::optional<core::recognition::SurfaceList> keep_;
+  std::optional<core::recognition::SurfaceList> mask_;
+};
 
 core::anonymization::AnonymizedDocument mask(std::u32string_view text,
                                              const MaskingOptions& options,
                                              const core::anonymization::Analyzer& analyzer,
                                              const core::anonymization::Overrides& overrides = {});
+
+// Its two halves: placeholders as the core writes them, and as --labels says.
+core::anonymization::AnonymizedDocument mask_unlabelled(
+    std::u32string_view text, const MaskingOptions& options,
+    const core::anonymization::Analyzer& analyzer, const core::anonymization::Overrides& overrides);
+core::anonymization::AnonymizedDocument labelled(core::anonymization::AnonymizedDocument document,
+                                                 const MaskingOptions& options);
 
 }  // namespace cli

@@ -20,6 +20,7 @@ constexpr auto COMMON_DETAILS =
     "Examples:\n"
     "  veildoc anonymize contract.txt > masked.txt\n"
     "  veildoc anonymize contract.txt -o masked.txt --mapping contract.mapping.json\n"
+    "  veildoc anonymize contracts -o masked --matter secret/matter.json\n"
     "  veildoc restore edited.txt contract.mapping.json -o restored.txt\n"
     "  veildoc analyze --explain contract.txt\n"
     "\n"
@@ -27,9 +28,14 @@ constexpr auto COMMON_DETAILS =
     "  0  done (also when the reader of the output went away early, as head does)\n"
     "  1  failed otherwise, for example the output could not be written\n"
     "  2  the command line is wrong\n"
-    "  3  the input, the mapping or the file of recognizers could not be read or\n"
-    "     understood\n"
-    "  4  the analyzer failed, or a service that it asks\n";
+    "  3  the input, the mapping, the matter or the file of recognizers could not be read\n"
+    "     or understood\n"
+    "  4  the analyzer failed, or a service that it asks\n"
+    "130  interrupted, with what was finished in place\n";
+
+std::string no_empty_name(const std::string& given) {
+  return given.empty() ? "a file needs a name" : "";
+}
 
 std::string number_text(double value) {
   std::ostringstream out;
@@ -41,13 +47,17 @@ std::string number_text(double value) {
 
 void Options::argument(const std::string& name, std::string& value, const std::string& description,
                        bool required) {
-  const auto not_empty = [](const std::string& given) {
-    return given.empty() ? std::string("a file needs a name") : std::string();
-  };
   app_.add_option(name, value, description)
       ->type_name("")
       ->required(required)
-      ->check(CLI::Validator(not_empty, ""));
+      ->check(CLI::Validator(no_empty_name, ""));
+}
+
+void Options::arguments(const std::string& name, std::vector<std::string>& values,
+                        const std::string& description) {
+  app_.add_option(name, values, description)
+      ->type_name("")
+      ->check(CLI::Validator(no_empty_name, ""));
 }
 
 void Options::text(const std::string& names, std::string& value, const std::string& kind,
@@ -56,12 +66,15 @@ void Options::text(const std::string& names, std::string& value, const std::stri
 }
 
 void Options::file(const std::string& names, std::string& value, const std::string& description) {
-  const auto not_empty = [](const std::string& given) {
-    return given.empty() ? std::string("a file needs a name") : std::string();
-  };
   app_.add_option(names, value, description)
       ->type_name("FILE")
-      ->check(CLI::Validator(not_empty, ""));
+      ->check(CLI::Validator(no_empty_name, ""));
+}
+
+void Options::folder(const std::string& names, std::string& value, const std::string& description) {
+  app_.add_option(names, value, description)
+      ->type_name("DIR")
+      ->check(CLI::Validator(no_empty_name, ""));
 }
 
 void Options::choice(const std::string& names, std::string& value,

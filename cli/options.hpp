@@ -25,6 +25,9 @@ class Options {
   // Without a value on the command line the argument is an error if it is required.
   void argument(const std::string& name, std::string& value, const std::string& description,
                 bool required = false);
+  // One or more of them.
+  void arguments(const std::string& name, std::vector<std::string>& values,
+                 const std::string& description);
   void text(const std::string& names, std::string& value, const std::string& kind,
             const std::string& description);
   // A file; its name must not be empty.
@@ -32,6 +35,7 @@ class Options {
   // One of `values`; the page of help shows them, and the default, itself.
   void choice(const std::string& names, std::string& value, const std::vector<std::string>& values,
               const std::string& description);
+  void folder(const std::string& names, std::string& value, const std::string& description);
   // Separated by commas.
   void list(const std::string& names, std::vector<std::string>& values, const std::string& kind,
             const std::string& description);

@@ -13,6 +13,7 @@
 #include "cli/masking.hpp"
 #include "cli/passphrase.hpp"
 #include "cli/restore_report.hpp"
+#include "core/matter/matter_file.hpp"
 #include "core/restore/sealed_mapping.hpp"
 #include "core/text/utf8.hpp"
 #include "documents/errors.hpp"
@@ -57,15 +58,17 @@ std::unique_ptr<documents::MaskedFile> read_masked(const std::string& path, std:
   }
 }
 
+// The mapping for the masked document with this hash, also out of the file of a matter.
 core::restore::Mapping read_mapping_file(const std::string& path,
-                                         const std::string& passphrase_file) {
+                                         const std::string& passphrase_file,
+                                         const std::string& masked_sha256) {
   auto bytes = read_all(path, std::cin);
   try {
     if (core::restore::is_sealed_mapping(bytes)) {
       const auto passphrase = read_passphrase(passphrase_file, Asked::ONCE);
       bytes = core::restore::open_sealed_mapping(bytes, passphrase.text());
     }
-    return core::restore::read_mapping(bytes);
+    return core::matter::read_mapping_of(bytes, masked_sha256);
   } catch (const core::text::DecodeError&) {
     throw Failure(EXIT_INPUT, path + ": damaged: not UTF-8");
   } catch (const core::restore::MappingError& e) {
@@ -97,7 +100,7 @@ class Restore : public Command {
 
 void Restore::declare(Options& options) {
   options.argument("MASKED", masked_, "The masked document; - is standard input", true);
-  options.argument("MAPPING", mapping_, "Its mapping", true);
+  options.argument("MAPPING", mapping_, "Its mapping, or its matter", true);
   options.file("-o,--output", output_,
                "Write to this file (mode 0600), not to standard output. A .docx\nis not "
                "written to a terminal");
@@ -121,10 +124,11 @@ void Restore::check(const Options& options) {
 
 void Restore::execute(const Context& context) {
   const auto bytes = read_all(masked_, context.in);
-  const auto mapping = read_mapping_file(mapping_, passphrase_file_);
+  const auto hash = core::restore::sha256_hex(bytes);
+  const auto mapping = read_mapping_file(mapping_, passphrase_file_, hash);
   const auto file = read_masked(masked_, bytes, mapping.encoding);
   if (!check_ && !file->is_text()) refuse_terminal(context);
-  const bool unchanged = core::restore::sha256_hex(bytes) == mapping.masked_sha256;
+  const bool unchanged = hash == mapping.masked_sha256;
   auto findings = core::restore::find_restorable(file->text(), mapping);
   if (unchanged) {
     // What reads like a placeholder without brackets did so in the document.

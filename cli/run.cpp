@@ -1,6 +1,6 @@
 #include "cli/run.hpp"
 
-#include <new>
+#include <exception>
 #include <ostream>
 #include <variant>
 
@@ -9,18 +9,8 @@
 #include "cli/files.hpp"
 #include "cli/options.hpp"
 #include "cli/services.hpp"
-#include "core/errors.hpp"
 
 namespace cli {
-namespace {
-
-int fail(std::ostream& err, ExitCode code, std::string_view message) {
-  err << "veildoc: " << message << '\n' << std::flush;
-  return code;
-}
-
-}  // namespace
-
 int run(std::span<const std::string> args, std::istream& in, std::ostream& out, std::ostream& err,
         const AnalyzerFactory& make_analyzer) {
   try {
@@ -34,17 +24,12 @@ int run(std::span<const std::string> args, std::istream& in, std::ostream& out, 
     return EXIT_DONE;
   } catch (const ClosedPipe&) {
     return EXIT_DONE;
-  } catch (const Failure& e) {
-    fail(err, e.code(), e.what());
-    if (e.code() == EXIT_USAGE) err << "veildoc: see veildoc --help\n";
-    return e.code();
-  } catch (const core::Error& e) {
-    return fail(err, EXIT_FAILED, e.what());
-  } catch (const std::bad_alloc&) {
-    return fail(err, EXIT_FAILED, "out of memory");
   } catch (const std::exception&) {
-    // Its message is not ours: it might quote the document.
-    return fail(err, EXIT_FAILED, "unexpected failure");
+    const auto told = told_of_current_exception();
+    err << "veildoc: " << told.message << '\n';
+    if (told.code == EXIT_USAGE) err << "veildoc: see veildoc --help\n";
+    err << std::flush;
+    return told.code;
   }
 }
 

@@ -21,11 +21,12 @@ namespace cli {
 
 // What the process ends with.
 enum ExitCode {
-  EXIT_DONE = 0,      // also when the reader of the output went away early
-  EXIT_FAILED = 1,    // anything that none of the others names, such as an unwritable output
-  EXIT_USAGE = 2,     // the command line is wrong
-  EXIT_INPUT = 3,     // the input could not be read or decoded
-  EXIT_ANALYZER = 4,  // the analyzer failed or could not be reached
+  EXIT_DONE = 0,           // also when the reader of the output went away early
+  EXIT_FAILED = 1,         // anything that none of the others names, such as an unwritable output
+  EXIT_USAGE = 2,          // the command line is wrong
+  EXIT_INPUT = 3,          // the input could not be read or decoded
+  EXIT_ANALYZER = 4,       // the analyzer failed or could not be reached
+  EXIT_INTERRUPTED = 130,  // by a signal, behind the work that was finished
 };
 
 struct AnalyzerOptions {

@@ -8,6 +8,7 @@
 #include "documents/errors.hpp"
 #include "documents/joiner_escapes.hpp"
 #include "documents/package.hpp"
+#include "documents/pdf.hpp"
 #include "documents/text_encoding.hpp"
 
 namespace documents {
@@ -17,8 +18,8 @@ namespace anonymization = core::anonymization;
 
 class TextDocument : public Document {
  public:
-  explicit TextDocument(std::string_view bytes)
-      : source_(decode_text(bytes)), escapes_(JoinerEscapes::of(source_.text)) {
+  explicit TextDocument(EncodedText source)
+      : source_(std::move(source)), escapes_(JoinerEscapes::of(source_.text)) {
     source_.text = escapes_.escape(source_.text);
     report_.format = "text";
   }
@@ -51,7 +52,6 @@ struct Signature {
   const char* why;
 };
 constexpr Signature SIGNATURES[] = {
-    {"%PDF-", "a PDF is not read; save it as .docx or as text"},
     {"{\\rtf", "rich text (RTF) is not read; save it as .docx"},
     {"<?xml", "XML is not read; save it as .docx or as text"},
     {"<!DOCTYPE", "HTML is not read; save it as .docx or as text"},
@@ -99,8 +99,13 @@ const anonymization::Stretches& Document::kept() {
 
 std::unique_ptr<Document> read_document(std::string_view bytes) {
   if (is_zip(bytes)) return read_docx(bytes);
+  if (is_pdf(bytes.substr(0, PDF_HEAD))) return read_pdf(bytes);
   refuse_other_files(bytes);
-  return std::make_unique<TextDocument>(bytes);
+  return std::make_unique<TextDocument>(decode_text(bytes));
+}
+
+std::unique_ptr<Document> make_text_document(std::u32string text) {
+  return std::make_unique<TextDocument>(EncodedText{.text = std::move(text)});
 }
 
 anonymization::AnonymizedDocument as_written(anonymization::AnonymizedDocument masked,

@@ -23,7 +23,7 @@ namespace documents {
 
 // What became of a document. No text of it stands here.
 struct Report {
-  std::string format;  // "text" or "docx"
+  std::string format;  // "text", "docx" or "pdf"
   // Placeholders written, by story and kind, stories in reading order.
   std::vector<std::pair<std::string, std::map<std::string, std::size_t>>> stories;
   std::vector<std::string> not_examined;  // parts, each with what it is
@@ -72,9 +72,13 @@ class Document {
 // Throws DocumentError, saying what to do, for a file of a known other format.
 void refuse_other_files(std::string_view bytes);
 
-// Plain text in UTF-8, UTF-16 with a byte order mark or GB18030, or a .docx. Throws
-// DocumentError for anything else, and for a damaged file.
+// Plain text in UTF-8, UTF-16 with a byte order mark or GB18030, a .docx, or a PDF, of
+// which write() gives plain text. Throws DocumentError for anything else, and for a
+// damaged file.
 std::unique_ptr<Document> read_document(std::string_view bytes);
+
+// Text that stands in no file.
+std::unique_ptr<Document> make_text_document(std::u32string text);
 
 // The document as people read it: placements over its text, and the surfaces as they
 // stand there.

@@ -35,6 +35,7 @@ core/remote                        core/text core/errors.hpp core/anonymization/
 core/nlp                           core/text core/errors.hpp core/anonymization/result core/anonymization/analyzer.hpp core/recognition core/remote
 core/evaluation                    core/text core/errors.hpp core/anonymization/result core/masked_stretches
 core/restore                       core/text core/errors.hpp core/anonymization core/anonymization_core core/masked_stretches
+core/matter                        core/text core/errors.hpp core/anonymization core/anonymization_core core/masked_stretches core/restore core/parties core/person_name
 core/parties                       core/text core/errors.hpp core/anonymization core/person_clustering core/person_name
 core/person_clustering             core/text core/errors.hpp core/anonymization/result core/person_name
 core/person_name                   core/text core/errors.hpp

@@ -119,7 +119,7 @@ std::size_t Entry::first_surface() const {
   return found == surfaces.end() ? 0 : static_cast<std::size_t>(found - surfaces.begin());
 }
 
-Mapping make_mapping(const AnonymizedDocument& document) {
+Mapping make_mapping(const AnonymizedDocument& document, Occurrences occurrences) {
   const std::u32string_view text = document.text;
   EntryCollector collector;
   auto known = place(text, find_written_placeholders(text), bare_placements(document), collector);
@@ -132,7 +132,7 @@ Mapping make_mapping(const AnonymizedDocument& document) {
   for (std::size_t i = 0; i < known.size(); ++i) {
     if (known[i].entry >= collector.entries.size()) continue;
     auto& entry = collector.entries[known[i].entry];
-    if (entry.surfaces.size() < 2) continue;
+    if (entry.surfaces.size() < 2 && occurrences == Occurrences::WHERE_NEEDED) continue;
     entry.occurrences.push_back({known[i].surface, contexts.before(i), contexts.after(i)});
   }
   return {document.language, {}, std::move(collector.entries), {}};

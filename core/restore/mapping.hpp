@@ -58,9 +58,16 @@ struct Mapping {
   bool operator==(const Mapping&) const = default;
 };
 
+// Of which entries a mapping holds the occurrences.
+enum class Occurrences {
+  WHERE_NEEDED,  // of those with several surfaces
+  ALL,
+};
+
 // The mapping of a masked document, without the hash. Text of the document that is
 // written like a placeholder is in it, with itself as its surface.
-Mapping make_mapping(const anonymization::AnonymizedDocument& document);
+Mapping make_mapping(const anonymization::AnonymizedDocument& document,
+                     Occurrences occurrences = Occurrences::WHERE_NEEDED);
 
 // Finds the entry that a placeholder belongs to. It must not outlive the entries.
 class EntryIndex {

@@ -128,14 +128,18 @@ std::string dump_mapping_object(const ordered_json& object) {
   return object.dump(INDENT, ' ', false, ordered_json::error_handler_t::replace) + "\n";
 }
 
+ordered_json entries_json(const std::vector<Entry>& entries) {
+  auto list = ordered_json::array();
+  for (const auto& entry : entries) list.push_back(json_of(entry));
+  return list;
+}
+
 std::string write_mapping(const Mapping& mapping) {
   ordered_json object = {
       {"format", MAPPING_FORMAT}, {"version", MAPPING_VERSION}, {"language", mapping.language}};
   if (!mapping.masked_sha256.empty()) object["masked_sha256"] = mapping.masked_sha256;
   if (!mapping.encoding.empty()) object["encoding"] = mapping.encoding;
-  auto entries = ordered_json::array();
-  for (const auto& entry : mapping.entries) entries.push_back(json_of(entry));
-  object["entries"] = std::move(entries);
+  object["entries"] = entries_json(mapping.entries);
   return dump_mapping_object(object);
 }
 

@@ -28,6 +28,9 @@ std::size_t number_member(const ordered_json& object, const char* name, std::siz
 // The object of a mapping file whose version can be read.
 ordered_json parse_mapping_object(std::string_view bytes);
 
+// The "entries" of a mapping file.
+ordered_json entries_json(const std::vector<Entry>& entries);
+
 // With a line end.
 std::string dump_mapping_object(const ordered_json& object);
 

@@ -70,6 +70,23 @@ TEST(AnonymizeDocuments, LeavesNothingBehindWhenItFails) {
   }
 }
 
+TEST(OtherCommands, ReadThemToo) {
+  const Folder folder;
+  const auto in =
+      folder.write("in/zh01.docx",
+                   test::docx("<w:p><w:r><w:t>甲</w:t></w:r></w:p>"
+                              "<w:p><w:r><w:t>&lt;&lt;PERSON#1:张</w:t></w:r><w:r><w:t>伟民&gt;&gt;"
+                              "</w:t></w:r></w:p>"));
+  const auto hits =
+      json::parse(test::run({"analyze", in, "--json", "--show-surfaces"}, "", PEOPLE).out)["hits"];
+  ASSERT_EQ(hits.size(), 1U);
+  EXPECT_EQ(hits[0]["surface"], "张伟民");
+  const auto scores =
+      json::parse(test::run({"evaluate", folder.path("in"), "--json"}, "", PEOPLE).out);
+  EXPECT_EQ(scores["all"]["marks"], 1);
+  EXPECT_EQ(scores["all"]["leaked"], 0);
+}
+
 TEST(AnonymizeDocuments, RefusesAReportOverOtherFiles) {
   const Folder folder;
   const auto in = folder.write("a.txt", "张伟民");

@@ -80,9 +80,9 @@ TEST(Files, AFailureLeavesNothingBehind) {
       {"the output has no folder",
        {in, "-o", folder.path("x/y"), "--mapping", mapping},
        cli::EXIT_FAILED},
-      {"the output is a folder",
+      {"the output is a folder, where mappings go into one, too",
        {in, "-o", folder.path(""), "--mapping", mapping},
-       cli::EXIT_FAILED},
+       cli::EXIT_USAGE},
       {"the mapping has no folder",
        {in, "-o", folder.path("out"), "--mapping", folder.path("x/y")},
        cli::EXIT_FAILED},
@@ -102,7 +102,7 @@ TEST(Files, AFailureLeavesNothingBehind) {
 TEST(Files, InputThatCannotBeRead) {
   const Folder folder;
   for (const auto& path : {folder.path("missing"), folder.path("")}) {
-    const auto ran = run({"anonymize", path}, "", FILE_ANALYZER);
+    const auto ran = run({"analyze", path}, "", FILE_ANALYZER);
     EXPECT_EQ(ran.code, cli::EXIT_INPUT);
     EXPECT_TRUE(ran.err.starts_with("veildoc: cannot read " + path)) << ran.err;
   }

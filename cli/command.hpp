@@ -43,6 +43,7 @@ class Command {
 std::unique_ptr<Command> make_analyze_command();
 std::unique_ptr<Command> make_anonymize_command();
 std::unique_ptr<Command> make_evaluate_command();
+std::unique_ptr<Command> make_models_command();
 std::unique_ptr<Command> make_recognizers_command();
 std::unique_ptr<Command> make_restore_command();
 

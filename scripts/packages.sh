@@ -3,7 +3,7 @@
 
 # To build and run the command.
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpcre2-dev libicu-dev libphonenumber-dev
-  nlohmann-json3-dev libcli11-dev libyaml-cpp-dev libcurl4-openssl-dev libsodium-dev
+  nlohmann-json3-dev libeigen3-dev libcli11-dev libyaml-cpp-dev libcurl4-openssl-dev libsodium-dev
   libzip-dev libpugixml-dev"
 # To build and run the tests.
 TEST_PACKAGES="libgtest-dev openssl python3-dev python3-pytest pybind11-dev"

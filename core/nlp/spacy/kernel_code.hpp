@@ -19,10 +19,15 @@ using Vector = Eigen::Map<Eigen::ArrayXf>;
 Eigen::Index index(std::size_t i) { return static_cast<Eigen::Index>(i); }
 
 void multiply(const float* a, std::size_t rows, std::size_t stride, std::size_t k, const float* w,
-              std::size_t n, float* y) {
-  Eigen::Map<RowMajor>(y, index(rows), index(n)).noalias() =
-      ConstRows(a, index(rows), index(k), Eigen::OuterStride<>(index(stride))) *
-      Eigen::Map<const RowMajor>(w, index(k), index(n));
+              const float* bias, std::size_t n, float* y) {
+  Eigen::Map<RowMajor> out(y, index(rows), index(n));
+  if (bias == nullptr) {
+    out.setZero();
+  } else {
+    out.rowwise() = Eigen::Map<const Eigen::RowVectorXf>(bias, index(n));
+  }
+  out.noalias() += ConstRows(a, index(rows), index(k), Eigen::OuterStride<>(index(stride))) *
+                   Eigen::Map<const RowMajor>(w, index(k), index(n));
 }
 
 void maxout(const float* v, std::size_t width, std::size_t pieces, float* out) {
@@ -36,8 +41,6 @@ void maxout(const float* v, std::size_t width, std::size_t pieces, float* out) {
 void maxout_norm(const MaxoutNorm& layer, float* candidates, const float* residual, float* out) {
   constexpr float EPSILON = 1e-8F;
   const auto width = index(layer.width);
-  const auto all = index(layer.width * layer.pieces);
-  Vector(candidates, all) += ConstVector(layer.bias, all);
   Vector best(candidates, width);
   for (std::size_t p = 1; p < layer.pieces; ++p) {
     best = best.max(Vector(candidates + p * layer.width, width));

@@ -10,12 +10,11 @@
 
 namespace core::nlp::spacy {
 
-// A layer of maxout and the norm behind it. `pieces` candidates for each of `width`
-// outputs; of all outputs the first candidates come first, then the second ones.
+// The end of a layer of maxout and the norm behind it. `pieces` candidates for each of
+// `width` outputs; of all outputs the first candidates come first, then the second ones.
 struct MaxoutNorm {
   std::size_t width = 0;
   std::size_t pieces = 0;
-  const float* bias = nullptr;   // width * pieces
   const float* gain = nullptr;   // width
   const float* shift = nullptr;  // width
 };
@@ -23,11 +22,12 @@ struct MaxoutNorm {
 struct Kernels {
   const char* name;
 
-  // y (rows x n) = a (rows x k, rows `stride` apart) * w (k x n)
+  // y (rows x n) = a (rows x k, rows `stride` apart) * w (k x n), plus `bias` (n) in
+  // each row unless it is null
   void (*multiply)(const float* a, std::size_t rows, std::size_t stride, std::size_t k,
-                   const float* w, std::size_t n, float* y);
-  // The largest candidate of each output, the bias included, normed, and `residual`
-  // added unless it is null. `candidates` are changed.
+                   const float* w, const float* bias, std::size_t n, float* y);
+  // The largest candidate of each output, normed, and `residual` added unless it is
+  // null. `candidates` are changed.
   void (*maxout_norm)(const MaxoutNorm& layer, float* candidates, const float* residual,
                       float* out);
   // sum[i] = the sum of rows[0][i] to rows[count - 1][i]; count > 0

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -45,11 +46,15 @@ MappedFile::MappedFile(const std::filesystem::path& path) : name_(path.string())
   if (size == 0) return;
   void* address = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.get(), 0);
   if (address == MAP_FAILED) fail_to_read(name_, errno);
+  is_mapped_ = true;
   bytes_ = {static_cast<const char*>(address), size};
 }
 
+MappedFile::MappedFile(std::string name, std::string_view bytes)
+    : name_(std::move(name)), bytes_(bytes) {}
+
 MappedFile::~MappedFile() {
-  if (bytes_.empty()) return;
+  if (!is_mapped_) return;
   ::munmap(const_cast<char*>(bytes_.data()), bytes_.size());  // NOLINT: what mmap gave
 }
 

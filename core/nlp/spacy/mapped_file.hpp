@@ -15,6 +15,8 @@ class MappedFile {
  public:
   // Throws ModelError for a file that cannot be read, and for what is no file.
   explicit MappedFile(const std::filesystem::path& path);
+  // Bytes that are in memory anyway, and stay there.
+  MappedFile(std::string name, std::string_view bytes);
   ~MappedFile();
   MappedFile(const MappedFile&) = delete;
   MappedFile& operator=(const MappedFile&) = delete;
@@ -26,6 +28,7 @@ class MappedFile {
  private:
   std::string name_;
   std::string_view bytes_;
+  bool is_mapped_ = false;
 };
 
 // The whole of a small text file. Throws ModelError, also for one that is larger

@@ -39,13 +39,6 @@ NormTable read_norms(const fs::path& vocab) {
   return fs::exists(file, error) ? NormTable(MappedFile(file)) : NormTable();
 }
 
-// Null for a model without vectors.
-std::shared_ptr<const StaticVectors> read_vectors(const fs::path& vocab) {
-  std::error_code error;
-  if (!fs::exists(vocab / "vectors", error) || !fs::exists(vocab / "key2row", error)) return {};
-  return std::make_shared<StaticVectors>(vocab);
-}
-
 // Network, file and what refers to it.
 template <class Decider>
 struct Component {
@@ -91,7 +84,7 @@ struct SpacyPipeline::Parts {
         norms(read_norms(directory / "vocab")),
         ner(directory / plan.ner) {
     const auto vectors =
-        needs_vectors(directory, plan) ? read_vectors(directory / "vocab") : nullptr;
+        needs_vectors(directory, plan) ? open_static_vectors(directory / "vocab") : nullptr;
     if (plan.tok2vec) shared.emplace(directory / *plan.tok2vec, vectors);
     if (plan.parser) parser.emplace(directory / *plan.parser);
     if (!plan.ner_listens) ner_tok2vec.emplace(ner.network, vectors);

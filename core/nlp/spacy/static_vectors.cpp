@@ -6,6 +6,7 @@
 #include <cstring>
 #include <limits>
 #include <string>
+#include <system_error>
 
 #include <nlohmann/json.hpp>
 
@@ -16,7 +17,8 @@ namespace core::nlp::spacy {
 namespace {
 
 void check_mode(const std::filesystem::path& file) {
-  if (!std::filesystem::exists(file)) return;
+  std::error_code error;
+  if (!std::filesystem::exists(file, error)) return;
   const auto json = nlohmann::json::parse(read_small_file(file), nullptr, false);
   if (!json.is_object()) throw ModelError(file.string(), "", "not a JSON object");
   const auto mode = json.find("mode");
@@ -50,16 +52,26 @@ bool read_shape(std::string_view shape, std::size_t& rows, std::size_t& width) {
 
 }  // namespace
 
-StaticVectors::StaticVectors(const std::filesystem::path& vocab) : file_(vocab / "vectors") {
+std::shared_ptr<const StaticVectors> open_static_vectors(const std::filesystem::path& vocab) {
+  std::error_code error;
+  for (const auto* file : {"vectors", "key2row"}) {
+    if (!std::filesystem::exists(vocab / file, error)) return nullptr;
+  }
   check_mode(vocab / "vectors.cfg");
+  return std::make_shared<StaticVectors>(std::make_unique<MappedFile>(vocab / "vectors"),
+                                         MappedFile(vocab / "key2row"));
+}
+
+StaticVectors::StaticVectors(std::unique_ptr<const MappedFile> table, const MappedFile& keys)
+    : file_(std::move(table)) {
   read_table();
-  read_keys(MappedFile(vocab / "key2row"));
+  read_keys(keys);
 }
 
 // The format is that of numpy, version 1.0 to 3.0.
 void StaticVectors::read_table() {
-  const auto bytes = file_.bytes();
-  const auto fail = [&](std::string_view why) { throw ModelError(file_.name(), "header", why); };
+  const auto bytes = file_->bytes();
+  const auto fail = [&](std::string_view why) { throw ModelError(file_->name(), "header", why); };
   constexpr std::size_t PREAMBLE = 10;
   if (bytes.size() < PREAMBLE || !bytes.starts_with("\x93NUMPY")) fail("not an array of numpy");
   const auto byte = [&](std::size_t i) {
@@ -102,9 +114,9 @@ bool StaticVectors::copy(StringId orth, float* out) const {
                                       std::pair<StringId, std::uint32_t>(orth, 0));
   if (found == key_to_row_.end() || found->first != orth || width_ == 0) return false;
   const auto bytes = width_ * sizeof(float);
-  std::memcpy(out, file_.bytes().data() + data_ + found->second * bytes, bytes);
+  std::memcpy(out, file_->bytes().data() + data_ + found->second * bytes, bytes);
   if (!std::all_of(out, out + width_, [](float x) { return std::isfinite(x); })) {
-    throw ModelError(file_.name(), "row " + std::to_string(found->second),
+    throw ModelError(file_->name(), "row " + std::to_string(found->second),
                      "holds a value that is no number");
   }
   return true;

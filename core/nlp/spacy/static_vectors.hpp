@@ -16,9 +16,8 @@ namespace core::nlp::spacy {
 // The table stays in its file; a text touches few of its rows.
 class StaticVectors {
  public:
-  // Of the folder `vocab`. Throws ModelError, also for vectors that are made of
-  // parts of words (floret).
-  explicit StaticVectors(const std::filesystem::path& vocab);
+  // The files `vectors` and `key2row`. Throws ModelError.
+  StaticVectors(std::unique_ptr<const MappedFile> table, const MappedFile& keys);
 
   std::size_t rows() const { return rows_; }
   std::size_t width() const { return width_; }
@@ -32,11 +31,15 @@ class StaticVectors {
   void read_table();
   void read_keys(const MappedFile& keys);
 
-  MappedFile file_;
+  std::unique_ptr<const MappedFile> file_;
   std::size_t data_ = 0;  // where the table begins
   std::size_t rows_ = 0;
   std::size_t width_ = 0;
   std::vector<std::pair<StringId, std::uint32_t>> key_to_row_;  // sorted
 };
+
+// Those of the folder `vocab`; null if there are none. Throws ModelError, also for
+// vectors that are made of parts of words (floret).
+std::shared_ptr<const StaticVectors> open_static_vectors(const std::filesystem::path& vocab);
 
 }  // namespace core::nlp::spacy

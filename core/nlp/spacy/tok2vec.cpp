@@ -76,7 +76,7 @@ MaxoutLayer::MaxoutLayer(const Node& maxout, const Node& layernorm) {
 }
 
 MaxoutNorm MaxoutLayer::norm() const {
-  return {norm_.width, norm_.pieces, bias_.data(), gain_.data(), shift_.data()};
+  return {norm_.width, norm_.pieces, gain_.data(), shift_.data()};
 }
 
 Tok2Vec::Tok2Vec(const NetworkFile& file, std::shared_ptr<const StaticVectors> vectors) {
@@ -156,15 +156,6 @@ void Tok2Vec::read_layers(const NetworkFile& file) {
       maxouts[i + 1]->fail("does not read its window");
     }
   }
-  if (encoder_.empty()) return;
-  const auto& first = encoder_.front();
-  const auto parts = 2 * window_ + 1;
-  first_products_.resize(first.inputs() * first.candidates());
-  for (std::size_t i = 0; i < first.inputs(); ++i) {
-    const auto* from = first.weights() + i * first.candidates();
-    auto* to = first_products_.data() + (i % width() * parts + i / width()) * first.candidates();
-    std::copy_n(from, first.candidates(), to);
-  }
 }
 
 // The rows that stand for what is beyond the ends of a text; the attribute of one of
@@ -201,7 +192,7 @@ void Tok2Vec::embed(const TokenType& type, bool space_after, float* out,
   if (vectors_ == nullptr) return;
   space.resize(vectors_->width());
   if (vectors_->copy(type.orth, space.data())) {
-    kernels().multiply(space.data(), 1, space.size(), space.size(), projection_.data(),
+    kernels().multiply(space.data(), 1, space.size(), space.size(), projection_.data(), nullptr,
                        embedding_width_, out);
   } else {
     std::fill_n(out, embedding_width_, 0.0F);

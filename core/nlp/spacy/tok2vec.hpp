@@ -26,6 +26,8 @@ class MaxoutLayer {
   std::size_t candidates() const { return norm_.width * norm_.pieces; }
   // inputs() x candidates()
   const float* weights() const { return weights_.data(); }
+  // candidates()
+  const float* bias() const { return bias_.data(); }
   MaxoutNorm norm() const;
 
  private:
@@ -67,7 +69,6 @@ class Tok2Vec {
   std::vector<float> projection_;  // vectors' width x embedding_width_
   std::unique_ptr<const MaxoutLayer> mixer_;
   std::vector<MaxoutLayer> encoder_;
-  std::vector<float> first_products_;  // the first encoder layer's weights, one block a neighbour
   std::size_t window_ = 0;
 };
 
@@ -100,12 +101,18 @@ class Tok2VecPass {
     std::vector<float> rows;
     std::size_t count = 1;
   };
+  // Products of rows with the weights of each place in a window.
+  using Products = std::vector<std::vector<float>>;
+
   void begin_words(std::size_t begin, std::size_t end);
   void add_words(const std::vector<std::uint32_t>& words);
   std::uint32_t word_at(std::size_t token) const;
   void next_layer(std::size_t layer, bool at_start, bool at_end);
-  void first_layer(const MaxoutLayer& layer);
-  void further_layer(const MaxoutLayer& layer);
+  static void add_products(const MaxoutLayer& layer, const float* rows, std::size_t first,
+                           std::size_t count, Products& out);
+  void sum_products(const MaxoutLayer& layer, const Products& products,
+                    const std::vector<float>& rows);
+  void multiply_windows(const MaxoutLayer& layer);
 
   const Tok2Vec& network_;
   const TypedTokens& tokens_;
@@ -113,7 +120,7 @@ class Tok2VecPass {
 
   std::vector<std::uint32_t> row_of_word_;  // by type and space; 0: not there
   std::vector<float> word_rows_;            // the mixer's output; row 0 is zero
-  std::vector<float> word_products_;        // its products with the first encoder layer
+  Products word_products_;                  // its products with the first encoder layer
   std::size_t word_count_ = 1;
 
   Layer layer_, before_;

@@ -16,7 +16,7 @@ constexpr std::size_t STRETCH = 4096;
 // Words that are kept from stretch to stretch.
 constexpr std::size_t MOST_WORDS = 4096;
 // Rows that are multiplied at once: inputs and outputs stay in the second cache.
-constexpr std::size_t ROWS_AT_ONCE = 128;
+constexpr std::size_t ROWS_AT_ONCE = 256;
 
 // Gives equal windows of `ids` one number, counted from 1; `numbers` is one shorter
 // than `ids` by two windows' sides. `firsts` is where each number stands first.
@@ -75,31 +75,50 @@ void Tok2VecPass::add_words(const std::vector<std::uint32_t>& words) {
   const auto& mixer = *network_.mixer_;
   const auto width = network_.width();
   const auto inputs = mixer.inputs();
-  const auto products = network_.first_products_.size() / width;
   word_rows_.resize((word_count_ + words.size()) * width);
-  word_products_.resize((word_count_ + words.size()) * products);
+  inputs_.resize(std::max(inputs_.size(), ROWS_AT_ONCE * inputs));
+  outputs_.resize(std::max(outputs_.size(), ROWS_AT_ONCE * mixer.candidates()));
   std::vector<float> space;
   for (std::size_t done = 0; done < words.size(); done += ROWS_AT_ONCE) {
     const auto rows = std::min(ROWS_AT_ONCE, words.size() - done);
-    inputs_.resize(ROWS_AT_ONCE * inputs);
-    outputs_.resize(ROWS_AT_ONCE * mixer.candidates());
     for (std::size_t i = 0; i < rows; ++i) {
       const auto word = words[done + i];
       network_.embed(tokens_.types[word / 2], word % 2 != 0, &inputs_[i * inputs], space);
     }
-    kernels().multiply(inputs_.data(), rows, inputs, inputs, mixer.weights(), mixer.candidates(),
-                       outputs_.data());
-    auto* out = &word_rows_[(word_count_ + done) * width];
+    kernels().multiply(inputs_.data(), rows, inputs, inputs, mixer.weights(), mixer.bias(),
+                       mixer.candidates(), outputs_.data());
     for (std::size_t i = 0; i < rows; ++i) {
       kernels().maxout_norm(mixer.norm(), &outputs_[i * mixer.candidates()], nullptr,
-                            out + i * width);
-    }
-    if (products > 0) {
-      kernels().multiply(out, rows, width, width, network_.first_products_.data(), products,
-                         &word_products_[(word_count_ + done) * products]);
+                            &word_rows_[(word_count_ + done + i) * width]);
     }
   }
+  if (!network_.encoder_.empty()) {
+    const auto first = word_count_ == 1 ? 0 : word_count_;  // row 0 has products as well
+    add_products(network_.encoder_.front(), word_rows_.data(), first,
+                 word_count_ + words.size() - first, word_products_);
+  }
   word_count_ += words.size();
+}
+
+// The products of `count` rows from `first` on, behind those that are there. The bias
+// goes with the middle of the window.
+void Tok2VecPass::add_products(const MaxoutLayer& layer, const float* rows, std::size_t first,
+                               std::size_t count, Products& out) {
+  const auto width = layer.width();
+  const auto parts = layer.inputs() / width;
+  out.resize(parts);
+  for (std::size_t p = 0; p < parts; ++p) {
+    if (out[p].size() < (first + count) * layer.candidates()) {
+      out[p].resize((first + count) * layer.candidates());
+    }
+    for (std::size_t done = 0; done < count; done += ROWS_AT_ONCE) {
+      const auto at = first + done;
+      kernels().multiply(rows + at * width, std::min(ROWS_AT_ONCE, count - done), width, width,
+                         layer.weights() + p * width * layer.candidates(),
+                         p == parts / 2 ? layer.bias() : nullptr, layer.candidates(),
+                         &out[p][at * layer.candidates()]);
+    }
+  }
 }
 
 bool Tok2VecPass::next(TokenVectors& out) {
@@ -146,31 +165,33 @@ void Tok2VecPass::next_layer(std::size_t layer, bool at_start, bool at_end) {
   layer_.count = firsts_.size() + 1;
   layer_.rows.resize(layer_.count * network_.width());
   std::fill_n(layer_.rows.begin(), network_.width(), 0.0F);
+  const auto& weights = network_.encoder_[layer];
   if (layer == 0) {
-    first_layer(network_.encoder_.front());
+    sum_products(weights, word_products_, word_rows_);
   } else {
-    further_layer(network_.encoder_[layer]);
+    multiply_windows(weights);
   }
 }
 
-// Adds up products of each word with its part of the weights.
-void Tok2VecPass::first_layer(const MaxoutLayer& layer) {
+// Each row of the layer before is multiplied once, and the products are added up. That
+// pays for words; rows of further layers repeat too little for the memory it takes.
+void Tok2VecPass::sum_products(const MaxoutLayer& layer, const Products& products,
+                               const std::vector<float>& rows) {
   const auto width = network_.width();
-  const auto parts = 2 * network_.window_ + 1;
-  std::vector<const float*> products(parts);
-  outputs_.resize(std::max(outputs_.size(), layer.candidates()));
+  const auto candidates = layer.candidates();
+  std::vector<const float*> addends(products.size());
+  outputs_.resize(std::max(outputs_.size(), candidates));
   for (std::size_t i = 0; i < firsts_.size(); ++i) {
     const auto* ids = &padded_[firsts_[i]];
-    for (std::size_t p = 0; p < parts; ++p) {
-      products[p] = &word_products_[(ids[p] * parts + p) * layer.candidates()];
-    }
-    kernels().sum_rows(products.data(), parts, layer.candidates(), outputs_.data());
-    kernels().maxout_norm(layer.norm(), outputs_.data(), &word_rows_[ids[network_.window_] * width],
+    for (std::size_t p = 0; p < addends.size(); ++p) addends[p] = &products[p][ids[p] * candidates];
+    kernels().sum_rows(addends.data(), addends.size(), candidates, outputs_.data());
+    kernels().maxout_norm(layer.norm(), outputs_.data(), &rows[ids[network_.window_] * width],
                           &layer_.rows[(i + 1) * width]);
   }
 }
 
-void Tok2VecPass::further_layer(const MaxoutLayer& layer) {
+// Each window is multiplied as a whole.
+void Tok2VecPass::multiply_windows(const MaxoutLayer& layer) {
   const auto width = network_.width();
   const auto parts = 2 * network_.window_ + 1;
   inputs_.resize(std::max(inputs_.size(), ROWS_AT_ONCE * layer.inputs()));
@@ -178,12 +199,14 @@ void Tok2VecPass::further_layer(const MaxoutLayer& layer) {
   for (std::size_t done = 0; done < firsts_.size(); done += ROWS_AT_ONCE) {
     const auto rows = std::min(ROWS_AT_ONCE, firsts_.size() - done);
     auto* to = inputs_.data();
-    for (std::size_t i = 0; i < rows * parts; ++i, to += width) {
-      const auto id = padded_[firsts_[done + i / parts] + i % parts];
-      std::copy_n(&before_.rows[id * width], width, to);
+    for (std::size_t i = 0; i < rows; ++i) {
+      const auto* ids = &padded_[firsts_[done + i]];
+      for (std::size_t p = 0; p < parts; ++p, to += width) {
+        std::copy_n(&before_.rows[ids[p] * width], width, to);
+      }
     }
     kernels().multiply(inputs_.data(), rows, layer.inputs(), layer.inputs(), layer.weights(),
-                       layer.candidates(), outputs_.data());
+                       layer.bias(), layer.candidates(), outputs_.data());
     for (std::size_t i = 0; i < rows; ++i) {
       kernels().maxout_norm(layer.norm(), &outputs_[i * layer.candidates()],
                             &inputs_[i * layer.inputs() + network_.window_ * width],

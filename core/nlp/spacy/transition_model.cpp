@@ -121,11 +121,9 @@ void TransitionScores::add(const TokenVectors& vectors) {
   const auto width = model_.width_;
   std::vector<float> rows(vectors.row_count * width);
   kernels().multiply(vectors.rows.data(), vectors.row_count, model_.inputs_, model_.inputs_,
-                     model_.projection_.data(), width, rows.data());
+                     model_.projection_.data(), model_.projection_bias_.data(), width, rows.data());
   for (std::size_t i = 0; i < vectors.row_of.size(); ++i) {
-    const auto* from = &rows[vectors.row_of[i] * width];
-    auto* to = &projected_[(vectors.begin + i) * width];
-    for (std::size_t j = 0; j < width; ++j) to[j] = from[j] + model_.projection_bias_[j];
+    std::copy_n(&rows[vectors.row_of[i] * width], width, &projected_[(vectors.begin + i) * width]);
   }
   projected_tokens_ = vectors.end();
 }
@@ -135,7 +133,7 @@ void TransitionScores::compute_chunk(std::size_t chunk) {
   const auto begin = chunk * CHUNK;
   const auto rows = std::min(CHUNK, tokens_ - begin);
   kernels().multiply(&projected_[begin * model_.width_], rows, model_.width_, model_.width_,
-                     model_.lower_.data(), row_, &chunks_[place * CHUNK * row_]);
+                     model_.lower_.data(), nullptr, row_, &chunks_[place * CHUNK * row_]);
   chunk_in_[place] = chunk;
 }
 

@@ -153,7 +153,7 @@ std::string Models::page(const std::optional<FoundModel>& model) {
     return out.text();
   }
   const auto& d = model->description;
-  const auto add = [&, first = true](const char* key, const std::string& value) mutable {
+  auto add = [&, first = true](const char* key, const std::string& value) mutable {
     if (!value.empty()) out.add({std::exchange(first, false) ? d.full_name() : "", key, value});
   };
   add("folder", d.directory.string());

@@ -8,6 +8,7 @@
 #include "core/nlp/spacy/kernels.hpp"
 #include "core/nlp/spacy/python_pattern.hpp"
 #include "core/nlp/spacy/string_ids.hpp"
+#include "core/nlp/spacy/suffix_search.hpp"
 #include "core/nlp/spacy/tok2vec.hpp"
 #include "core/nlp/spacy/token_types.hpp"
 #include "core/text/regex.hpp"
@@ -97,6 +98,34 @@ TEST(SpacyPatterns, MeanWhatTheyMeanInPython) {
     EXPECT_EQ(regex.search(c.text).has_value(), c.found) << text::encode_utf8(c.pattern);
   }
   EXPECT_THROW(text::Regex("bad", from_python_pattern(UR"(\u12)")), RegexError);
+}
+
+TEST(SpacySuffixes, AreFoundAtTheEndOfLongTexts) {
+  const auto search = [](const char32_t* pattern) {
+    return SuffixSearch(std::make_unique<text::Regex>("case", pattern));
+  };
+  const auto windowed = search(UR"(\)$|\.\.+$|(?<=[0-9])km$|[\u4e00-\u9fff]{2,3}$|(?:[|$]a)$)");
+  EXPECT_TRUE(windowed.is_windowed());
+  const std::u32string front(3000, U'x');
+  const std::pair<std::u32string, std::size_t> cases[] = {
+      {front + U"))", 1},
+      {front + std::u32string(2000, U'.'), 2000},
+      {std::u32string(3000, U'.'), 3000},
+      {front + U"5km", 2},
+      {front + U"km", 0},
+      {front + U"本本本本", 3},
+      {front + U").\n", 0},
+      {front + U")\n", 1},
+      {U"", 0},
+      {front, 0}};
+  for (const auto& [text, length] : cases) EXPECT_EQ(windowed.match_length(text), length);
+  // What may reach far back is searched everywhere.
+  for (const auto* pattern :
+       {UR"(x.*y$)", UR"((?<=a)\.+$)", UR"(a|b$)", UR"(ab+$)", UR"([a$])", UR"(a\$)"}) {
+    EXPECT_FALSE(search(pattern).is_windowed()) << text::encode_utf8(pattern);
+  }
+  EXPECT_EQ(search(UR"(x.*y$)").match_length(front + U"y"), 3001U);
+  EXPECT_EQ(SuffixSearch(nullptr).match_length(U"a"), 0U);
 }
 
 TEST(SpacyShapes, AreRunsOfAtMostFour) {

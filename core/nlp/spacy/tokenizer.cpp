@@ -122,7 +122,7 @@ void Tokenizer::split_chunk(std::u32string_view chunk, std::uint32_t offset, Exc
       break;
     }
     // A look-behind does not see the prefix, but the exception is looked for with it.
-    const auto q = match_length(rules_.suffix_search, s.substr(p));
+    const auto q = rules_.suffix_search.match_length(s.substr(p));
     if (q > 0 && exception(s.substr(0, s.size() - q), exceptions) != nullptr) {
       take_suffix(q);
       break;
@@ -159,11 +159,22 @@ void Tokenizer::split_infixes(std::u32string_view middle, std::uint32_t offset,
                    offset + static_cast<std::uint32_t>(end), 0, false});
     at = end;
   };
+  const auto put = [&](const text::Match& infix) {
+    if (infix.start() == 0) return;
+    put_until(infix.start());
+    put_until(infix.end());
+  };
   if (rules_.infix_finditer != nullptr) {
-    for (const auto& infix : rules_.infix_finditer->find_all(middle)) {
-      if (infix.start() == 0) continue;
-      put_until(infix.start());
-      put_until(infix.end());
+    const auto& infixes = *rules_.infix_finditer;
+    // One by one: all of them at once would take much memory for a long text.
+    auto infix = infixes.search(middle);
+    for (; infix && infix->end() > infix->start(); infix = infixes.search(middle, infix->end())) {
+      put(*infix);
+    }
+    if (infix) {  // an empty one, behind which a search alone would not get
+      for (const auto& other : infixes.find_all(middle)) {
+        if (other.start() >= infix->start()) put(other);
+      }
     }
   }
   put_until(middle.size());

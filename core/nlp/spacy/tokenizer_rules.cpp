@@ -83,7 +83,6 @@ TokenizerRules read_tokenizer_rules(const MappedFile& file) {
   TokenizerRules rules;
   const std::pair<std::string_view, std::unique_ptr<const text::Regex>*> patterns[] = {
       {"prefix_search", &rules.prefix_search},
-      {"suffix_search", &rules.suffix_search},
       {"infix_finditer", &rules.infix_finditer},
       {"token_match", &rules.token_match},
       {"url_match", &rules.url_match}};
@@ -95,6 +94,8 @@ TokenizerRules read_tokenizer_rules(const MappedFile& file) {
                                        [&](const auto& p) { return p.first == key; });
     if (pattern != std::end(patterns)) {
       *pattern->second = read_pattern(reader, key);
+    } else if (key == "suffix_search") {
+      rules.suffix_search = SuffixSearch(read_pattern(reader, key));
     } else if (key == "exceptions") {
       ExceptionReader(reader, rules).read();
     } else if (key == "faster_heuristics") {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/nlp/spacy/mapped_file.hpp"
+#include "core/nlp/spacy/suffix_search.hpp"
 #include "core/text/regex.hpp"
 
 namespace core::nlp::spacy {
@@ -33,10 +34,10 @@ using ExceptionMap =
 struct TokenizerRules {
   // Those that the model does not have are null and never match.
   std::unique_ptr<const text::Regex> prefix_search;
-  std::unique_ptr<const text::Regex> suffix_search;
   std::unique_ptr<const text::Regex> infix_finditer;
   std::unique_ptr<const text::Regex> token_match;
   std::unique_ptr<const text::Regex> url_match;
+  SuffixSearch suffix_search{nullptr};
   // Strings that are cut as they say; the tokens joined give the string.
   ExceptionMap exceptions;
   std::size_t longest_exception = 0;

@@ -46,7 +46,7 @@ bool Tokenizer::may_be_torn(std::u32string_view exception) const {
     const auto match = pattern->search(exception);
     return match && match->end() > match->start();
   };
-  return finds(rules_.prefix_search) || finds(rules_.suffix_search) ||
+  return finds(rules_.prefix_search) || rules_.suffix_search.match_length(exception) > 0 ||
          (rules_.infix_finditer != nullptr && rules_.infix_finditer->search(exception));
 }
 

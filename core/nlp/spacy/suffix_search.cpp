@@ -14,7 +14,7 @@ using Kind = PatternNode::Kind;
 
 // Half of what is looked at first: the longest short suffix, the line feed that may
 // stand behind `$`, and what comes before a run.
-constexpr std::size_t LONGEST_SHORT = 64;
+constexpr std::size_t LONGEST_SHORT = 32;
 
 // The length of the longest match; nothing if it is above LONGEST_SHORT.
 std::optional<std::size_t> longest_match(const PatternNode& node) {

@@ -48,7 +48,16 @@ void number_windows(const std::vector<std::uint32_t>& ids, std::size_t width,
 }  // namespace
 
 Tok2VecPass::Tok2VecPass(const Tok2Vec& network, const TypedTokens& tokens)
-    : network_(network), tokens_(tokens), row_of_word_(2 * tokens.types.size()) {}
+    : network_(network), tokens_(tokens), row_of_word_(2 * tokens.types.size()) {
+  // Room that is not touched costs nothing; growing step by step does.
+  const auto rows = 1 + std::min({row_of_word_.size(), tokens.size(), MOST_WORDS + STRETCH});
+  word_rows_.reserve(rows * network.width());
+  if (network.encoder_.empty()) return;
+  word_products_.resize(2 * network.window_ + 1);
+  for (auto& products : word_products_) {
+    products.reserve(rows * network.encoder_.front().candidates());
+  }
+}
 
 std::uint32_t Tok2VecPass::word_at(std::size_t token) const {
   const bool space = network_.reads_space_ && tokens_.space_after[token];

@@ -21,6 +21,7 @@ std::optional<std::size_t> longest_match(const PatternNode& node) {
   std::size_t length = 0;
   switch (node.kind) {
     case Kind::EMPTY:
+    case Kind::AHEAD:
       return 0;
     case Kind::SET:
       return 1;

@@ -164,7 +164,7 @@ class ChinesePersonSearch {
         names += before || (end < t_.size() && t_[end] == U'、') ? 1U : 0U;
         ++next;
       }
-      if (names >= 2) add_entries(at, stop);
+      if (names > 0) add_entries(at, stop, names > 1);
       at = stop + 1;
     }
   }
@@ -176,7 +176,8 @@ class ChinesePersonSearch {
     return at;
   }
 
-  void add_entries(std::size_t from, std::size_t stop) {
+  // `many`: of two names or more; beside one only words count that are names as well
+  void add_entries(std::size_t from, std::size_t stop, bool many) {
     const std::size_t colon = t_.substr(from, stop - from).find(U':');
     if (colon != t_.npos) from += colon + 1;
     for (std::size_t at = from; at < stop;) {
@@ -185,7 +186,8 @@ class ChinesePersonSearch {
       while (han < end && (is_han(t_[han]) || is_dot(t_[han]))) ++han;
       const auto entry = t_.substr(at, end - at);
       const bool listed = at > 0 && (t_[at - 1] == U'、' || t_[at - 1] == U':' || end < stop);
-      if (han == end && listed && is_entry(at, end, entry)) add(at, end, PROSE_SCORE);
+      const bool fits = many ? is_entry(at, end, entry) : is_word_as_name(entry);
+      if (han == end && listed && fits) add(at, end, PROSE_SCORE);
       at = end + 1;
     }
   }

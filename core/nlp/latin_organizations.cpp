@@ -142,6 +142,10 @@ class LatinOrganizationSearch {
         word_behind && is_upper(t_[next.start]) && is_lower(t_[form.end - 1]);
     // Medikon Handels AG and: a brand in small letters before the capitals
     const Token brand = token_before(t_, form.start);
+    // 1740 Zumbro Bluff Dr. SE: a quarter of the town
+    if (!brand.empty() && is_touched(a_.of(WordClass::EN_STREET_WORD), brand.start, brand.end)) {
+      return false;
+    }
     if (!word && is_upper(t_[form.end - 1]) && !brand.empty() && brand.end + 1 == form.start &&
         brand.end > brand.start + 2 && is_lower(t_[brand.end - 1]) &&
         !is_common_english_word(brand.in(t_), 1) && !(word_behind && is_upper(t_[next.start]))) {
@@ -320,7 +324,10 @@ class LatinOrganizationSearch {
   // Professor Tang of the School: before "of" only another organization goes on to the left.
   bool heads_of(const Token& token, std::size_t right) const {
     const auto word = token.in(t_);
-    if (is_connective(word) || !t_.substr(right).starts_with(U"of the ")) return true;
+    const auto rest = t_.substr(right);
+    if (is_connective(word) || !(rest.starts_with(U"of the ") || rest.starts_with(U"of The "))) {
+      return true;
+    }
     return is_covered(a_.of(WordClass::EN_ORGANIZATION_HEAD), token.start, token.end);
   }
 
@@ -374,7 +381,7 @@ class LatinOrganizationSearch {
       const bool number = std::all_of(word.begin(), word.end(), [](char32_t c) {
         return text::is_ascii_digit(c) || c == U'.';
       });
-      if (first.end >= end || !(number || leads_in(word))) break;
+      if (first.end >= end || !(number || leads_in(word)) || begins_head(first)) break;
       if (!number || is_upper(word.front())) --name.words;
       std::size_t next = first.end;
       while (next < end && t_[next] == U' ') ++next;
@@ -382,6 +389,17 @@ class LatinOrganizationSearch {
       if (next >= end) name.words = 0;
     }
     return name;
+  }
+
+  // Arbitration Institute, Project Management Office, Audit Commission
+  bool begins_head(const Token& first) const {
+    static constexpr auto FIELDS = text::words(
+        {U"Arbitration", U"Mediation", U"Audit", U"Project", U"Trade", U"Patent", U"Court"});
+    const Token next = token_after(t_, first.end);
+    if (next.empty() || !FIELDS.contains(first.in(t_))) return false;
+    return next.start == first.end + 1 &&
+           is_covered(a_.of(WordClass::EN_ORGANIZATION_HEAD), next.start, next.end) &&
+           t_.substr(next.end).starts_with(U" of ");
   }
 
   static bool leads_in(std::u32string_view word) {

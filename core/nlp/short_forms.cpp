@@ -126,6 +126,19 @@ bool abbreviates(std::u32string_view alias, std::u32string_view name) {
   return true;
 }
 
+// IGK for Ingenieurgesellschaft Karwendel, CWC for Castellanos-Whitfield Composites: capitals
+// that stand in the name in this order, the first one at its start.
+bool has_letters(std::u32string_view alias, std::u32string_view name) {
+  constexpr std::size_t LONGEST = 6;
+  if (alias.size() < 2 || alias.size() > LONGEST || !is_latin_letter(name.front())) return false;
+  if (!std::all_of(alias.begin(), alias.end(), is_upper)) return false;
+  std::u32string low(name);
+  for (char32_t& c : low) c = lower(c);
+  std::u32string letters(alias);
+  for (char32_t& c : letters) c = lower(c);
+  return letters.front() == low.front() && abbreviates(letters, low);
+}
+
 // AAA for American Arbitration Association
 bool is_acronym(std::u32string_view alias, std::u32string_view name) {
   std::u32string initials;
@@ -189,7 +202,7 @@ class Definitions {
 
   static bool is_short_for(std::u32string_view alias, std::u32string_view name) {
     if (!is_latin_letter(alias.front())) return abbreviates(alias, name);
-    return is_acronym(alias, name) || name.find(alias) != name.npos;
+    return is_acronym(alias, name) || name.find(alias) != name.npos || has_letters(alias, name);
   }
 
   const NlpArtifacts& a_;

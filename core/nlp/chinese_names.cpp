@@ -143,6 +143,13 @@ std::size_t plain_name_end(const NlpArtifacts& a, std::size_t at, NameContext co
   return name_evidence(a, at, end, surname) >= LEAST_IN_SENTENCE ? end : at;
 }
 
+// 安内格雷特·韦尔弗勒|博士
+std::size_t without_title(const NlpArtifacts& a, std::size_t end) {
+  const auto& titles = a.of(WordClass::PERSON_TITLE);
+  const auto it = first_from(titles, end);
+  return it != titles.begin() && std::prev(it)->end == end ? std::prev(it)->start : end;
+}
+
 // Whether nothing that belongs to the name stands behind it: the end of a cell, two blanks,
 // another label.
 bool ends_field(const NlpArtifacts& a, std::size_t end) {
@@ -193,7 +200,7 @@ bool is_everyday_word(std::u32string_view word) {
 std::size_t chinese_name_end(const NlpArtifacts& a, std::size_t at, NameContext context) {
   const std::u32string_view t = a.folded;
   if (at >= t.size() || !is_han(t[at])) return at;
-  if (const std::size_t end = dotted_name_end(t, at); end > at) return end;
+  if (const std::size_t end = dotted_name_end(t, at); end > at) return without_title(a, end);
   if (context == NameContext::LABEL) {
     if (const std::size_t end = spaced_name_end(t, at); end > at) return end;
   }

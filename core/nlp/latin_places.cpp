@@ -315,6 +315,7 @@ class LatinPlaceSearch {
   // "Brokers Limited of" before 30 Fenchurch Avenue, "Note." before a street
   bool ends_other(const Token& token, const Piece& piece) const {
     const auto word = token.in(t_);
+    if (is_covered(streets_, token.start, token.end)) return false;
     const bool goes_on = token.end + 1 < piece.end && is_upper(t_[token.end + 1]);
     if (!goes_on && is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end)) {
       return true;

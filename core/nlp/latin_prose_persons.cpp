@@ -386,6 +386,13 @@ class Words {
     if (is_covered(a_.of(WordClass::EN_TITLE), w.start, w.end) || CALLINGS.contains(w.low)) {
       w.ordinary = true;
     }
+    // Amministratore Delegato: a role of two words
+    const auto& role = a_.of(WordClass::EN_ROLE);
+    const auto at = first_from(role, w.start + 1);
+    if (at != role.begin() && std::prev(at)->end >= w.end && std::prev(at)->start <= w.start &&
+        std::prev(at)->end - std::prev(at)->start > w.end - w.start) {
+      w.ordinary = true;
+    }
     if (w.shape == Shape::CAPITALS && POST_NOMINALS.contains(w.low)) w.ordinary = true;
     if (w.shape == Shape::CAPITALS && s.size() < 3) w.ordinary = w.ordinary || !w.named();
   }

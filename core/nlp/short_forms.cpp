@@ -182,7 +182,8 @@ class Definitions {
     if (it != organizations_.begin() && stands_directly_behind(**std::prev(it), at)) return true;
     for (std::size_t n = 0; n < NEAREST && it != organizations_.begin(); ++n) {
       --it;
-      if (is_short_for(alias, surface_of(a_, **it))) return true;
+      const auto name = surface_of(a_, **it);
+      if (is_short_for(alias, name) || (is_quoted(m) && has_letters(alias, name))) return true;
     }
     return false;
   }
@@ -200,9 +201,15 @@ class Definitions {
     return bracket || gap.find(U'称') != gap.npos;
   }
 
+  // ("IGK")
+  bool is_quoted(const text::Match& m) const {
+    const std::size_t open = m.start();
+    return m.start(1) == open + 1 && open > 0 && a_.folded[open - 1] == U'(';
+  }
+
   static bool is_short_for(std::u32string_view alias, std::u32string_view name) {
     if (!is_latin_letter(alias.front())) return abbreviates(alias, name);
-    return is_acronym(alias, name) || name.find(alias) != name.npos || has_letters(alias, name);
+    return is_acronym(alias, name) || name.find(alias) != name.npos;
   }
 
   const NlpArtifacts& a_;

@@ -11,10 +11,10 @@ using text::Regex;
 namespace entity_type = anonymization::entity_type;
 
 // A figure: digits with the separators between them, or a number in characters:
-// 1,000.50; 1'234'567; 壹拾万; 二百
+// 1,000.50; 壹拾万; 二百
 const Regex RE_FIGURE(
     "RE_FIGURE",
-    UR"(\d(?:[,，. \u00a0'\u2019]?\d)*+|[零〇一二三四五六七八九十两壹贰叁肆伍陆柒捌玖拾])"
+    UR"(\d(?:[,，. \u00a0]?\d)*+|[零〇一二三四五六七八九十两壹贰叁肆伍陆柒捌玖拾])"
     UR"([零〇一二三四五六七八九十百千万亿两壹贰叁肆伍陆柒捌玖拾佰仟]*+)");
 
 // From the first figure to the second: 元-, 万元至人民币, " to USD ". Not the sign or
@@ -61,8 +61,6 @@ class Splitter {
   static std::size_t border(std::u32string_view surface, const text::Match& first,
                             const text::Match& second) {
     const auto gap = surface.substr(first.end(), second.start() - first.end());
-    // Five Thousand and 00/100 Dollars
-    if (gap == U"/" && second.text() == U"100") return 0;
     if (const auto range = RE_RANGE.full_match(gap)) return first.end() + range->end(1);
     const bool digits = text::is_decimal_digit(surface[first.start()]) &&
                         text::is_decimal_digit(surface[second.start()]);

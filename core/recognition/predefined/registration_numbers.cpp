@@ -92,7 +92,7 @@ const Regex RE_EQUIPMENT_REGISTRATION(
 // HRB 114372 B, RCS Paris B 512 345 678, CIPC reg. 2014/118273/07, DE281554903, ABN 51 824 753 556
 const Regex RE_REGISTER_NUMBER(
     "RE_REGISTER_NUMBER",
-    UR"((?<![A-Za-z])(?:(?:HR[AB] \d{2,6}(?: ?[A-Z])?|FN ?\d{5,6} ?[a-z]|NCT\d{8}|jRCTs?\d{9,10}|ChiCTR-?(?:[A-Z]{2,4}-)?\d{8,10}|ISRCTN\d{8}|ACTRN\d{14}|UMIN\d{9}|CTRI/(?:19|20)\d{2}/\d{2}/\d{6}|CE (?:[Nn]o\.?|[Nn]umber|[Rr]ef\.?):? ?[A-Z]{3}\d{3}|(?:19|20)\d{2}/\d{6}/\d{2}|(?:DE|FR|NL|AT|BE|ES|IT|DK|SE|PL) ?\d{3} ?\d{3} ?\d{3}(?: ?\d{2})?)(?![A-Za-z0-9])|RCS [A-Z][A-Za-z-]{2,20} (?:[A-Z] )?(\d{3} ?\d{3} ?\d{3})(?!\d)))");
+    UR"((?<![A-Za-z])(?:(?:HR[AB] \d{2,6}(?: ?[A-Z])?|(?<=FN )\d{5,6} ?[a-z]|NCT\d{8}|jRCTs?\d{9,10}|ChiCTR-?(?:[A-Z]{2,4}-)?\d{8,10}|ISRCTN\d{8}|ACTRN\d{14}|UMIN\d{9}|CTRI/(?:19|20)\d{2}/\d{2}/\d{6}|(?<=CE No\. |CE No |CE no\. |CE no |CE Number |CE Ref |CE Ref\. |CE No: |CE No\.: )[A-Z]{3}\d{3}|(?:19|20)\d{2}/\d{6}/\d{2}|(?:DE|FR|NL|AT|BE|ES|IT|DK|SE|PL) ?\d{3} ?\d{3} ?\d{3}(?: ?\d{2})?)(?![A-Za-z0-9])|RCS [A-Z][A-Za-z-]{2,20} (?:[A-Z] )?(\d{3} ?\d{3} ?\d{3})(?!\d)))");
 
 // Reference Number 482917, licence: UK/INS/2019-0457, Reg. No. 201934567K, License #C-10 123456
 const Regex RE_NUMBERED_LICENCE(

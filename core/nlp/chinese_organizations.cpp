@@ -67,6 +67,7 @@ class Search {
 
   std::vector<RecognizerResult> run() {
     for (const Ending& ending : endings()) take(ending);
+    front_forms();
     std::vector<RecognizerResult> out;
     for (const Span& s : found_) {
       out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, s.start, s.end,
@@ -82,6 +83,28 @@ class Search {
   }
 
  private:
+  // 株式会社北斗精工: forms of Japan stand before the name as well.
+  void front_forms() {
+    constexpr std::u32string_view STOPS = U"的与和及由向为在于将应须对以从至或经并提";
+    constexpr std::size_t LONGEST = 10;
+    constexpr std::size_t SHORTEST = 2;
+    for (const auto& form : a_.of(WordClass::COMPANY_FORM)) {
+      if (!t_.substr(form.start, form.end - form.start).ends_with(U"会社")) continue;
+      if (form.start > 0 && (is_han(t_[form.start - 1]) || is_kana(t_[form.start - 1]))) continue;
+      std::size_t end = form.end;
+      while (end < t_.size() && end - form.end < LONGEST && (is_han(t_[end]) || is_kana(t_[end])) &&
+             STOPS.find(t_[end]) == STOPS.npos && !is_clause_at(end)) {
+        ++end;
+      }
+      if (end >= form.end + SHORTEST) found_.push_back({form.start, end});
+    }
+  }
+
+  static bool is_kana(char32_t c) { return c >= 0x3041 && c <= 0x30FF; }
+  bool is_clause_at(std::size_t at) const {
+    return end_of_word_at(a_.of(WordClass::CLAUSE_WORD), at) > at + 1;
+  }
+
   // 甲方商务部, 我公司教育部: no ministry.
   bool is_department(const WordHit& hit) const {
     constexpr std::u32string_view PARTIES = U"方司团行";
@@ -169,6 +192,23 @@ class Search {
         continue;
       }
       all.push_back({word.start, word.end, WordClass::PLAIN_COMPANY});
+    }
+    add_offices_of_bureaus(all);
+  }
+
+  // 海盐县自然资源和规划局|澉浦所: an office in a town
+  void add_offices_of_bureaus(std::vector<Ending>& all) const {
+    constexpr std::u32string_view BUREAUS = U"局处";
+    constexpr std::size_t LONGEST_TOWN = 4;
+    for (const auto& body : a_.of(WordClass::PUBLIC_BODY)) {
+      if (BUREAUS.find(t_[body.end - 1]) == BUREAUS.npos) continue;
+      for (std::size_t i = body.end + 2; i < std::min(t_.size(), body.end + LONGEST_TOWN + 1);
+           ++i) {
+        if (!is_han(t_[i]) || !is_han(t_[i - 1])) break;
+        if (t_[i] != U'所' || !is_word_boundary(a_.chinese_words, i + 1)) continue;
+        all.push_back({i, i + 1, WordClass::PUBLIC_BODY});
+        break;
+      }
     }
   }
 

@@ -59,7 +59,7 @@ constexpr std::u32string_view TRANSLITERATION =
     U"阿埃艾爱安昂奥巴白拜班邦保堡贝本比彼边别宾波伯博布查柴达大戴丹德登迪蒂丁东杜敦多俄厄恩尔法凡范菲费芬丰弗福夫佛盖甘冈高戈哥格葛根古瓜圭哈海"
     U"汉赫亨胡华怀惠霍基吉加贾杰金居卡凯坎康科克肯库昆拉莱兰朗劳勒雷黎里利莉丽林琳列卢鲁路伦罗洛吕马玛迈麦曼芒梅门蒙孟米密明摩莫默穆木娜纳南内"
     U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾图土吐托瓦万威维韦温翁沃得乌吾武西"
-    U"卜希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗"
+    U"力卜希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗"
     U"逊庆巴仁旺措珠次嘎强";
 
 bool transliterates(std::u32string_view part) {
@@ -181,15 +181,26 @@ class ChinesePersonSearch {
     const std::size_t colon = t_.substr(from, stop - from).find(U':');
     if (colon != t_.npos) from += colon + 1;
     for (std::size_t at = from; at < stop;) {
-      const std::size_t end = std::min(t_.find(U'、', at), stop);
+      const std::size_t comma = std::min(t_.find(U'、', at), stop);
+      const std::size_t end = many ? before_count(at, comma) : comma;
       std::size_t han = at;
       while (han < end && (is_han(t_[han]) || is_dot(t_[han]))) ++han;
       const auto entry = t_.substr(at, end - at);
-      const bool listed = at > 0 && (t_[at - 1] == U'、' || t_[at - 1] == U':' || end < stop);
+      const bool listed = at > 0 && (t_[at - 1] == U'、' || t_[at - 1] == U':' || comma < stop);
       const bool fits = many ? is_entry(at, end, entry) : is_word_as_name(entry);
       if (han == end && listed && fits) add(at, end, PROSE_SCORE);
-      at = end + 1;
+      at = comma + 1;
     }
+  }
+
+  // 单既明|三人组成: the end of the last name of a list
+  std::size_t before_count(std::size_t at, std::size_t stop) const {
+    constexpr std::size_t LONGEST_NAME = 4;
+    for (std::size_t i = at + 2; i + 1 < stop && i <= at + LONGEST_NAME; ++i) {
+      constexpr std::u32string_view COUNTS = U"二两三四五六七八九十";
+      if (t_[i] == U'等' || (COUNTS.find(t_[i]) != COUNTS.npos && t_[i + 1] == U'人')) return i;
+    }
+    return stop;
   }
 
   bool is_entry(std::size_t at, std::size_t end, std::u32string_view entry) const {

@@ -59,7 +59,7 @@ const Regex RE_VISITED(
 // 哈大高速, 京沪铁路: two towns or provinces, each by one character
 const Regex RE_ROUTE(
     "RE_ROUTE",
-    UR"(([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼港澳台鹤珲霍瑞汕呼伦绍嘉湖苏通锡常溧宜盐靖泰镇丹启崇舟甬温丽龙衢景千开焦洛平商周驻信叶鹿大哈沈长广深珠杭甬成绵郑汉蓉昆福厦泉济连徐宣包银兰西武宜荣乌太石海秦绥满丹锡呼洛乐雅巴达遂沿梅汕湛茂阳惠莞佛虎连衡邵怀张常岳襄随孝黄安合芜宁马铜池滁蚌淮阜六亳]{2,3})(?:高速公路|高速|高铁|铁路|城际))");
+    UR"((?:(?<![A-Za-z0-9])[GS]\d{1,4})?([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼港澳台鹤珲霍瑞汕呼伦绍嘉湖苏通锡常溧宜盐靖泰镇丹启崇舟甬温丽龙衢景千开焦洛平商周驻信叶鹿大哈沈长广深珠杭甬成绵郑汉蓉昆福厦泉济连徐宣包银兰西武宜荣乌太石海秦绥满丹锡呼洛乐雅巴达遂沿梅汕湛茂阳惠莞佛虎连衡邵怀张常岳襄随孝黄安合芜宁马铜池滁蚌淮阜六亳]{2,3})(?:高速公路|高速|高铁|铁路|城际))");
 
 // 318国道K2810+300处, G60高速
 const Regex RE_NUMBERED_ROAD(
@@ -196,6 +196,7 @@ class ChinesePlaceSearch {
     };
     const std::size_t start = word.start;
     const std::size_t end = word.end;
+    if (is_signed_there(start, end)) return true;
     const bool opens = start == 0 || !is_han(t_[start - 1]) || is_link(start - 1);
     const bool closes = end >= t_.size() || !is_han(t_[end]) || is_link(end);
     if (!opens || !closes) return false;
@@ -205,6 +206,17 @@ class ChinesePlaceSearch {
     std::size_t label = start;
     while (label > 0 && (t_[label - 1] == U':' || t_[label - 1] == U' ')) --label;
     return label < start && ends_word_of(WordClass::ADDRESS_LABEL, label);
+  }
+
+  // 在白银签署, 于日照交货
+  bool is_signed_there(std::size_t start, std::size_t end) const {
+    static constexpr auto ACTS =
+        text::words({U"签署", U"签订", U"签约", U"订立", U"签字", U"举行", U"召开", U"交货",
+                     U"交付", U"开庭", U"仲裁", U"装货", U"卸货", U"装船", U"登船", U"注册",
+                     U"设立", U"成立", U"居住", U"工作", U"办公", U"施工", U"收货", U"提货"});
+    constexpr std::u32string_view IN = U"在于";
+    return start > 0 && IN.find(t_[start - 1]) != IN.npos && ACTS.contains(t_.substr(end, 2)) &&
+           is_word_boundary(a_.chinese_words, start);
   }
 
   bool ends_place(std::size_t at) const {
@@ -577,7 +589,23 @@ class ChinesePlaceSearch {
   // Whether no part of an address goes on at `i`.
   bool stops_part(std::size_t i) const {
     if (ends_in_body(i) || begins_other_address(i)) return true;
-    return (STOP_TABLE.contains(t_[i]) && !is_inside_name(i)) || is_clause_at(i);
+    return (STOP_TABLE.contains(t_[i]) && !is_inside_name(i) && !opens_street(i)) ||
+           is_clause_at(i);
+  }
+
+  // 开通镇|向海大街, 城关镇|和顺路: behind a town a street may begin with such a word.
+  bool opens_street(std::size_t i) const {
+    constexpr std::u32string_view WORDS = U"向同自为";
+    constexpr std::u32string_view TOWNS = U"镇乡区县市道";
+    constexpr std::size_t LONGEST = 5;
+    if (i == 0 || WORDS.find(t_[i]) == WORDS.npos || TOWNS.find(t_[i - 1]) == TOWNS.npos) {
+      return false;
+    }
+    for (std::size_t at = i + 2; at < std::min(t_.size(), i + LONGEST); ++at) {
+      if (STREETS.find(t_[at]) != STREETS.npos) return true;
+      if (!is_han(t_[at]) || STOPS.find(t_[at]) != STOPS.npos) return false;
+    }
+    return false;
   }
 
   // 高酿镇|和石洞镇

@@ -247,7 +247,10 @@ class ChineseProseSearch {
   bool try_japanese(std::size_t at, Evidence left) {
     for (std::size_t surname = 3; surname >= 2; --surname) {
       if (!japanese_surnames().contains(t_.substr(at, surname))) continue;
-      if (at > 0 && is_han(t_[at - 1]) && !has(at, ROLE_ENDS)) return false;
+      if (at > 0 && is_han(t_[at - 1]) && !has(at, ROLE_ENDS) &&
+          !holds(U"由与和向对经及请", t_[at - 1])) {
+        return false;
+      }
       for (std::size_t end = at + surname; end <= at + surname + 3 && end <= t_.size(); ++end) {
         const bool title = has(end, TITLE_BEGINS);
         const Evidence right = right_weight(end);

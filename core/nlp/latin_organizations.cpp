@@ -106,13 +106,25 @@ class LatinOrganizationSearch {
     if (form.end < t_.size() && t_[form.end] == U'-') return;  // SOFTWARE-AS-A-SERVICE
     const bool doubtful = DOUBTFUL_FORMS.contains(t_.substr(form.start, form.end - form.start));
     if (!doubtful && left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
-    const Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
+    Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
+    if (!doubtful && name.words > 0 && name.particular < 1) take_title(name);
     if (name.particular < 1 || (doubtful && is_only_place(name, left)) ||
         (doubtful && !stands_free(form, name)))
       return;
     std::size_t end = form.end;
     if (const auto m = RE_BRANCH.match_at(t_, end)) end = m->end();
     add(name.start, end);
+  }
+
+  // Mr. Price Group Limited: common words behind a title make a brand.
+  void take_title(Name& name) const {
+    const Token title = token_before(t_, name.start);
+    if (title.empty() || title.end + 1 != name.start ||
+        !is_covered(a_.of(WordClass::EN_TITLE), title.start, title.end)) {
+      return;
+    }
+    name.start = title.start;
+    ++name.particular;
   }
 
   std::u32string lowered(const WordHit& hit) const {

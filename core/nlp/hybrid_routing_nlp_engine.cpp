@@ -56,6 +56,13 @@ recognition::NlpArtifacts HybridRoutingNlpEngine::process_text(std::u32string_vi
   return artifacts;
 }
 
+std::vector<std::string> HybridRoutingNlpEngine::finder_names() const {
+  std::vector<std::string> names;
+  names.reserve(finders_.size());
+  for (const auto& finder : finders_) names.push_back(finder->name());
+  return names;
+}
+
 std::vector<std::string> HybridRoutingNlpEngine::get_supported_entities(
     std::string_view language) const {
   std::set<std::string> kinds;

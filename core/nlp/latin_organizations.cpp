@@ -107,7 +107,7 @@ class LatinOrganizationSearch {
     const bool doubtful = DOUBTFUL_FORMS.contains(t_.substr(form.start, form.end - form.start));
     if (!doubtful && left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
     Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
-    if (!doubtful && name.words > 0 && name.particular < 1) take_title(name);
+    if (name.particular < 1) take_title(left, name);
     if (name.particular < 1 || (doubtful && is_only_place(name, left)) ||
         (doubtful && !stands_free(form, name)))
       return;
@@ -117,14 +117,18 @@ class LatinOrganizationSearch {
   }
 
   // Mr. Price Group Limited: common words behind a title make a brand.
-  void take_title(Name& name) const {
-    const Token title = token_before(t_, name.start);
-    if (title.empty() || title.end + 1 != name.start ||
-        !is_covered(a_.of(WordClass::EN_TITLE), title.start, title.end)) {
-      return;
+  void take_title(std::size_t end, Name& name) const {
+    constexpr int MOST_WORDS = 3;
+    std::size_t at = end;
+    for (int words = 0; words <= MOST_WORDS; ++words) {
+      const Token token = token_before(t_, at);
+      if (token.empty() || token.end + 1 < at || !is_upper(t_[token.start])) return;
+      if (is_covered(a_.of(WordClass::EN_TITLE), token.start, token.end)) {
+        if (words > 0) name = {token.start, words, 1};
+        return;
+      }
+      at = token.start;
     }
-    name.start = title.start;
-    ++name.particular;
   }
 
   std::u32string lowered(const WordHit& hit) const {

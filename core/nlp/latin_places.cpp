@@ -205,7 +205,7 @@ class LatinPlaceSearch {
   // address.
   bool ends_address(const Piece& last, const Piece& next) const {
     const auto name = t_.substr(last.start, last.head - last.start);
-    if (!is_country(name)) return false;
+    if (last.head != last.end || !is_country(name)) return false;
     const auto rest = t_.substr(next.start, next.end - next.start);
     if (rest.empty() || RE_POSTAL_CODE.full_match(rest)) return false;
     return end_of_word_at(a_.of(WordClass::EN_REGION), next.start) == next.start;

@@ -7,6 +7,7 @@
 #include "core/nlp/more_organizations.hpp"
 #include "core/nlp/name_pieces.hpp"
 #include "core/nlp/vocabulary.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/regex.hpp"
 
 namespace core::nlp {

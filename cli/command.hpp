@@ -44,6 +44,7 @@ std::unique_ptr<Command> make_analyze_command();
 std::unique_ptr<Command> make_anonymize_command();
 std::unique_ptr<Command> make_batch_command();
 std::unique_ptr<Command> make_evaluate_command();
+std::unique_ptr<Command> make_models_command();
 std::unique_ptr<Command> make_recognizers_command();
 std::unique_ptr<Command> make_restore_command();
 

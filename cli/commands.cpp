@@ -9,6 +9,7 @@ std::vector<std::unique_ptr<Command>> all_commands() {
   commands.push_back(make_restore_command());
   commands.push_back(make_analyze_command());
   commands.push_back(make_recognizers_command());
+  commands.push_back(make_models_command());
   commands.push_back(make_evaluate_command());
   return commands;
 }

@@ -39,6 +39,8 @@ struct AnalyzerOptions {
   // Where it does not answer, the embedded finders serve and this is told why.
   // Empty: it is an error.
   std::function<void(const std::string& reason)> hanlp_fallback = {};
+  // The folder of a spaCy model; empty: none, or what the environment names.
+  std::string spacy_model = {};
 };
 
 // Makes the analyzer that a command asks for.

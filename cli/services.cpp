@@ -9,6 +9,7 @@
 #include "cli/failure.hpp"
 #include "cli/files.hpp"
 #include "core/anonymization/analyzer/embedded_analyzer.hpp"
+#include "core/anonymization/analyzer/model_path.hpp"
 #include "core/errors.hpp"
 #include "core/nlp/hanlp_client.hpp"
 #include "core/nlp/remote_recognizer.hpp"
@@ -59,11 +60,19 @@ void ServiceOptions::declare(Options& options) {
                "The key of the service is in this file (default:\nVEILDOC_HANLP_KEY)");
   options.flag("--hanlp-fallback", hanlp_fallback_,
                "Find the names without the service if it does not answer");
+  options.text("--spacy-model", spacy_model_, "DIR",
+               "Run the spaCy model in this folder on English documents,\nsee docs/spacy.md "
+               "(default: VEILDOC_SPACY_MODEL_EN)");
 }
 
 void ServiceOptions::check(const Options& options, bool has_recognizers) {
   check_analyzer(has_recognizers);
   check_hanlp(options);
+  if (!options.given("--spacy-model")) return;
+  if (!embedded_) {
+    throw Failure(EXIT_USAGE, "--spacy-model needs --analyzer embedded or presidio=URL+embedded");
+  }
+  spacy_model_ = find_spacy_model(spacy_model_);
 }
 
 void ServiceOptions::check_analyzer(bool has_recognizers) {
@@ -83,6 +92,14 @@ void ServiceOptions::check_analyzer(bool has_recognizers) {
   } catch (const core::ValueError& e) {
     throw Failure(EXIT_USAGE, std::string("--analyzer: ") + e.what());
   }
+}
+
+std::string find_spacy_model(const std::string& folder) {
+  const auto found = core::anonymization::_resolve_nested_spacy_model_dir(folder);
+  if (found) return found->string();
+  throw Failure(EXIT_INPUT, "--spacy-model: no spaCy model in " + folder +
+                                ": neither there nor one level below are both meta.json and "
+                                "config.cfg");
 }
 
 void ServiceOptions::check_hanlp(const Options& options) {
@@ -114,6 +131,7 @@ void ServiceOptions::add_to(AnalyzerOptions& wanted, std::ostream& err) const {
   wanted.embedded = embedded_;
   wanted.presidio = presidio_;
   wanted.hanlp = hanlp_;
+  wanted.spacy_model = spacy_model_;
   if (!hanlp_fallback_) return;
   wanted.hanlp_fallback = [&err, mutex = std::make_shared<std::mutex>()](const auto& reason) {
     const std::lock_guard lock(*mutex);
@@ -136,7 +154,8 @@ std::unique_ptr<core::anonymization::Analyzer> make_default_analyzer(
       {.percentages_and_quantities = options.profile == "strict",
        .recognizers = std::move(recognizers),
        .hanlp = options.hanlp,
-       .hanlp_fallback = options.hanlp_fallback});
+       .hanlp_fallback = options.hanlp_fallback,
+       .spacy_model = options.spacy_model});
 }
 
 }  // namespace cli

@@ -29,11 +29,15 @@ class ServiceOptions {
   std::string analyzer_ = "embedded";
   std::string hanlp_url_;
   std::string hanlp_key_file_;
+  std::string spacy_model_;
   bool hanlp_fallback_ = false;
   bool embedded_ = true;
   std::shared_ptr<const core::anonymization::Analyzer> presidio_;
   std::shared_ptr<const core::nlp::HanlpClient> hanlp_;
 };
+
+// The spaCy model in a folder or one level below it. Throws Failure(EXIT_INPUT).
+std::string find_spacy_model(const std::string& folder);
 
 // Lines on the services for a page of help.
 extern const std::string_view SERVICES_HELP;

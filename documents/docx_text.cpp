@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <unordered_map>
 #include <utility>
 
 #include "core/anonymization/rules/helpers.hpp"
@@ -164,7 +165,21 @@ void DocxText::add_rejected(const std::string& name) {
   for (const auto& slots : rejected_) emit(slots);
 }
 
+void DocxText::find_readings() {
+  std::unordered_map<std::size_t, std::size_t> rubies;  // by reading
+  for (std::size_t i = 0; i < rubies_.size(); ++i) {
+    rubies.emplace(rubies_[i].reading.hash_value(), i);
+  }
+  for (std::size_t i = 0; i < slots_.size() && !rubies.empty(); ++i) {
+    for (auto node = slots_[i].node; node; node = node.parent()) {
+      const auto found = rubies.find(node.hash_value());
+      if (found != rubies.end()) rubies_[found->second].reading_slots.push_back(i);
+    }
+  }
+}
+
 void DocxText::finish() {
+  find_readings();
   escapes_ = JoinerEscapes::of(text_);
   const std::u32string own = U"\uE000\uE001";
   const auto stand_ins = between_ == Between::JOINERS ? escapes_.escape(own) : own;

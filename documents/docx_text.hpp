@@ -13,7 +13,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -128,6 +127,7 @@ class DocxText {
   struct Ruby {
     std::vector<std::size_t> base;
     pugi::xml_node reading;
+    std::vector<std::size_t> reading_slots = {};
   };
   // What was read of a paragraph whose mark one view does not have.
   struct OpenParagraph {
@@ -167,7 +167,8 @@ class DocxText {
   std::vector<std::size_t> first_parts(const std::vector<Span>& spans,
                                        const std::vector<std::vector<Part>>& parts) const;
   bool write_parts(const std::vector<Part>& parts, std::size_t first, const Span& span);
-  std::unordered_map<std::size_t, std::u32string> written_words() const;
+  void find_readings();
+  void replace_reading(const Ruby& entry, std::u32string_view written);
   std::vector<Part> parts_of(std::size_t start, std::size_t end) const;
   static bool cut(Slot& slot, const Part& part, std::u32string_view written,
                   std::u32string_view source);

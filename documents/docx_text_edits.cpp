@@ -196,39 +196,28 @@ std::vector<bool> DocxText::replace(const std::vector<Span>& spans) {
   return out;
 }
 
-// What is written over the words that have a reading, by reading.
-std::unordered_map<std::size_t, std::u32string> DocxText::written_words() const {
-  std::unordered_map<std::size_t, std::u32string> out;
+void DocxText::replace_readings() {
   for (const auto& entry : rubies_) {
+    const Cut* word = nullptr;
     for (const auto slot : entry.base) {
       for (const auto& c : slots_[slot].cuts) {
-        auto& word = out[entry.reading.hash_value()];
-        if (word.empty()) word = c.written;
+        if (word == nullptr || word->written.empty()) word = &c;
       }
     }
+    if (word != nullptr) replace_reading(entry, std::u32string(word->written));
   }
-  return out;
 }
 
-void DocxText::replace_readings() {
-  const auto written = written_words();
-  if (written.empty()) return;
-  std::unordered_map<std::size_t, std::vector<std::size_t>> slots;  // by reading
-  for (std::size_t i = 0; i < slots_.size(); ++i) {
-    for (auto node = slots_[i].node; node; node = node.parent()) {
-      if (written.contains(node.hash_value())) slots[node.hash_value()].push_back(i);
-    }
+void DocxText::replace_reading(const Ruby& entry, std::u32string_view written) {
+  std::u32string whole;
+  for (const auto i : entry.reading_slots) {
+    whole += slots_[i].source;
+    slots_[i].cuts = {{0, slots_[i].source.size(), {}, {}}};
   }
-  for (const auto& [reading, of_reading] : slots) {
-    std::u32string whole;
-    for (const auto i : of_reading) {
-      whole += slots_[i].source;
-      slots_[i].cuts = {{0, slots_[i].source.size(), {}, {}}};
-    }
-    auto& first = slots_[of_reading.front()].cuts.front();
-    first.written = written.at(reading);
-    first.source = whole;
-  }
+  if (entry.reading_slots.empty()) return;
+  auto& first = slots_[entry.reading_slots.front()].cuts.front();
+  first.written = written;
+  first.source = whole;
 }
 
 void DocxText::append_written(const Piece& piece, WrittenText& out) const {

@@ -3,8 +3,8 @@
 
 # To build and run the command.
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config libpcre2-dev libicu-dev libphonenumber-dev
-  nlohmann-json3-dev libcli11-dev libyaml-cpp-dev libcurl4-openssl-dev libsodium-dev
-  libzip-dev libpugixml-dev poppler-utils"
+  nlohmann-json3-dev libeigen3-dev libcli11-dev libyaml-cpp-dev libcurl4-openssl-dev
+  libsodium-dev libzip-dev libpugixml-dev poppler-utils"
 # To build and run the tests.
 TEST_PACKAGES="libgtest-dev openssl python3-dev python3-docx python3-pytest pybind11-dev"
 # For the further checks of ./test --all.

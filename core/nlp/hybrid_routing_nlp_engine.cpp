@@ -7,20 +7,21 @@
 
 #include "core/errors.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/spacy/spacy_pipeline.hpp"
 #include "core/nlp/vocabulary.hpp"
+#include "core/recognition/spacy_recognizer.hpp"
 
 namespace core::nlp {
 namespace {
 
 bool is_routed(std::string_view language) { return language == "en" || language == "zh"; }
 
-[[noreturn]] void refuse_model(const std::string& name) {
+std::shared_ptr<const spacy::SpacyPipeline> load_model(const std::string& name) {
   std::error_code error;
-  if (std::filesystem::is_directory(name, error)) {
-    throw ValueError("the spaCy model in " + name + " cannot be used: such models are not run yet");
-  }
-  throw ValueError("unknown NLP model " + name + ": only " +
-                   std::string(HybridRoutingNlpEngine::EMBEDDED_MODEL) + " is built in");
+  if (std::filesystem::is_directory(name, error)) return spacy::shared_spacy_pipeline(name);
+  throw ValueError("unknown NLP model " + name + ": neither " +
+                   std::string(HybridRoutingNlpEngine::EMBEDDED_MODEL) +
+                   ", which stands for what is built in, nor the folder of a spaCy model");
 }
 
 }  // namespace
@@ -28,9 +29,14 @@ bool is_routed(std::string_view language) { return language == "en" || language 
 HybridRoutingNlpEngine::HybridRoutingNlpEngine(std::string en_model_name)
     : en_model_name_(std::move(en_model_name)) {}
 
+HybridRoutingNlpEngine::~HybridRoutingNlpEngine() = default;
+
 void HybridRoutingNlpEngine::load() {
-  if (en_model_name_ != EMBEDDED_MODEL) refuse_model(en_model_name_);
   if (vocabulary_ != nullptr) return;
+  if (en_model_name_ != EMBEDDED_MODEL) {
+    spacy_ = load_model(en_model_name_);
+    spacy_name_ = spacy_->description().full_name();
+  }
   finders_.push_back(std::make_unique<ChineseOrganizationFinder>());
   finders_.push_back(std::make_unique<LatinOrganizationFinder>());
   finders_.push_back(std::make_unique<ChinesePersonFinder>());
@@ -53,7 +59,18 @@ recognition::NlpArtifacts HybridRoutingNlpEngine::process_text(std::u32string_vi
       artifacts.entities.push_back({std::move(result), finder->name()});
     }
   }
+  if (spacy_ != nullptr && language == "en") add_spacy_entities(artifacts);
   return artifacts;
+}
+
+void HybridRoutingNlpEngine::add_spacy_entities(recognition::NlpArtifacts& artifacts) const {
+  for (const auto& entity : spacy_->analyze(artifacts.text).entities) {
+    const auto kind = recognition::spacy_entity_type(entity.label);
+    if (!kind) continue;
+    const auto start = static_cast<anonymization::Offset>(entity.start);
+    const auto end = static_cast<anonymization::Offset>(entity.end);
+    artifacts.entities.push_back({{std::string(*kind), start, end, SPACY_SCORE}, spacy_name_});
+  }
 }
 
 std::vector<std::string> HybridRoutingNlpEngine::get_supported_entities(
@@ -62,6 +79,11 @@ std::vector<std::string> HybridRoutingNlpEngine::get_supported_entities(
   if (!is_routed(language)) return {};
   for (const auto& finder : finders_) {
     kinds.insert(finder->supported_entities().begin(), finder->supported_entities().end());
+  }
+  if (spacy_ != nullptr && language == "en") {
+    for (const auto& label : spacy_->description().labels) {
+      if (const auto kind = recognition::spacy_entity_type(label)) kinds.emplace(*kind);
+    }
   }
   return {kinds.begin(), kinds.end()};
 }

@@ -4,6 +4,40 @@
 #include <utility>
 
 namespace core::recognition {
+namespace {
+
+struct LabelKind {
+  std::string_view label;
+  std::string_view kind;
+};
+
+constexpr LabelKind LABEL_KINDS[] = {
+    // of the published models
+    {"DATE", "DATE_TIME"},
+    {"FAC", "LOCATION"},
+    {"GPE", "LOCATION"},
+    {"LOC", "LOCATION"},
+    {"MONEY", "MONEY"},
+    {"NORP", "NRP"},
+    {"ORG", "ORGANIZATION"},
+    {"PER", "PERSON"},
+    {"PERSON", "PERSON"},
+    {"TIME", "DATE_TIME"},
+    // of models trained with our names
+    {"DATE_TIME", "DATE_TIME"},
+    {"LOCATION", "LOCATION"},
+    {"NRP", "NRP"},
+    {"ORGANIZATION", "ORGANIZATION"},
+};
+
+}  // namespace
+
+std::optional<std::string_view> spacy_entity_type(std::string_view label) {
+  for (const auto& known : LABEL_KINDS) {
+    if (known.label == label) return known.kind;
+  }
+  return std::nullopt;
+}
 
 bool NlpEntityRecognizer::reports(const RecognizerResult& result) const {
   const auto& kinds = supported_entities();

@@ -320,7 +320,12 @@ class Reader {
     if (peek() == U'*') failed_ = true;
     if (!take(U"?")) return inside(flags, depth);
     if (take(U":") || take(U">") || take(U"|")) return inside(flags, depth);
-    if (take(U"=") || take(U"!") || take(U"<=") || take(U"<!")) {
+    if (take(U"=")) {
+      PatternNode ahead{.kind = Kind::AHEAD};
+      ahead.parts.push_back(inside(flags, depth));
+      return ahead;
+    }
+    if (take(U"!") || take(U"<=") || take(U"<!")) {
       inside(flags, depth);
       return {};
     }

@@ -16,6 +16,7 @@ using CharacterSet = std::vector<std::pair<char32_t, char32_t>>;
 struct PatternNode {
   enum class Kind : std::uint8_t {
     EMPTY,     // takes no character: an assertion
+    AHEAD,     // takes none either; its only part matches from here on
     SET,       // takes one character of `set`
     SEQUENCE,  // its parts one after the other
     CHOICE,    // one of its parts

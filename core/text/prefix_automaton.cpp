@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <span>
 
 #include "core/text/pattern_syntax.hpp"
 
@@ -55,9 +56,10 @@ struct Moves {
         places[start].next = end;
         return end;
       }
-      case PatternNode::Kind::SEQUENCE:
-        for (const auto& part : node.parts) from = put(part, from);
+      case PatternNode::Kind::AHEAD:
         return from;
+      case PatternNode::Kind::SEQUENCE:
+        return sequence(node.parts, from);
       case PatternNode::Kind::CHOICE: {
         const Place end = add();
         for (const auto& part : node.parts) {
@@ -70,6 +72,43 @@ struct Moves {
         return repeat(node, from);
     }
     return from;
+  }
+
+  // A look-ahead tells what a match begins with as well as what follows it does; the
+  // longer of the two is taken.
+  Place sequence(std::span<const PatternNode> parts, Place from) {
+    for (; !parts.empty(); parts = parts.subspan(1)) {
+      const auto& part = parts.front();
+      if (part.kind == PatternNode::Kind::AHEAD &&
+          least_length(part.parts[0]) > least_length(parts.subspan(1))) {
+        return put({.kind = PatternNode::Kind::UNKNOWN}, put(part.parts[0], from));
+      }
+      from = put(part, from);
+    }
+    return from;
+  }
+
+  // How many characters it takes at least; what counts for more than DEPTH is not counted.
+  static unsigned least_length(std::span<const PatternNode> parts) {
+    unsigned sum = 0;
+    for (const auto& part : parts) sum += least_length(part);
+    return std::min(sum, DEPTH);
+  }
+  static unsigned least_length(const PatternNode& node) {
+    unsigned least = DEPTH;
+    switch (node.kind) {
+      case PatternNode::Kind::SET:
+        return 1;
+      case PatternNode::Kind::SEQUENCE:
+        return least_length(std::span(node.parts));
+      case PatternNode::Kind::CHOICE:
+        for (const auto& part : node.parts) least = std::min(least, least_length(part));
+        return least;
+      case PatternNode::Kind::REPEAT:
+        return std::min(DEPTH, std::min(node.min, DEPTH) * least_length(node.parts[0]));
+      default:
+        return 0;
+    }
   }
 
   Place repeat(const PatternNode& node, Place from) {
@@ -102,11 +141,12 @@ class PrefixAutomatonBuilder {
     const Place end = moves_.put(pattern, start);
     moves_.places[end].empty.push_back(Moves::END);
     start_ = start;
+    takes_something_ = Moves::least_length(pattern) > 0;
     out_->first_kinds_ = first_kinds;
   }
 
   std::unique_ptr<const PrefixAutomaton> build() {
-    if (moves_.too_large || !classify()) return nullptr;
+    if (!takes_something_ || moves_.too_large || !classify()) return nullptr;
     seen_.resize(moves_.places.size());
     const Places first = closure({start_});
     if (first.empty() || first.front() == Moves::END) return nullptr;
@@ -333,6 +373,7 @@ class PrefixAutomatonBuilder {
   std::unique_ptr<PrefixAutomaton> out_ = std::make_unique<PrefixAutomaton>();
   Moves moves_;
   Place start_ = 0;
+  bool takes_something_ = false;
   std::vector<std::size_t> set_of_place_;
   std::vector<std::vector<std::uint8_t>> classes_of_set_;
   std::vector<Kinds> kinds_of_class_;

@@ -109,10 +109,11 @@ TEST(HybridRoutingNlpEngine, RefusesWhatItCannotRun) {
   const auto folder = std::filesystem::path(testing::TempDir()) / "en_model";
   std::filesystem::create_directories(folder);
   EXPECT_EQ(message_of("en_core_web_lg"), "");
-  EXPECT_EQ(message_of(folder), "the spaCy model in " + folder.string() +
-                                    " cannot be used: such models are not run yet");
+  EXPECT_EQ(message_of(folder),
+            "spaCy model " + (folder / "meta.json").string() + ": No such file or directory");
   EXPECT_EQ(message_of("en_core_web_sm"),
-            "unknown NLP model en_core_web_sm: only en_core_web_lg is built in");
+            "unknown NLP model en_core_web_sm: neither en_core_web_lg, which stands for what is "
+            "built in, nor the folder of a spaCy model");
 
   // The environment names the model of build_analyzer.
   std::ofstream(folder / "meta.json") << "{}";

@@ -201,8 +201,10 @@ TEST(RestoreDocx, EditedDocuments) {
 
 // A mapping may be made before and behind the file, and with other labels.
 TEST(RestoreDocx, WhatIsWrittenCanBeAskedAtAnyTime) {
-  const auto bytes = test::docx("<w:bookmarkStart w:id=\"1\" w:name=\"张伟民\"/>" +
-                                in_paragraph(text_run(std::string(test::COMPANY))));
+  const auto bytes = test::docx(
+      "<w:bookmarkStart w:id=\"1\" w:name=\"张伟民\"/>" +
+      in_paragraph("<w:r><w:ruby><w:rt>" + text_run("hua xin") + "</w:rt><w:rubyBase>" +
+                   text_run(std::string(test::COMPANY)) + "</w:rubyBase></w:ruby></w:r>"));
   const auto document = documents::read_document(bytes);
   const auto masked =
       core::anonymization::anonymize_document(document->text(), test::finding_analyzer(), "zh");
@@ -211,8 +213,8 @@ TEST(RestoreDocx, WhatIsWrittenCanBeAskedAtAnyTime) {
   const auto before = documents::as_written(masked, *document);
   const auto out = document->write(masked);
   const auto behind = documents::as_written(masked, *document);
-  EXPECT_EQ(test::u8(other.text), "[ORG1]\nBookmark_1");
-  EXPECT_EQ(test::u8(before.text), "[机构1]\nBookmark_1");
+  EXPECT_EQ(test::u8(other.text), "[ORG1]\n[ORG1]\nBookmark_1");
+  EXPECT_EQ(test::u8(before.text), "[机构1]\n[机构1]\nBookmark_1");
   EXPECT_EQ(before.text, behind.text);
   EXPECT_EQ(test::u8(documents::read_masked_file(out)->text()), test::u8(before.text));
   EXPECT_EQ(document->report().stories.size(), 2U);

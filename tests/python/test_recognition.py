@@ -121,6 +121,18 @@ def test_engine_put_together_by_hand():
         core.HybridRoutingNlpEngine("other").load()
 
 
+def test_spacy_model(tmp_path):
+    models = pathlib.Path(__file__).parent.parent / "spacy" / "models"
+    nlp_engine = core.HybridRoutingNlpEngine(en_model_name=str(models / "en_small"))
+    nlp_engine.load()
+    assert "MONEY" in nlp_engine.get_supported_entities("en")
+    engine = core.AnalyzerEngine(nlp_engine=nlp_engine, supported_languages=["en", "zh"])
+    text = "Cendrix Corp. paid US$ 3.5 million to Orrinde Ashgrovel on 8 May 2024."
+    assert ("PERSON", 38, 55) in kinds(engine.analyze(text, "en"))
+    with pytest.raises(ValueError, match="meta.json: No such file"):
+        core.HybridRoutingNlpEngine(str(tmp_path)).load()
+
+
 def test_analysis_requests(embedded):
     def analyze(**options):
         return embedded.analyze(TEXT, "zh", **options)

@@ -27,6 +27,7 @@ const std::u32string_view PATTERNS[] = {
     UR"((?<![\d.])(?<!\d )\d[\d.]?[a-z](?!\d))",
     UR"((?i)(?<![A-Za-z])[kx] ?\d)",
     UR"([\u4e00-\u9fff][A-F]\d)",
+    UR"((?<!z)(?=[A-F\d]{3,5}(?!\d))(?=\w+)(?:[A-F]|\d)+(?=月|日日))",
 };
 
 // Made of what the patterns are about, so that many matches begin and half of them fail.

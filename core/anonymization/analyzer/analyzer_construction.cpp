@@ -40,10 +40,11 @@ void _swap_zh_spacy_recognizer_for_hanlp(recognition::RecognizerRegistry& regist
 }
 
 std::unique_ptr<recognition::AnalyzerEngine> build_analyzer(
-    bool include_zh_supplement_country_lexicon) {
+    bool include_zh_supplement_country_lexicon, const std::string& en_model) {
   nlp::apply_zh_nlp_cpu_throttle();
   auto engine = std::make_unique<nlp::HybridRoutingNlpEngine>(
-      resolve_spacy_model_path("en", nlp::HybridRoutingNlpEngine::EMBEDDED_MODEL));
+      en_model.empty() ? resolve_spacy_model_path("en", nlp::HybridRoutingNlpEngine::EMBEDDED_MODEL)
+                       : en_model);
   engine->load();
   const auto zh_supported_entities = engine->get_supported_entities("zh");
   auto analyzer = std::make_unique<recognition::AnalyzerEngine>(

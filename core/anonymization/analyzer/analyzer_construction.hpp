@@ -11,10 +11,11 @@ namespace core::anonymization {
 
 // The analyzer for "en" and "zh". Build it once and use it for many texts; its
 // registry may be changed before. With the country lexicon it finds countries
-// that the name finders do not know. Throws ValueError if the English model that
-// resolve_spacy_model_path names cannot be used.
+// that the name finders do not know. `en_model` is the folder of a spaCy model for
+// English texts; if it is empty, resolve_spacy_model_path names the model. Throws
+// ValueError, naming the file and the reason, if the model cannot be used.
 std::unique_ptr<recognition::AnalyzerEngine> build_analyzer(
-    bool include_zh_supplement_country_lexicon = true);
+    bool include_zh_supplement_country_lexicon = true, const std::string& en_model = {});
 
 // Exchanges every Chinese SpacyRecognizer, in its place, for a HanlpRecognizer of
 // these kinds; where there is none, adds one at the end.

@@ -20,7 +20,7 @@ void use_service(const EmbeddedOptions& options, recognition::RecognizerRegistry
 }  // namespace
 
 std::unique_ptr<Analyzer> make_embedded_analyzer(const EmbeddedOptions& options) {
-  auto analyzer = build_analyzer();
+  auto analyzer = build_analyzer(true, options.spacy_model);
   if (options.hanlp != nullptr) use_service(options, analyzer->registry());
   if (options.percentages_and_quantities) {
     recognition::add_quantity_recognizers(analyzer->registry());

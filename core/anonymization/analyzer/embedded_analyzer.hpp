@@ -29,11 +29,15 @@ struct EmbeddedOptions {
   // not answer, and the fallback is told why.
   std::shared_ptr<const nlp::HanlpClient> hanlp = nullptr;
   std::function<void(const std::string& reason)> hanlp_fallback = {};
+  // The folder of a spaCy model that finds names in English documents as well; empty:
+  // the one that the environment or the installation names, or none.
+  std::string spacy_model = {};
 };
 
 // Builds the analyzer. Its vocabulary is shared by all analyzers of the process
-// and built for the first. May be called from any thread. Throws ValueError if
-// the environment or the installation names another model than the embedded one.
+// and built for the first, as is a spaCy model while any of them is there. May be
+// called from any thread. Throws ValueError, naming the file and the reason, for a
+// spaCy model that cannot be used.
 std::unique_ptr<Analyzer> make_embedded_analyzer(const EmbeddedOptions& options = {});
 
 }  // namespace core::anonymization

@@ -75,7 +75,9 @@ void drop_legal_form_of_institution(std::u32string& t) {
   for (const auto form : LEGAL_FORMS) {
     if (!t.ends_with(form)) continue;
     const auto core = std::u32string_view(t).substr(0, t.size() - form.size());
-    if (core.size() >= MIN_INSTITUTION_CORE && RE_INSTITUTION_NOUN.search(core)) {
+    constexpr std::u32string_view LAST_OF_NOUNS = U"厂院所局厅署行学校心团";
+    if (core.size() >= MIN_INSTITUTION_CORE &&
+        LAST_OF_NOUNS.find(core.back()) != LAST_OF_NOUNS.npos && RE_INSTITUTION_NOUN.search(core)) {
       t.resize(core.size());
     }
     return;

@@ -263,12 +263,31 @@ class MoneyRecognizer : public EntityRecognizer {
     if (!figures && std::find(heads.begin(), heads.end(), true) != heads.end()) columns = heads;
   }
 
+  // The first character behind the figure at `at`, its separators and blanks; 0 at the end.
+  static char32_t behind_figure(std::u32string_view t, std::size_t at) {
+    constexpr std::u32string_view SEPARATORS = U".,' ，";
+    while (at < t.size() &&
+           (text::is_ascii_digit(t[at]) || SEPARATORS.find(t[at]) != SEPARATORS.npos)) {
+      ++at;
+    }
+    return at < t.size() ? t[at] : U'\0';
+  }
+
+  // Whether RE_RANGE_START or RE_BEFORE_CURRENCY may match a figure before this character:
+  // what begins a unit, a currency, or what joins two figures. Most figures are dates.
+  static bool may_follow_amount(char32_t c) {
+    constexpr std::u32string_view BEGINNINGS =
+        U"万亿百千多余美港欧日英韩新澳加瑞台卢泰林迪越人元圆块円원엔억만(€£-~至到";
+    return text::is_ascii_alpha(c) || text::is_decimal_digit(c) ||
+           BEGINNINGS.find(c) != BEGINNINGS.npos;
+  }
+
   static void add_before_currency(const NlpArtifacts& a, std::vector<RecognizerResult>& out) {
     std::size_t free_from = 0;
     for (const auto& run : a.numbers) {
       std::size_t at = run.start;
       while (at < run.end && !text::is_ascii_digit(a.folded[at])) ++at;
-      if (at < free_from) continue;
+      if (at < free_from || !may_follow_amount(behind_figure(a.folded, at))) continue;
       const auto seen = window(a.folded, at);
       if (const auto m = RE_RANGE_START.match_at(seen, at)) {
         add(out, m->start(), m->end());

@@ -113,7 +113,7 @@ class FilesRun {
   const FilesOptions& options_;
   const MaskingOptions& masking_;
   const Context& context_;
-  const InterruptWatch watch_;
+  std::optional<InterruptWatch> watch_;  // while documents are masked
   std::optional<MatterStore> matter_;
   std::optional<Passphrase> passphrase_;
   std::optional<OverrideLists> overrides_;
@@ -264,7 +264,7 @@ void FilesRun::mask_all(const std::vector<PlannedFile>& files) {
   std::mutex mutex;
   std::exception_ptr broken;
   const auto work = [&] {
-    for (auto i = next++; i < files.size() && !watch_.interrupted(); i = next++) {
+    for (auto i = next++; i < files.size() && !watch_->interrupted(); i = next++) {
       const auto& file = files[i];
       if (is_done(file)) {
         const std::lock_guard lock(mutex);
@@ -298,7 +298,7 @@ void FilesRun::finish(std::size_t files) {
   if (!options_.report.empty()) {
     PendingFile(options_.report, reports_json(report_), Privacy::ORDINARY).commit();
   }
-  if (watch_.interrupted()) {
+  if (watch_->interrupted()) {
     throw Failure(EXIT_INTERRUPTED, "interrupted; " + std::to_string(report_.size() - failed_) +
                                         " of " + std::to_string(files) + " documents are masked");
   }
@@ -320,6 +320,7 @@ void FilesRun::run() {
   const auto all = plan.files.size() + plan.problems.size();
   if (all == 0) throw Failure(EXIT_INPUT, options_.inputs.front() + ": no file is in it");
   open();
+  watch_.emplace();
   progress_.emplace(context_.err, RateProgress::Unit::FILES, plan.files.size());
   mask_all(plan.files);
   finish(all);

@@ -229,12 +229,17 @@ class LinesRun {
   void run();
 
  private:
+  void feed(LineReader& reader, const InterruptWatch& watch, const LineMasker& masker,
+            LinePipeline& pipeline);
+  void settle();
   void tell(std::uint64_t written, std::uint64_t errors, bool interrupted) const;
 
   const LinesOptions& options_;
   const Context& context_;
   LineOutput output_;
   const MaskingOptions& masking_;
+  std::optional<Resumed> resumed_;
+  bool settled_ = false;
 };
 
 void LinesRun::run() {
@@ -250,41 +255,49 @@ void LinesRun::run() {
   const LineMasker masker(
       masking_, analyzer, overrides,
       {.numbered = options_.unordered, .mapping = options_.mapping, .longest = options_.longest});
-  std::optional<Resumed> resumed;
   if (options_.start == LineOutput::Start::RESUME) {
-    resumed.emplace(output_.partial(), options_.unordered);
-    if (resumed->empty()) output_.go_on_at(0);
+    resumed_.emplace(output_.partial(), options_.unordered);
   }
   RateProgress progress(context_.err, RateProgress::Unit::BYTES, reader.size());
   LinePipeline pipeline(options_, masker, output_, progress);
-  bool settled = !resumed || resumed->empty();
-  for (InputLine line; !watch.interrupted() && reader.next(line);) {
-    if (is_blank(line)) continue;
-    if (resumed && resumed->takes(line, masker)) {
-      pipeline.skip(line);
-      continue;
-    }
-    // Nothing is cut or written before what is there is known to be ours.
-    if (!settled) output_.go_on_at(resumed->whole_size());
-    settled = true;
-    if (!pipeline.add(std::move(line))) break;
-  }
+  feed(reader, watch, masker, pipeline);
   if (watch.interrupted()) pipeline.drop_waiting();
   pipeline.finish();
-  if (resumed && !watch.interrupted()) {
-    resumed->check_all_taken();
-    if (!settled) output_.go_on_at(resumed->whole_size());
-  }
   if (watch.interrupted()) {
     output_.flush();
   } else {
+    if (resumed_) resumed_->check_all_taken();
+    settle();
     output_.finish();
   }
-  tell(pipeline.written() + (resumed ? resumed->count() : 0),
-       pipeline.errors() + (resumed ? resumed->errors() : 0), watch.interrupted());
+  tell(pipeline.written(), pipeline.errors(), watch.interrupted());
+}
+
+void LinesRun::feed(LineReader& reader, const InterruptWatch& watch, const LineMasker& masker,
+                    LinePipeline& pipeline) {
+  for (InputLine line; !watch.interrupted() && reader.next(line);) {
+    if (is_blank(line)) continue;
+    if (resumed_ && resumed_->takes(line, masker)) {
+      pipeline.skip(line);
+      continue;
+    }
+    settle();
+    if (!pipeline.add(std::move(line))) return;
+  }
+}
+
+// Cuts off half a line that an earlier run left, and no sooner than it is known whose
+// lines stand before it.
+void LinesRun::settle() {
+  if (resumed_ && !settled_) output_.go_on_at(resumed_->whole_size());
+  settled_ = true;
 }
 
 void LinesRun::tell(std::uint64_t written, std::uint64_t errors, bool interrupted) const {
+  if (resumed_) {
+    written += resumed_->count();
+    errors += resumed_->errors();
+  }
   const auto lines = [](std::uint64_t n) {
     return std::to_string(n) + (n == 1 ? " line" : " lines");
   };

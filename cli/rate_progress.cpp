@@ -11,7 +11,7 @@
 namespace cli {
 namespace {
 
-constexpr double MEGABYTE = 1e6;
+constexpr double BYTES_OF_MEGABYTE = 1e6;
 
 std::string time_text(double seconds) {
   constexpr std::uint64_t MINUTE = 60;
@@ -59,7 +59,7 @@ std::string progress_line(RateProgress::Unit unit, std::optional<std::uint64_t> 
   std::string out = "veildoc: ";
   if (bytes) {
     out += std::to_string(lines) + (lines == 1 ? " line, " : " lines, ") +
-           fixed(rate / MEGABYTE, 1) + " MB/s";
+           fixed(rate / BYTES_OF_MEGABYTE, 1) + " MB/s";
   } else {
     out += std::to_string(done) + (total ? " of " + std::to_string(*total) : "") + " files, " +
            fixed(rate, 1) + "/s";

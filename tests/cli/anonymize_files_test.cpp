@@ -6,6 +6,7 @@
 
 #include "tests/cli/support.hpp"
 #include "tests/documents/support.hpp"
+#include "tests/support/notation.hpp"
 
 namespace {
 
@@ -182,6 +183,30 @@ TEST(AnonymizeFiles, AMatterNumbersAllItsDocuments) {
   }
   for (const auto& mapping : {matter, folder.path("b.json")}) {
     EXPECT_EQ(run({"restore", "-", mapping}, ran.out).out, SECOND);
+  }
+}
+
+TEST(AnonymizeFiles, ADocumentOfAMatterInWordComesBack) {
+  const Folder folder;
+  const auto body =
+      "<w:p><w:r><w:t>甲方：北京华信科技有限公司</w:t></w:r></w:p><w:p><w:r><w:t>张伟民</w:t></w:r></w:p>";
+  folder.write("in/a.txt", SECOND);
+  folder.write("in/b.docx", test::docx(body));
+  const auto matter = folder.path("m.json");
+  const auto ran = run({"anonymize", folder.path("in"), "-o", folder.path("out"), "--matter",
+                        matter, "--mappings", folder.path("maps")},
+                       "", MATTER_ANALYZER);
+  ASSERT_EQ(ran.code, cli::EXIT_DONE) << ran.err;
+  const auto masked = folder.path("out/b.docx");
+  const auto text = [](const std::string& bytes) {
+    return test::u8(documents::read_document(bytes)->text());
+  };
+  EXPECT_NE(text(folder.read("out/b.docx")).find("甲方：[机构2]"), std::string::npos);
+  for (const auto& mapping : {matter, folder.path("maps/b.docx.mapping.json")}) {
+    const auto restored = run({"restore", masked, mapping});
+    EXPECT_EQ(restored.code, cli::EXIT_DONE) << restored.err;
+    EXPECT_EQ(restored.err, "");
+    EXPECT_EQ(text(restored.out), text(folder.read("in/b.docx")));
   }
 }
 

@@ -9,6 +9,7 @@
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/utf8.hpp"
+#include "documents/characters.hpp"
 #include "documents/child_process.hpp"
 #include "documents/errors.hpp"
 #include "documents/joiner_escapes.hpp"
@@ -21,7 +22,6 @@ namespace text = core::text;
 
 constexpr std::string_view SIGNATURE = "%PDF-";
 constexpr char32_t PAGE_END = U'\f';
-constexpr char32_t SOFT_HYPHEN = 0xAD;
 
 // 第三条 付款, 3.1 付款, （二）, (a), • : a line that begins something.
 const text::Regex RE_PDF_ITEM(

@@ -7,7 +7,9 @@
 #include "cli/json.hpp"
 #include "cli/masking.hpp"
 #include "cli/table.hpp"
+#include "core/nlp/hybrid_routing_nlp_engine.hpp"
 #include "core/recognition/analyzer_engine.hpp"
+#include "core/recognition/spacy_recognizer.hpp"
 
 namespace cli {
 namespace {
@@ -19,7 +21,8 @@ constexpr std::string_view RECOGNIZERS_DETAILS =
     "  RECOGNIZER  its name, as analyze shows it\n"
     "  TYPES       the kinds of hits that it makes\n"
     "  LANGUAGE    of the documents that it reads; all, if it reads every one\n"
-    "  PATTERNS    how many patterns it has, with its list of words if it has one\n"
+    "  PATTERNS    how many patterns it has, with its list of words if it has one; of\n"
+    "              those that report names, how many finders find them\n"
     "  ON          default; strict: only with --profile strict; file: from the file of\n"
     "              --recognizers\n"
     "--patterns shows their names; --json always does.\n"
@@ -36,10 +39,24 @@ Identity identity_of(const recognition::EntityRecognizer& recognizer) {
   return {recognizer.name(), recognizer.supported_entities()};
 }
 
-const recognition::RecognizerList& recognizers_of(const GuardedAnalyzer& analyzer) {
+const recognition::AnalyzerEngine& engine_of(const GuardedAnalyzer& analyzer) {
   const auto* engine = dynamic_cast<const recognition::AnalyzerEngine*>(&analyzer.get());
   if (engine == nullptr) throw Failure(EXIT_ANALYZER, "the analyzer has no list of recognizers");
-  return engine->registry().recognizers();
+  return *engine;
+}
+
+const recognition::RecognizerList& recognizers_of(const GuardedAnalyzer& analyzer) {
+  return engine_of(analyzer).registry().recognizers();
+}
+
+// What analyze shows as the pattern of a hit: of names, their finder.
+std::vector<std::string> patterns_of(const recognition::EntityRecognizer& recognizer,
+                                     const recognition::AnalyzerEngine& engine) {
+  const auto* names = dynamic_cast<const recognition::NlpEntityRecognizer*>(&recognizer);
+  const auto* finders =
+      dynamic_cast<const core::nlp::HybridRoutingNlpEngine*>(&engine.nlp_engine());
+  if (names == nullptr || finders == nullptr) return recognizer.pattern_names();
+  return finders->finder_names();
 }
 
 std::set<Identity> with_profile(const Context& context, const std::string& profile) {
@@ -60,6 +77,7 @@ std::string joined(const std::vector<std::string>& parts) {
 struct RecognizerRow {
   const recognition::EntityRecognizer& recognizer;
   std::string on;
+  std::vector<std::string> patterns;
 
   std::string language() const {
     const auto& language = recognizer.supported_language();
@@ -107,9 +125,11 @@ void Recognizers::execute(const Context& context) {
   for (std::size_t i = 0; i < all.size(); ++i) {
     const auto identity = identity_of(*all[i]);
     const bool of_user = !by_strict.contains(identity);
-    const RecognizerRow row{*all[i], of_user                         ? "file"
-                                     : by_default.contains(identity) ? "default"
-                                                                     : "strict"};
+    const RecognizerRow row{*all[i],
+                            of_user                         ? "file"
+                            : by_default.contains(identity) ? "default"
+                                                            : "strict",
+                            patterns_of(*all[i], engine_of(analyzer))};
     const auto& wanted = masking_.language;
     if (wanted == "all" || row.language() == "all" || row.language() == wanted) rows.push_back(row);
   }
@@ -122,7 +142,7 @@ std::string Recognizers::table(const std::vector<RecognizerRow>& rows) const {
   if (patterns_) columns.push_back({"NAMES"});
   Table out(std::move(columns));
   for (const auto& row : rows) {
-    const auto patterns = row.recognizer.pattern_names();
+    const auto& patterns = row.patterns;
     std::vector<std::string> cells = {
         row.recognizer.name(), joined(row.recognizer.supported_entities()), row.language(),
         patterns.empty() ? "-" : std::to_string(patterns.size()), row.on};
@@ -139,7 +159,7 @@ std::string Recognizers::json(const std::vector<RecognizerRow>& rows) {
     list.push_back({{"name", row.recognizer.name()},
                     {"types", row.recognizer.supported_entities()},
                     {"language", language.empty() ? ordered_json() : ordered_json(language)},
-                    {"patterns", row.recognizer.pattern_names()},
+                    {"patterns", row.patterns},
                     {"on", row.on}});
   }
   return dump_json({{"recognizers", std::move(list)}});

@@ -12,7 +12,8 @@
 
 namespace core::text::lexicon_data {
 extern const std::string_view not_names;
-}
+extern const std::string_view words_as_names_zh;
+}  // namespace core::text::lexicon_data
 
 namespace core::nlp {
 namespace {
@@ -142,7 +143,39 @@ std::size_t plain_name_end(const NlpArtifacts& a, std::size_t at, NameContext co
   return name_evidence(a, at, end, surname) >= LEAST_IN_SENTENCE ? end : at;
 }
 
+// 安内格雷特·韦尔弗勒|博士
+std::size_t without_title(const NlpArtifacts& a, std::size_t end) {
+  const auto& titles = a.of(WordClass::PERSON_TITLE);
+  const auto it = first_from(titles, end);
+  return it != titles.begin() && std::prev(it)->end == end ? std::prev(it)->start : end;
+}
+
+// Whether nothing that belongs to the name stands behind it: the end of a cell, two blanks,
+// another label.
+bool ends_field(const NlpArtifacts& a, std::size_t end) {
+  const std::u32string_view t = a.folded;
+  if (end >= t.size() || is_cell_end(t[end])) return true;
+  constexpr std::u32string_view MARKS = U" ，,(;；";
+  if (MARKS.find(t[end]) == MARKS.npos) return false;
+  if (t.substr(end, 2) == U"  ") return true;
+  std::size_t label = end + 1;
+  while (label < t.size() && t[label] == U' ') ++label;
+  for (const auto c : {WordClass::PHONE_LABEL, WordClass::ID_CARD_LABEL, WordClass::USCC_LABEL,
+                       WordClass::ADDRESS_LABEL, WordClass::PERSON_LABEL}) {
+    if (end_of_word_at(a.of(c), label) > label) return true;
+  }
+  return false;
+}
+
 }  // namespace
+
+bool is_word_as_name(std::u32string_view word) {
+  static const auto words = [] {
+    auto list = text::lexicon_words(text::lexicon_data::words_as_names_zh);
+    return std::unordered_set<std::u32string>(list.begin(), list.end());
+  }();
+  return words.contains(std::u32string(word));
+}
 
 bool is_name_with_words(const NlpArtifacts& a, std::size_t start, std::size_t end) {
   const auto is_name = [&](std::size_t from, std::size_t to) {
@@ -167,14 +200,15 @@ bool is_everyday_word(std::u32string_view word) {
 std::size_t chinese_name_end(const NlpArtifacts& a, std::size_t at, NameContext context) {
   const std::u32string_view t = a.folded;
   if (at >= t.size() || !is_han(t[at])) return at;
-  if (const std::size_t end = dotted_name_end(t, at); end > at) return end;
+  if (const std::size_t end = dotted_name_end(t, at); end > at) return without_title(a, end);
   if (context == NameContext::LABEL) {
     if (const std::size_t end = spaced_name_end(t, at); end > at) return end;
   }
   const std::size_t end = plain_name_end(a, at, context);
   if (end == at || holds_word(a, at, end)) return at;
   // 法定代表人：幸福来: where nothing but a name stands, all of it must be a word.
-  const bool alone = context == NameContext::LABEL && (end >= t.size() || is_cell_end(t[end]));
+  const bool alone = context == NameContext::LABEL && ends_field(a, end);
+  if (alone && is_word_as_name(t.substr(at, end - at))) return end;
   for (std::size_t length = alone ? end - at : 2; length <= end - at; ++length) {
     if (is_everyday_word(t.substr(at, length))) return at;
   }

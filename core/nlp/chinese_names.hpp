@@ -29,4 +29,7 @@ bool is_name_with_words(const recognition::NlpArtifacts& artifacts, std::size_t 
 // Whether a word that looks like a name is an everyday word (项目, 应付).
 bool is_everyday_word(std::u32string_view word);
 
+// Whether an everyday word is a name of persons as well (高山, 常青).
+bool is_word_as_name(std::u32string_view word);
+
 }  // namespace core::nlp

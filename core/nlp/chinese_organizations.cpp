@@ -67,6 +67,7 @@ class Search {
 
   std::vector<RecognizerResult> run() {
     for (const Ending& ending : endings()) take(ending);
+    front_forms();
     std::vector<RecognizerResult> out;
     for (const Span& s : found_) {
       out.push_back(make_hit(anonymization::entity_type::ORGANIZATION, s.start, s.end,
@@ -82,6 +83,28 @@ class Search {
   }
 
  private:
+  // 株式会社北斗精工: forms of Japan stand before the name as well.
+  void front_forms() {
+    constexpr std::u32string_view STOPS = U"的与和及由向为在于将应须对以从至或经并提";
+    constexpr std::size_t LONGEST = 10;
+    constexpr std::size_t SHORTEST = 2;
+    for (const auto& form : a_.of(WordClass::COMPANY_FORM)) {
+      if (!t_.substr(form.start, form.end - form.start).ends_with(U"会社")) continue;
+      if (form.start > 0 && (is_han(t_[form.start - 1]) || is_kana(t_[form.start - 1]))) continue;
+      std::size_t end = form.end;
+      while (end < t_.size() && end - form.end < LONGEST && (is_han(t_[end]) || is_kana(t_[end])) &&
+             STOPS.find(t_[end]) == STOPS.npos && !is_clause_at(end)) {
+        ++end;
+      }
+      if (end >= form.end + SHORTEST) found_.push_back({form.start, end});
+    }
+  }
+
+  static bool is_kana(char32_t c) { return c >= 0x3041 && c <= 0x30FF; }
+  bool is_clause_at(std::size_t at) const {
+    return end_of_word_at(a_.of(WordClass::CLAUSE_WORD), at) > at + 1;
+  }
+
   // 甲方商务部, 我公司教育部: no ministry.
   bool is_department(const WordHit& hit) const {
     constexpr std::u32string_view PARTIES = U"方司团行";
@@ -117,7 +140,7 @@ class Search {
     for (const auto kind : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BRANCH,
                             WordClass::BANK, WordClass::INSTITUTION, WordClass::PUBLIC_BODY}) {
       for (const auto& hit : a_.of(kind)) {
-        if (!is_shielded(hit) &&
+        if (!is_shielded(hit) && !is_place_of_work(hit) &&
             !is_covered(a_.of(WordClass::CLAUSE_WORD),
                         hit.start - std::min<std::size_t>(hit.start, 1), hit.end)) {
           all.push_back({hit.start, hit.end, kind});
@@ -148,12 +171,20 @@ class Search {
            t_.substr(hit.start - 2, 2) == U"中国";
   }
 
+  // 出厂价, 进店, 返厂: no name ends there.
+  bool is_place_of_work(const WordHit& hit) const {
+    constexpr std::u32string_view MOVES = U"出进入到离返驻送回在";
+    constexpr std::u32string_view PLACES = U"厂院馆所站场";
+    return hit.end == hit.start + 1 && hit.start > 0 && PLACES.find(t_[hit.start]) != PLACES.npos &&
+           MOVES.find(t_[hit.start - 1]) != MOVES.npos;
+  }
+
   // 石料|行, 卤味|店, but not 进行, 店面, 二社: a character that is a word of its own.
   void add_short_endings(std::vector<Ending>& all) const {
     constexpr std::u32string_view SHORT = U"店铺坊行社寺";
     constexpr std::u32string_view NUMERALS = U"一二三四五六七八九十";
     // 驻店, 到店, 每店: no name ends there.
-    constexpr std::u32string_view VERBS = U"驻到入进开带本该闭每分离返在回各两多整住逛探首";
+    constexpr std::u32string_view VERBS = U"驻到至往入进开带本该闭每分离返在回各两多整住逛探首";
     for (const auto& word : a_.chinese_words) {
       if (word.length() != 1 || word.start == 0 || SHORT.find(t_[word.start]) == SHORT.npos ||
           NUMERALS.find(t_[word.start - 1]) != NUMERALS.npos ||
@@ -161,6 +192,23 @@ class Search {
         continue;
       }
       all.push_back({word.start, word.end, WordClass::PLAIN_COMPANY});
+    }
+    add_offices_of_bureaus(all);
+  }
+
+  // 海盐县自然资源和规划局|澉浦所: an office in a town
+  void add_offices_of_bureaus(std::vector<Ending>& all) const {
+    constexpr std::u32string_view BUREAUS = U"局处";
+    constexpr std::size_t LONGEST_TOWN = 4;
+    for (const auto& body : a_.of(WordClass::PUBLIC_BODY)) {
+      if (BUREAUS.find(t_[body.end - 1]) == BUREAUS.npos) continue;
+      for (std::size_t i = body.end + 2; i < std::min(t_.size(), body.end + LONGEST_TOWN + 1);
+           ++i) {
+        if (!is_han(t_[i]) || !is_han(t_[i - 1])) break;
+        if (t_[i] != U'所' || !is_word_boundary(a_.chinese_words, i + 1)) continue;
+        all.push_back({i, i + 1, WordClass::PUBLIC_BODY});
+        break;
+      }
     }
   }
 
@@ -175,8 +223,9 @@ class Search {
 
   // 江澜银行股份有限公司 + 苏州吴中支行, 江夏东澜大学 + 附属协济医院: one organization.
   bool extend_last(const Ending& ending) {
-    if (found_.empty() || ending.kind == WordClass::PLAIN_COMPANY) return false;
+    if (found_.empty()) return false;
     Span& last = found_.back();
+    if (ending.kind == WordClass::PLAIN_COMPANY && !is_shop_of(last, ending)) return false;
     if (ending.end - last.start > 2 * LONGEST_ORGANIZATION) return false;
     if (ending.start < last.end || ending.start - last.end > LONGEST_BRANCH_PLACE) return false;
     const bool adjacent = ending.start == last.end;
@@ -192,6 +241,19 @@ class Search {
     if (!blank && !adjacent && !reader_.is_name_text(last.end, ending.start)) return false;
     last.end = ending.end;
     return true;
+  }
+
+  // …有限公司|道里尚志店: a shop of the company before it, and nothing but its name between them
+  bool is_shop_of(const Span& last, const Ending& ending) const {
+    constexpr std::size_t LONGEST_SHOP = 10;
+    if (ending.start < last.end || ending.start - last.end > LONGEST_SHOP ||
+        t_[ending.end - 1] != U'店' || ending.start == last.end) {
+      return false;
+    }
+    const auto& forms = a_.of(WordClass::COMPANY_FORM);
+    const auto it = first_from(forms, last.end);
+    return it != forms.begin() && std::prev(it)->end == last.end &&
+           reader_.is_name_text(last.end, ending.start);
   }
 
   // 西陵理工大学机械与动力学院
@@ -301,10 +363,17 @@ class Search {
     const std::size_t own = ending.start - std::min(ending.start, std::max(end, place));
     const bool short_kind = ending.end - ending.start <= 2;
     const auto kind = t_.substr(ending.start, ending.end - ending.start);
+    if (kind == U"办公室" && is_only_places(name)) return std::nullopt;
     if (own == 0 && short_kind && kind != U"海关" && kind != U"中院" && kind != U"高院") {
       return std::nullopt;
     }
     return place;
+  }
+
+  // 上海|张江|办公室: where somebody works
+  static bool is_only_places(const NamePieces& name) {
+    return std::all_of(name.pieces.begin(), name.pieces.end(),
+                       [](const auto& p) { return p.kind == PieceKind::PLACE; });
   }
 
   // 景洪市, 柯桥区 at the start of the name without being in the lexicon.
@@ -408,10 +477,21 @@ class Search {
   bool is_particular(const NamePieces& name, const Ending& ending) const {
     if (name.empty()) return false;
     const auto own = t_.substr(name.pieces.front().start, ending.start - name.pieces.front().start);
-    if (own.size() < SHORTEST_BRAND || GENERIC_NAMES.contains(own) || is_of_a_level(own)) {
+    if (own.size() < SHORTEST_BRAND || GENERIC_NAMES.contains(own) || is_of_a_level(own) ||
+        ends_in_rank(name, own)) {
       return false;
     }
     return std::any_of(own.begin(), own.end(), [](char32_t c) { return c != U' '; });
+  }
+
+  // 近三个月内三甲|医院, 当地公立|医院: any of that rank
+  static bool ends_in_rank(const NamePieces& name, std::u32string_view own) {
+    constexpr std::size_t RANK = 2;
+    static constexpr auto RANKS =
+        text::words({U"三甲", U"二甲", U"三级", U"二级", U"甲等", U"公立", U"私立", U"民营",
+                     U"定点", U"正规", U"指定", U"当地", U"附近", U"就近", U"专科", U"综合"});
+    return own.size() > RANK && RANKS.contains(own.substr(own.size() - RANK)) &&
+           first_place(name, 0) == 0 && NamePieceReader::brand_length(name) < SHORTEST_BRAND;
   }
 
   // 省级检测中心

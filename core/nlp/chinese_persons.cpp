@@ -59,7 +59,7 @@ constexpr std::u32string_view TRANSLITERATION =
     U"阿埃艾爱安昂奥巴白拜班邦保堡贝本比彼边别宾波伯博布查柴达大戴丹德登迪蒂丁东杜敦多俄厄恩尔法凡范菲费芬丰弗福夫佛盖甘冈高戈哥格葛根古瓜圭哈海"
     U"汉赫亨胡华怀惠霍基吉加贾杰金居卡凯坎康科克肯库昆拉莱兰朗劳勒雷黎里利莉丽林琳列卢鲁路伦罗洛吕马玛迈麦曼芒梅门蒙孟米密明摩莫默穆木娜纳南内"
     U"尼年涅宁努诺欧帕潘佩彭皮平珀普奇齐契恰乔切让荣茹瑞若萨塞桑森沙莎山尚舍申圣施史舒斯丝苏索塔泰坦汤唐陶特腾图土吐托瓦万威维韦温翁沃得乌吾武西"
-    U"希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗"
+    U"力卜希锡夏肖辛休许雅亚延扬耶叶伊依因英约云赞泽扎詹珍芝朱兹佐合热不都艾买江提孜则肉汗"
     U"逊庆巴仁旺措珠次嘎强";
 
 bool transliterates(std::u32string_view part) {
@@ -104,7 +104,7 @@ class ChinesePersonSearch {
       if (!m) continue;
       const bool quoted = m->end() > label.end && is_quote(t_[m->end() - 1]);
       const bool marked = quoted || (m->has(1) && (m->text(1).empty() || m->text(1) == U":"));
-      const std::size_t at = m->end();
+      const std::size_t at = behind_department(m->end());
       // A name is set off by blanks as well, but a sentence that goes on is none.
       const bool blank =
           at > label.end + 1 && t_[at - 1] == U' ' && at < t_.size() && has_surname(at);
@@ -114,6 +114,17 @@ class ChinesePersonSearch {
       const bool name = marked || blank || is_run_like_name(at);
       add_list(at, name ? NameContext::LABEL : NameContext::PROSE);
     }
+  }
+
+  // 收货人：设备科 古丽娜尔: the department stands before the name, with a blank between them.
+  std::size_t behind_department(std::size_t at) const {
+    constexpr std::u32string_view UNITS = U"部处科室组队办院";
+    constexpr std::size_t LONGEST = 8;
+    std::size_t end = at;
+    while (end < t_.size() && end - at < LONGEST && is_han(t_[end])) ++end;
+    const bool unit = end > at + 1 && end + 1 < t_.size() && t_[end] == U' ' &&
+                      UNITS.find(t_[end - 1]) != UNITS.npos && is_han(t_[end + 1]);
+    return unit ? end + 1 : at;
   }
 
   void in_cell(std::size_t at) {
@@ -153,7 +164,7 @@ class ChinesePersonSearch {
         names += before || (end < t_.size() && t_[end] == U'、') ? 1U : 0U;
         ++next;
       }
-      if (names >= 2) add_entries(at, stop);
+      if (names > 0) add_entries(at, stop, names > 1);
       at = stop + 1;
     }
   }
@@ -165,22 +176,37 @@ class ChinesePersonSearch {
     return at;
   }
 
-  void add_entries(std::size_t from, std::size_t stop) {
+  // `many`: of two names or more; beside one only words count that are names as well
+  void add_entries(std::size_t from, std::size_t stop, bool many) {
     const std::size_t colon = t_.substr(from, stop - from).find(U':');
     if (colon != t_.npos) from += colon + 1;
     for (std::size_t at = from; at < stop;) {
-      const std::size_t end = std::min(t_.find(U'、', at), stop);
+      const std::size_t comma = std::min(t_.find(U'、', at), stop);
+      const std::size_t end = many ? before_count(at, comma) : comma;
       std::size_t han = at;
       while (han < end && (is_han(t_[han]) || is_dot(t_[han]))) ++han;
       const auto entry = t_.substr(at, end - at);
-      const bool listed = at > 0 && (t_[at - 1] == U'、' || t_[at - 1] == U':' || end < stop);
-      if (han == end && listed && is_entry(at, end, entry)) add(at, end, PROSE_SCORE);
-      at = end + 1;
+      const bool listed = at > 0 && (t_[at - 1] == U'、' || t_[at - 1] == U':' || comma < stop);
+      const bool fits = many ? is_entry(at, end, entry) : is_word_as_name(entry);
+      if (han == end && listed && fits) add(at, end, PROSE_SCORE);
+      at = comma + 1;
     }
   }
 
+  // 单既明|三人组成: the end of the last name of a list
+  std::size_t before_count(std::size_t at, std::size_t stop) const {
+    constexpr std::size_t LONGEST_NAME = 4;
+    for (std::size_t i = at + 2; i + 1 < stop && i <= at + LONGEST_NAME; ++i) {
+      constexpr std::u32string_view COUNTS = U"二两三四五六七八九十";
+      if (t_[i] == U'等' || (COUNTS.find(t_[i]) != COUNTS.npos && t_[i + 1] == U'人')) return i;
+    }
+    return stop;
+  }
+
   bool is_entry(std::size_t at, std::size_t end, std::u32string_view entry) const {
-    if (entry.size() < 2 || entry.size() > 12 || is_everyday_word(entry)) return false;
+    if (entry.size() < 2 || entry.size() > 12) return false;
+    if (is_word_as_name(entry)) return true;
+    if (is_everyday_word(entry)) return false;
     const bool short_enough = entry.size() <= 5 || entry.find_first_of(U"·•・") != entry.npos;
     for (const auto c : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::INSTITUTION,
                          WordClass::PUBLIC_BODY, WordClass::BANK, WordClass::PLACE,
@@ -233,6 +259,11 @@ class ChinesePersonSearch {
     const std::size_t given = end - at - std::min(surname, end - at);
     if (surname == 0 || given == 0 || given > 2) return false;
     const auto* word = word_at(a_.chinese_words, at + surname);
+    // 司机尚可，手机: the next field begins behind it.
+    if (is_word_as_name(t_.substr(at, end - at))) {
+      return end + 1 < t_.size() && (is_label(WordClass::PHONE_LABEL, end + 1) ||
+                                     is_label(WordClass::ID_CARD_LABEL, end + 1));
+    }
     const bool words = word != nullptr && word->length() > 1 && word->known() &&
                        word->word_class != recognition::ChineseWordClass::PERSON;
     if (words && word->end >= end) return false;
@@ -242,6 +273,8 @@ class ChinesePersonSearch {
     if (given == 2 && last >= SURELY_LAST && is_listed_surname(t_[at])) return true;
     return last > 0 && name_evidence(a_, at, end, surname) >= LEAST;
   }
+
+  bool is_label(WordClass c, std::size_t at) const { return end_of_word_at(a_.of(c), at) > at; }
 
   // 工程部库尔班江·吐尔逊: the name begins behind the department.
   std::size_t behind_unit(std::size_t at, std::size_t end) const {
@@ -390,7 +423,7 @@ class ChinesePersonSearch {
   // 伊万·彼得罗维奇·索科洛夫 in a sentence. Not 沁屿·石梅度假村.
   // Where a name with its first dot at `dot` begins, not before `done`.
   std::size_t dotted_start(std::size_t dot, std::size_t done) const {
-    constexpr std::size_t LONGEST_PART = 6;
+    constexpr std::size_t LONGEST_PART = 8;
     std::size_t start = dot;
     while (start > done && dot - start < LONGEST_PART && sounds(t_[start - 1])) --start;
     // 佟加·庆夫: a surname before one sound

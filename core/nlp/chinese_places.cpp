@@ -59,7 +59,7 @@ const Regex RE_VISITED(
 // 哈大高速, 京沪铁路: two towns or provinces, each by one character
 const Regex RE_ROUTE(
     "RE_ROUTE",
-    UR"(([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼港澳台哈大沈长广深珠杭甬成绵郑汉蓉昆福厦泉济连徐宣包银兰西武宜荣乌太石海秦绥满丹锡呼洛乐雅巴达遂沿梅汕湛茂阳惠莞佛虎连衡邵怀张常岳襄随孝黄安合芜宁马铜池滁蚌淮阜六亳]{2,3})(?:高速公路|高速|高铁|铁路|城际))");
+    UR"((?:(?<![A-Za-z0-9])[GS]\d{1,4})?([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼港澳台鹤珲霍瑞汕呼伦绍嘉湖苏通锡常溧宜盐靖泰镇丹启崇舟甬温丽龙衢景千开焦洛平商周驻信叶鹿大哈沈长广深珠杭甬成绵郑汉蓉昆福厦泉济连徐宣包银兰西武宜荣乌太石海秦绥满丹锡呼洛乐雅巴达遂沿梅汕湛茂阳惠莞佛虎连衡邵怀张常岳襄随孝黄安合芜宁马铜池滁蚌淮阜六亳]{2,3})(?:高速公路|高速|高铁|铁路|城际))");
 
 // 318国道K2810+300处, G60高速
 const Regex RE_NUMBERED_ROAD(
@@ -116,6 +116,7 @@ class ChinesePlaceSearch {
     from_labels();
     from_boundaries();
     by_shape();
+    from_house_numbers();
     from_villages();
     from_prepositions();
     return std::move(out_);
@@ -184,14 +185,65 @@ class ChinesePlaceSearch {
            word.frequency <= RARE && is_word_boundary(a_.chinese_words, word.start - 1);
   }
 
+  // 连云港或日照, 广州—白银, 装货港：日照: what is an everyday word as well is a place beside
+  // one, or alone behind the label of an address.
+  bool stands_with_place(const recognition::ChineseWord& word) const {
+    constexpr std::u32string_view LINKS = U"或和及与、/-~至到";
+    constexpr std::u32string_view SIGNS = U"、/-~";
+    const auto is_link = [&](std::size_t i) {
+      return LINKS.find(t_[i]) != LINKS.npos &&
+             (SIGNS.find(t_[i]) != SIGNS.npos || is_word_boundary(a_.chinese_words, i + 1));
+    };
+    const std::size_t start = word.start;
+    const std::size_t end = word.end;
+    if (is_signed_there(start, end)) return true;
+    const bool opens = start == 0 || !is_han(t_[start - 1]) || is_link(start - 1);
+    const bool closes = end >= t_.size() || !is_han(t_[end]) || is_link(end);
+    if (!opens || !closes) return false;
+    if (start > 1 && is_link(start - 1) && ends_place(start - 1)) return true;
+    if (end + 1 < t_.size() && is_link(end) && reader_.place_end(end + 1) > end + 1) return true;
+    if (end < t_.size() && is_link(end)) return false;
+    std::size_t label = start;
+    while (label > 0 && (t_[label - 1] == U':' || t_[label - 1] == U' ')) --label;
+    return label < start && ends_word_of(WordClass::ADDRESS_LABEL, label);
+  }
+
+  // 在白银签署, 于日照交货
+  bool is_signed_there(std::size_t start, std::size_t end) const {
+    static constexpr auto ACTS =
+        text::words({U"签署", U"签订", U"签约", U"订立", U"签字", U"举行", U"召开", U"交货",
+                     U"交付", U"开庭", U"仲裁", U"装货", U"卸货", U"装船", U"登船", U"注册",
+                     U"设立", U"成立", U"居住", U"工作", U"办公", U"施工", U"收货", U"提货"});
+    constexpr std::u32string_view IN = U"在于";
+    return start > 0 && IN.find(t_[start - 1]) != IN.npos && ACTS.contains(t_.substr(end, 2)) &&
+           is_word_boundary(a_.chinese_words, start);
+  }
+
+  bool ends_place(std::size_t at) const {
+    if (ends_word_of(WordClass::PLACE, at)) return true;
+    const auto* const word = word_at(a_.chinese_words, at - 1);
+    if (word == nullptr || word->end != at) return false;
+    const auto facts = chinese_word(t_.substr(word->start, word->length()));
+    return word->word_class == recognition::ChineseWordClass::PLACE ||
+           (facts && facts->division != Division::NONE);
+  }
+
+  bool ends_word_of(WordClass c, std::size_t at) const {
+    const auto it = first_from(a_.of(c), at);
+    return it != a_.of(c).begin() && std::prev(it)->end == at;
+  }
+
   // 屏山县; also 扬中, where nothing that could make it part of a longer name stands beside it.
   bool is_division_name(const recognition::ChineseWord& word) const {
     const auto name = t_.substr(word.start, word.length());
     const auto facts = chinese_word(name);
     if (!facts || facts->division == Division::NONE) return false;
-    if (facts->ambiguous_division) return is_gone_to(word);
     if (word.length() > 2 && !facts->bare_division) {
       return !is_generic_division(name);
+    }
+    constexpr unsigned RARE = 9;
+    if (facts->ambiguous_division && word.frequency > RARE) {
+      return is_gone_to(word) || stands_with_place(word);
     }
     if (!reader_.is_right_edge(word.end)) return false;
     const auto left = reader_.before(word.start, word.start - std::min<std::size_t>(word.start, 4));
@@ -242,6 +294,47 @@ class ChinesePlaceSearch {
     }
   }
 
+  // 尚志大街158号: a street with its number, whose name is no everyday word. 人民路 is one by
+  // its number.
+  void from_house_numbers() {
+    constexpr std::size_t LONGEST_NUMBER = 5;
+    constexpr std::size_t LONGEST_STREET = 5;
+    for (const auto& run : a_.numbers) {
+      std::size_t end = run.end;
+      if (run.start < 3 || run.end - run.start > LONGEST_NUMBER || end >= t_.size()) continue;
+      if (t_[end] == U'-' || t_[end] == U'号') {
+        while (end < t_.size() && is_room_character(t_[end])) ++end;
+      }
+      if (end >= t_.size() || t_[end] != U'号' || STREETS.find(t_[run.start - 1]) == STREETS.npos) {
+        continue;
+      }
+      const std::size_t unit = run.start - 1;
+      std::size_t start = unit;
+      while (start > 0 && unit - start < LONGEST_STREET && is_han(t_[start - 1]) &&
+             !stops_part(start - 1)) {
+        --start;
+      }
+      // The whole phrase, or what stands behind a word such as 在.
+      const bool whole = start == 0 || !is_han(t_[start - 1]) || stops_part(start - 1);
+      if (!whole || unit < start + 2) continue;
+      constexpr std::u32string_view LEADS = U"原现即沿";
+      if (unit > start + 2 && LEADS.find(t_[start]) != LEADS.npos) ++start;
+      const bool ordinal = text::is_ascii_digit(t_[start]) || t_[start] == U'第';
+      if (ordinal || is_ordinary_street(t_.substr(start, unit + 1 - start))) continue;
+      const Address address = read(start, start);
+      if (address.units > 0 && address.has_number) add(start, address.end, ADDRESS_SCORE);
+    }
+  }
+
+  // 生产线路3号, 电路2号, 管道1号: no street
+  static bool is_ordinary_street(std::u32string_view street) {
+    static constexpr auto THINGS =
+        text::words({U"线路", U"电路", U"回路", U"管道", U"通道", U"轨道", U"车道", U"匝道",
+                     U"隧道", U"水路", U"油路", U"气路", U"支路", U"管路", U"弱电", U"巷道",
+                     U"频道", U"渠道", U"航道", U"跑道", U"街道", U"赛道", U"专线", U"道路"});
+    return THINGS.contains(street.substr(street.size() - 2));
+  }
+
   // A cell or a phrase that is a single word such as 鼠浪湖岛, 洛社镇. Not 目的港.
   void by_shape() {
     constexpr std::u32string_view KINDS = U"岛港镇县";
@@ -269,7 +362,7 @@ class ChinesePlaceSearch {
   void from_villages() {
     constexpr std::u32string_view DIVISIONS = U"县镇乡村";
     constexpr std::u32string_view ENDS = U"组号室队村部社";
-    constexpr std::u32string_view GENERIC = U"本该各全某农乡行山";
+    constexpr std::u32string_view GENERIC = U"本该各全某农乡行山住居现在位往去";
     for (std::size_t i = 0; i + 3 < t_.size(); ++i) {
       if (!is_han(t_[i]) || (i > 0 && is_han(t_[i - 1]))) continue;
       std::size_t unit = i + 2;
@@ -476,6 +569,8 @@ class ChinesePlaceSearch {
   std::size_t unit_end(std::size_t at, bool first) const {
     constexpr std::size_t LONGEST_PART = 12;
     std::size_t best = at;
+    // 诸城-广州: a route, no address
+    if (at + 1 < t_.size() && t_[at] == U'-' && is_han(t_[at + 1])) return at;
     for (std::size_t i = at; i < t_.size() && i - at < LONGEST_PART; ++i) {
       const char32_t c = t_[i];
       if (stops_part(i)) break;
@@ -494,7 +589,23 @@ class ChinesePlaceSearch {
   // Whether no part of an address goes on at `i`.
   bool stops_part(std::size_t i) const {
     if (ends_in_body(i) || begins_other_address(i)) return true;
-    return (STOP_TABLE.contains(t_[i]) && !is_inside_name(i)) || is_clause_at(i);
+    return (STOP_TABLE.contains(t_[i]) && !is_inside_name(i) && !opens_street(i)) ||
+           is_clause_at(i);
+  }
+
+  // 开通镇|向海大街, 城关镇|和顺路: behind a town a street may begin with such a word.
+  bool opens_street(std::size_t i) const {
+    constexpr std::u32string_view WORDS = U"向同自为";
+    constexpr std::u32string_view TOWNS = U"镇乡区县市道";
+    constexpr std::size_t LONGEST = 5;
+    if (i == 0 || WORDS.find(t_[i]) == WORDS.npos || TOWNS.find(t_[i - 1]) == TOWNS.npos) {
+      return false;
+    }
+    for (std::size_t at = i + 2; at < std::min(t_.size(), i + LONGEST); ++at) {
+      if (STREETS.find(t_[at]) != STREETS.npos) return true;
+      if (!is_han(t_[at]) || STOPS.find(t_[at]) != STOPS.npos) return false;
+    }
+    return false;
   }
 
   // 高酿镇|和石洞镇

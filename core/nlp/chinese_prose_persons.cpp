@@ -247,7 +247,21 @@ class ChineseProseSearch {
   bool try_japanese(std::size_t at, Evidence left) {
     for (std::size_t surname = 3; surname >= 2; --surname) {
       if (!japanese_surnames().contains(t_.substr(at, surname))) continue;
-      if (at > 0 && is_han(t_[at - 1]) && !has(at, ROLE_ENDS)) return false;
+      if (at > 0 && is_han(t_[at - 1]) && !has(at, ROLE_ENDS) &&
+          !holds(U"由与和向对经及请", t_[at - 1])) {
+        return false;
+      }
+      // 由宫本正雄（: up to the mark, if one is near
+      for (std::size_t end = at + surname + 1; end <= at + surname + 3 && end <= t_.size(); ++end) {
+        if (end < t_.size() && is_han(t_[end])) continue;
+        if (std::any_of(t_.begin() + static_cast<std::ptrdiff_t>(at + surname),
+                        t_.begin() + static_cast<std::ptrdiff_t>(end),
+                        [](char32_t c) { return !is_han(c) || holds(NOT_IN_NAMES, c); })) {
+          break;
+        }
+        candidates_.push_back({at, end, left + MARK_BEHIND + JAPANESE});
+        return true;
+      }
       for (std::size_t end = at + surname; end <= at + surname + 3 && end <= t_.size(); ++end) {
         const bool title = has(end, TITLE_BEGINS);
         const Evidence right = right_weight(end);

@@ -188,6 +188,12 @@ void add_chinese_company_forms(const NlpArtifacts& a, std::size_t start, std::si
     out.push_back({std::u32string(name.core.substr(0, n)), ORGANIZATION_TYPE});
     out.push_back({joined(name.core.substr(0, n), U"集团"), ORGANIZATION_TYPE});
   }
+  // 泉州清源山机电
+  constexpr std::size_t LONGEST_PREFIX = 8;
+  for (std::size_t n = LONGEST_BRAND + 1;
+       !name.place.empty() && n <= std::min(name.core.size(), LONGEST_PREFIX); ++n) {
+    out.push_back({joined(name.place, name.core.substr(0, n)), ORGANIZATION_TYPE});
+  }
   for (std::size_t n = 2; n <= std::min(name.core.size(), LONGEST_BRAND); ++n) {
     add_compounds(a, name, name.core.substr(0, n), out);
   }

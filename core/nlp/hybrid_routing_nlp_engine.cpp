@@ -73,6 +73,13 @@ void HybridRoutingNlpEngine::add_spacy_entities(recognition::NlpArtifacts& artif
   }
 }
 
+std::vector<std::string> HybridRoutingNlpEngine::finder_names() const {
+  std::vector<std::string> names;
+  names.reserve(finders_.size());
+  for (const auto& finder : finders_) names.push_back(finder->name());
+  return names;
+}
+
 std::vector<std::string> HybridRoutingNlpEngine::get_supported_entities(
     std::string_view language) const {
   std::set<std::string> kinds;

@@ -39,6 +39,9 @@ class HybridRoutingNlpEngine : public recognition::NlpEngine {
   // Empty before load(), and for a language that is not routed.
   std::vector<std::string> get_supported_entities(std::string_view language) const override;
 
+  // The names of the finders, in the order in which they run; empty before load().
+  std::vector<std::string> finder_names() const;
+
   const std::string& en_model_name() const { return en_model_name_; }
   // The model of spaCy; nullptr if there is none, and before load().
   const spacy::SpacyPipeline* spacy_pipeline() const { return spacy_.get(); }

@@ -5,7 +5,9 @@
 #include <unordered_set>
 
 #include "core/nlp/chinese_lexicon.hpp"
+#include "core/nlp/hits.hpp"
 #include "core/nlp/latin_lexicon.hpp"
+#include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/refinements.hpp"
 #include "core/text/unicode.hpp"
 
@@ -119,6 +121,32 @@ class Kinds {
   WordSet of_persons_;
 };
 
+// Watson Farley & Kreuger: what looks like a person is a firm where another name without a
+// given one stands behind an ampersand.
+void join_partners(const NlpArtifacts& a, std::vector<RecognizerResult>& results) {
+  const std::u32string_view t = a.folded;
+  constexpr std::u32string_view AND = U" & ";
+  std::set<std::ptrdiff_t> starts;
+  for (const auto& r : results) starts.insert(r.start);
+  for (auto& r : results) {
+    const auto end = static_cast<std::size_t>(r.end);
+    if (r.entity_type != PERSON || !is_latin_letter(t[end - 1]) || !t.substr(end).starts_with(AND))
+      continue;
+    const std::size_t next = end + AND.size();
+    const Token word = token_after(t, next);
+    if (word.empty() || word.start != next || !is_upper(t[next]) || word.end < next + 3 ||
+        starts.contains(static_cast<std::ptrdiff_t>(next)) || is_contract_word(word.in(t)) ||
+        is_covered(a.of(recognition::WordClass::EN_TITLE), word.start, word.end) ||
+        latin_name_class(word.in(t)) == LatinNameClass::GIVEN) {
+      continue;
+    }
+    std::size_t stop = word.end;
+    while (stop > next && !is_latin_letter(t[stop - 1])) --stop;
+    r.end = static_cast<std::ptrdiff_t>(stop);
+    r.entity_type = ORGANIZATION;
+  }
+}
+
 }  // namespace
 
 std::vector<RecognizerResult> agree_on_kinds(const NlpArtifacts& artifacts,
@@ -144,6 +172,7 @@ std::vector<RecognizerResult> agree_on_kinds(const NlpArtifacts& artifacts,
     const auto kind = kinds.kind_of(surface_of(hit));
     if (!kind.empty()) hit.entity_type = kind;
   }
+  join_partners(artifacts, results);
   return results;
 }
 

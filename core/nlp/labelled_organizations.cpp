@@ -7,6 +7,7 @@
 #include "core/nlp/more_organizations.hpp"
 #include "core/nlp/name_pieces.hpp"
 #include "core/nlp/vocabulary.hpp"
+#include "core/nlp/word_segmentation.hpp"
 #include "core/text/regex.hpp"
 
 namespace core::nlp {
@@ -59,7 +60,8 @@ class LabelledOrganizationSearch {
     while (end < t_.size() && end - at <= LONGEST && is_han(t_[end])) ++end;
     if (end - at < SHORTEST || end - at > LONGEST) return std::nullopt;
     const bool filled = end == t_.size() || is_cell_end(t_[end]) || t_[end] == U'(' ||
-                        t_[end] == U' ' || t_[end] == U';' || t_[end] == U'；';
+                        t_[end] == U' ' || t_[end] == U';' || t_[end] == U'；' ||
+                        (in_field && t_[end] == U'。');
     const auto& trades = a_.of(WordClass::TRADE_WORD);
     const bool trade = is_touched(trades, at + 2, end) && is_touched(trades, end - 1, end);
     const bool other = is_touched(a_.of(WordClass::CLAUSE_WORD), at, end) ||
@@ -97,7 +99,13 @@ class LabelledOrganizationSearch {
     const std::size_t brand = NamePieceReader::brand_length(name);
     if (name.pieces.front().kind == PieceKind::PLACE) {
       // 浙江省 and 浙江宁波 are places.
-      return brand >= SHORTEST_BRAND && !is_place_end(t_[end - 1]);
+      if (is_place_end(t_[end - 1])) return false;
+      // 债务人：唐山三友
+      constexpr std::size_t LONGEST_BRAND = 4;
+      const std::size_t own = end - std::min(end, reader_.place_end(start));
+      return brand >= SHORTEST_BRAND ||
+             (in_field && own >= SHORTEST_BRAND && own <= LONGEST_BRAND &&
+              !are_ordinary_words(a_.chinese_words, end - own, end));
     }
     const bool person = end - start <= LONGEST_PERSON && (is_chinese_surname(t_.substr(start, 1)) ||
                                                           is_chinese_surname(t_.substr(start, 2)));

@@ -15,9 +15,12 @@ using recognition::WordClass;
 
 constexpr int MOST_WORDS = 5;
 
-constexpr auto PARTICLES = text::words(
-    {U"van", U"der",  U"den", U"de",    U"la", U"von", U"zu",  U"bin", U"binti", U"ibn", U"al",
-     U"el",  U"dela", U"del", U"della", U"di", U"da",  U"dos", U"du",  U"le",    U"y",   U"ter"});
+constexpr auto PARTICLES =
+    text::words({U"van", U"der", U"den", U"de",    U"la",    U"von",   U"zu",   U"bin", U"binti",
+                 U"ibn", U"al",  U"el",  U"dela",  U"del",   U"della", U"di",   U"da",  U"dos",
+                 U"du",  U"le",  U"y",   U"ter",   U"binte", U"bte",   U"bint", U"s/o", U"d/o",
+                 U"a/l", U"a/p", U"w/o", U"ten",   U"zur",   U"vom",   U"af",   U"av",  U"lo",
+                 U"las", U"los", U"dei", U"degli", U"das",   U"do"});
 
 // J., D.J., A.-S.
 bool is_initial(std::u32string_view word) {
@@ -37,13 +40,24 @@ bool is_particle(std::u32string_view word) {
          (word.size() > 2 && is_upper(word[1]) && PARTICLES.contains(low));
 }
 
+// Volksbank, Stadtsparkasse, Stadtwerke: the last part of the compound is a kind of firm.
+bool ends_in_firm(std::u32string_view word) {
+  constexpr std::size_t LEAST_BEFORE = 3;
+  for (const std::u32string_view kind :
+       {U"bank", U"banken", U"kasse", U"werke", U"werk", U"gesellschaft", U"genossenschaft",
+        U"verband", U"stiftung", U"klinikum", U"technik", U"versicherung", U"verlag"}) {
+    if (word.size() >= kind.size() + LEAST_BEFORE && word.ends_with(kind)) return true;
+  }
+  return false;
+}
+
 // Desrosiers, Okonkwo-Hale, O'Brien, ABERNATHY. Not LLC., R2, or a word of the contract.
 bool is_name_word(std::u32string_view word) {
   if (word.size() < 2 || !is_upper(word.front())) return false;
   const bool letters = std::all_of(word.begin(), word.end(), [](char32_t c) {
     return is_latin_letter(c) || c == U'-' || c == U'\'';
   });
-  return letters && !is_contract_word(word) && !is_contract_language(word);
+  return letters && !is_contract_word(word) && !is_contract_language(word) && !ends_in_firm(word);
 }
 
 bool belongs_elsewhere(const NlpArtifacts& a, const Token& token) {

@@ -106,13 +106,29 @@ class LatinOrganizationSearch {
     if (form.end < t_.size() && t_[form.end] == U'-') return;  // SOFTWARE-AS-A-SERVICE
     const bool doubtful = DOUBTFUL_FORMS.contains(t_.substr(form.start, form.end - form.start));
     if (!doubtful && left > 1 && t_[left - 1] == U' ' && t_[left - 2] == U',') left -= 2;
-    const Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
+    Name name = walk_left(left, FIRM_FORMS.contains(kind_of(form)));
+    if (name.particular < 1) take_title(left, name);
     if (name.particular < 1 || (doubtful && is_only_place(name, left)) ||
         (doubtful && !stands_free(form, name)))
       return;
     std::size_t end = form.end;
     if (const auto m = RE_BRANCH.match_at(t_, end)) end = m->end();
     add(name.start, end);
+  }
+
+  // Mr. Price Group Limited: common words behind a title make a brand.
+  void take_title(std::size_t end, Name& name) const {
+    constexpr int MOST_WORDS = 3;
+    std::size_t at = end;
+    for (int words = 0; words <= MOST_WORDS; ++words) {
+      const Token token = token_before(t_, at);
+      if (token.empty() || token.end + 1 < at || !is_upper(t_[token.start])) return;
+      if (is_covered(a_.of(WordClass::EN_TITLE), token.start, token.end)) {
+        if (words > 0) name = {token.start, words, 1};
+        return;
+      }
+      at = token.start;
+    }
   }
 
   std::u32string lowered(const WordHit& hit) const {
@@ -142,6 +158,10 @@ class LatinOrganizationSearch {
         word_behind && is_upper(t_[next.start]) && is_lower(t_[form.end - 1]);
     // Medikon Handels AG and: a brand in small letters before the capitals
     const Token brand = token_before(t_, form.start);
+    // 1740 Zumbro Bluff Dr. SE: a quarter of the town
+    if (!brand.empty() && is_touched(a_.of(WordClass::EN_STREET_WORD), brand.start, brand.end)) {
+      return false;
+    }
     if (!word && is_upper(t_[form.end - 1]) && !brand.empty() && brand.end + 1 == form.start &&
         brand.end > brand.start + 2 && is_lower(t_[brand.end - 1]) &&
         !is_common_english_word(brand.in(t_), 1) && !(word_behind && is_upper(t_[next.start]))) {
@@ -320,7 +340,10 @@ class LatinOrganizationSearch {
   // Professor Tang of the School: before "of" only another organization goes on to the left.
   bool heads_of(const Token& token, std::size_t right) const {
     const auto word = token.in(t_);
-    if (is_connective(word) || !t_.substr(right).starts_with(U"of the ")) return true;
+    const auto rest = t_.substr(right);
+    if (is_connective(word) || !(rest.starts_with(U"of the ") || rest.starts_with(U"of The "))) {
+      return true;
+    }
     return is_covered(a_.of(WordClass::EN_ORGANIZATION_HEAD), token.start, token.end);
   }
 
@@ -374,7 +397,7 @@ class LatinOrganizationSearch {
       const bool number = std::all_of(word.begin(), word.end(), [](char32_t c) {
         return text::is_ascii_digit(c) || c == U'.';
       });
-      if (first.end >= end || !(number || leads_in(word))) break;
+      if (first.end >= end || !(number || leads_in(word)) || begins_head(first)) break;
       if (!number || is_upper(word.front())) --name.words;
       std::size_t next = first.end;
       while (next < end && t_[next] == U' ') ++next;
@@ -382,6 +405,17 @@ class LatinOrganizationSearch {
       if (next >= end) name.words = 0;
     }
     return name;
+  }
+
+  // Arbitration Institute, Project Management Office, Audit Commission
+  bool begins_head(const Token& first) const {
+    static constexpr auto FIELDS = text::words(
+        {U"Arbitration", U"Mediation", U"Audit", U"Project", U"Trade", U"Patent", U"Court"});
+    const Token next = token_after(t_, first.end);
+    if (next.empty() || !FIELDS.contains(first.in(t_))) return false;
+    return next.start == first.end + 1 &&
+           is_covered(a_.of(WordClass::EN_ORGANIZATION_HEAD), next.start, next.end) &&
+           t_.substr(next.end).starts_with(U" of ");
   }
 
   static bool leads_in(std::u32string_view word) {

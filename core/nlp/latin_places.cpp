@@ -1,10 +1,18 @@
+#include <string>
+#include <unordered_set>
+
 #include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/text/lexicon.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/word_set.hpp"
+
+namespace core::text::lexicon_data {
+extern const std::string_view places_en;
+}
 
 namespace core::nlp {
 namespace {
@@ -31,7 +39,7 @@ const Regex RE_POSTAL_CODE(
 // Street; Lindenstraße 4a; 14 rue du Gave; Via Roma, 27; ul. Młyńska 14/3; P.O. Box 94
 const Regex RE_STREET(
     "RE_STREET",
-    UR"((?<![\p{L}\d])(?:\d{1,5}[A-Za-z]?(?:[-/]\d{1,4})?,? (?:(?:[NSEW]\.?|\p{Lu}[\p{L}'.-]+) ){1,4}(?:Street|Road|Avenue|Lane|Drive|Boulevard|Way|Court|Place|Terrace|Crescent|Close|Square|Highway|Parkway|Trail|Row|Quay|Wharf|Walk|Mews|Gardens|Hill|Esplanade|Parade|Pike|Loop|Circle|Broadway|Alley|St|Rd|Ave|Blvd|Ln|Hwy|Pkwy|STREET|ROAD|AVENUE|LANE|DRIVE|BOULEVARD|HIGHWAY)(?!\p{L})|\p{Lu}[\p{L}-]*(?:stra(?:ß|ss)e|str\.|gasse|weg|platz|allee|ring|damm|ufer|chaussee|gatan?|gaten?|vägen|veien|vegen|vej|gade|straat|laan|plein|kade|gracht|singel|dijk|katu|utca) \d{1,4}(?! ?%)|\d{1,4}(?: ?(?:bis|ter))?,? (?:rue|avenue|boulevard|place|quai|chemin|route|impasse|allée|cours|Rue|Via|Viale|Piazza|Corso|Largo|Calle|C/|Av(?:da?)?\.|Avenida|Paseo|Rua|Rodovia|Travessa|Praça|ul\.|al\.|os\.|Jalan|Jln?\.?|Lorong|Persiaran|Calea|Strada|Bd\.)(?: (?:de|du|des|del|della|di|la|las|los|le|les|da|das|do|dos))* ?(?:(?:dell|l|d)')?\p{Lu}[\p{L}'.-]+(?: (?:[a-z]{1,3} )?\p{Lu}[\p{L}'.-]+){0,3}|(?:rue|avenue|boulevard|place|quai|chemin|route|impasse|allée|cours|Rue|Via|Viale|Piazza|Corso|Largo|Calle|C/|Av(?:da?)?\.|Avenida|Paseo|Rua|Rodovia|Travessa|Praça|ul\.|al\.|os\.|Jalan|Jln?\.?|Lorong|Persiaran|Calea|Strada|Bd\.)(?: (?:de|du|des|del|della|di|la|las|los|le|les|da|das|do|dos))* ?(?:(?:dell|l|d)')?\p{Lu}[\p{L}'.-]+(?: (?:[a-z]{1,3} )?\p{Lu}[\p{L}'.-]+){0,3},? (?:n[.º]?o? ?)?\d{1,5}|(?:P\.? ?O\.? ?Box|PO BOX|P\.O\. BOX|Postfach|Private Bag|Locked Bag|GPO Box|Apartado|Casilla|Caixa Postal|B\.?P\.?|Rural Route|R\.R\.|DX|RMB) [A-Z]?\d[\d-]*))");
+    UR"((?<![\p{L}\d])(?:\d{1,5}[A-Za-z]?(?:[-/]\d{1,4})?,? (?:(?:[NSEW]\.?|\p{Lu}[\p{L}'.-]+|ka|van|de|der|la|du|von|los|las|el|da|dos) ){1,4}(?:Street|Road|Avenue|Lane|Drive|Boulevard|Way|Court|Place|Terrace|Crescent|Close|Square|Highway|Parkway|Trail|Row|Quay|Wharf|Walk|Mews|Gardens|Hill|Esplanade|Parade|Pike|Loop|Circle|Broadway|Alley|Turnpike|Crossing|Expressway|Freeway|Causeway|Bypass|Promenade|Heights|Cove|Plaza|Croft|Wynd|Arcade|Chase|Rise|Vale|St|Rd|Ave|Av|Blvd|Ln|Hwy|Pkwy|Dr|Ct|Pl|Ter|Cir|Trl|Cv|Sq|Tpke|Expy|Fwy|STREET|ROAD|AVENUE|LANE|DRIVE|BOULEVARD|HIGHWAY|PARKWAY|COURT|PLACE|SQUARE|TERRACE)(?!\p{L})(?:\.? (?:[NSEW]|NE|NW|SE|SW)(?![\p{L}\d]))?|(?:\p{Lu}[\p{L}.-]+ ){1,3}(?:Straße|Strasse|Gasse|Platz|Allee|Weg|Chaussee|Promenade|Damm|Ufer|Ring|Markt|Steig|Zeile|Kai) \d{1,4}(?! ?%)|\p{Lu}[\p{L}-]*(?:stra(?:ß|ss)e|str\.|gasse|weg|platz|allee|ring|damm|ufer|chaussee|gatan?|gaten?|vägen|veien|vegen|vej|gade|straat|laan|plein|kade|gracht|singel|dijk|katu|utca) \d{1,4}(?! ?%)|\d{1,4}(?: ?(?:bis|ter))?,? (?:rue|avenue|boulevard|place|quai|chemin|route|impasse|allée|cours|Rue|Via|Viale|Piazza|Corso|Largo|Calle|C/|Av(?:da?)?\.|Avenida|Paseo|Rua|Rodovia|Travessa|Praça|ul\.|al\.|os\.|Jalan|Jln?\.?|Lorong|Persiaran|Calea|Strada|Bd\.)(?: (?:de|du|des|del|della|di|la|las|los|le|les|da|das|do|dos))* ?(?:(?:dell|l|d)')?\p{Lu}[\p{L}'.-]+(?: (?:[a-z]{1,3} )?\p{Lu}[\p{L}'.-]+){0,3}|(?:rue|avenue|boulevard|place|quai|chemin|route|impasse|allée|cours|Rue|Via|Viale|Piazza|Corso|Largo|Calle|C/|Av(?:da?)?\.|Avenida|Paseo|Rua|Rodovia|Travessa|Praça|ul\.|al\.|os\.|Jalan|Jln?\.?|Lorong|Persiaran|Calea|Strada|Bd\.)(?: (?:de|du|des|del|della|di|la|las|los|le|les|da|das|do|dos))* ?(?:(?:dell|l|d)')?\p{Lu}[\p{L}'.-]+(?: (?:[a-z]{1,3} )?\p{Lu}[\p{L}'.-]+){0,3},? (?:n[.º]?o? ?)?\d{1,5}|(?:P\.? ?O\.? ?Box|PO BOX|P\.O\. BOX|POSTFACH|Postbus|Postboks|Boîte postale|Casella Postale|Apdo\.?|Postfach|Private Bag|Locked Bag|GPO Box|Apartado|Casilla|Caixa Postal|B\.?P\.?|Rural Route|R\.R\.|DX|RMB) [A-Z]?\d[\d-]*(?: ?[\u2013-] ?\d{4,6}(?!\d))?))");
 
 // A street without a number: North Main Street
 const Regex RE_STREET_NAME(
@@ -43,6 +51,25 @@ constexpr auto NOT_BEHIND_PLACE =
     text::words({U"Convention", U"Rules", U"Act", U"Law", U"Code", U"Ordinance", U"Protocol",
                  U"Regulation", U"Regulations", U"Time", U"Accord", U"Agreement", U"Treaty",
                  U"Arbitration", U"GDPR", U"General", U"Statutes", U"Constitution"});
+
+// What follows the names of places in the names of things: China clay, Portland cement
+constexpr auto NAMED_AFTER_PLACES =
+    text::words({U"clay", U"ink", U"cement", U"nut", U"nuts", U"syndrome", U"disease", U"fever",
+                 U"virus", U"encephalitis", U"pepper", U"rubber", U"gauge", U"stone"});
+
+// Countries, which are places of their own behind a town: Piraeus, Greece. Not states and
+// provinces: Wilmington, Delaware.
+bool is_country(std::u32string_view name) {
+  static const auto countries = [] {
+    std::unordered_set<std::u32string> out;
+    for (const auto& row : text::lexicon_rows(text::lexicon_data::places_en)) {
+      if (row.size() > 1 && row[1] == U"country") out.emplace(row[0]);
+    }
+    return out;
+  }();
+  if (name.starts_with(U"the ") || name.starts_with(U"The ")) name.remove_prefix(4);
+  return countries.contains(std::u32string(name));
+}
 
 struct Piece {
   std::size_t start = 0;
@@ -158,6 +185,7 @@ class LatinPlaceSearch {
 
   void add_piece(const Piece& piece, std::vector<Piece>& chain) {
     const bool follows = !chain.empty();
+    if (follows && ends_address(chain.back(), piece)) finish(chain);
     if (is_foreign(follows ? piece.start : piece.tail, follows ? piece.head : piece.end)) {
       finish(chain);
       return;
@@ -171,6 +199,16 @@ class LatinPlaceSearch {
       finish(chain);
     }
     if (piece.tail < piece.end && (!used || piece.tail > piece.head)) chain.push_back(piece);
+  }
+
+  // …, Austria, FN 418273 k: behind the country only a code or another region belongs to the
+  // address.
+  bool ends_address(const Piece& last, const Piece& next) const {
+    const auto name = t_.substr(last.start, last.head - last.start);
+    if (last.head != last.end || !is_country(name)) return false;
+    const auto rest = t_.substr(next.start, next.end - next.start);
+    if (rest.empty() || RE_POSTAL_CODE.full_match(rest)) return false;
+    return end_of_word_at(a_.of(WordClass::EN_REGION), next.start) == next.start;
   }
 
   // 1015 CX Amsterdam, the Netherlands
@@ -226,6 +264,8 @@ class LatinPlaceSearch {
   bool fits(const Token& token) const {
     const auto word = token.in(t_);
     if (is_connective(word) && word != U"and" && word != U"for") return true;
+    if (is_covered(streets_, token.start, token.end)) return true;
+    if (is_term_of_trade(word)) return false;
     if (word == U"and" || is_small_capitals(word)) return false;
     // The, In, This: a sentence begins. The Hague
     if (is_upper(word.front()) && is_small_word(word) && word != U"A" && word != U"No." &&
@@ -236,6 +276,14 @@ class LatinPlaceSearch {
     return is_upper(word.front()) || text::is_ascii_digit(word.front()) || word.front() == U'#' ||
            (word.front() == U'-' && word.size() == 4) || is_lower_street_word(word) ||
            is_elided(word);
+  }
+
+  // CFR Pasir Gudang: terms of delivery
+  static bool is_term_of_trade(std::u32string_view word) {
+    static constexpr auto TERMS = text::words(
+        {U"EXW", U"FCA", U"FAS", U"FOB", U"CFR", U"CIF", U"CPT", U"CIP", U"DAP", U"DPU", U"DDP",
+         U"DAT", U"DDU", U"CNF", U"C&F", U"FOR", U"FOT", U"Incoterms", U"INCOTERMS"});
+    return TERMS.contains(word);
   }
 
   // d'Albret, dell'Artigianato
@@ -267,6 +315,7 @@ class LatinPlaceSearch {
   // "Brokers Limited of" before 30 Fenchurch Avenue, "Note." before a street
   bool ends_other(const Token& token, const Piece& piece) const {
     const auto word = token.in(t_);
+    if (is_covered(streets_, token.start, token.end)) return false;
     const bool goes_on = token.end + 1 < piece.end && is_upper(t_[token.end + 1]);
     if (!goes_on && is_covered(a_.of(WordClass::EN_LEGAL_FORM), token.start, token.end)) {
       return true;
@@ -396,7 +445,9 @@ class LatinPlaceSearch {
       const bool second =
           is_covered(a_.of(WordClass::EN_REGION), chain[i + 1].start, chain[i + 1].head);
       const bool region = is_covered(a_.of(WordClass::EN_REGION), chain[i].tail, chain[i].end);
-      if (first && second && !region) add(chain[i].tail, chain[i + 1].head, LATIN_ADDRESS_SCORE);
+      const auto name = t_.substr(chain[i + 1].start, chain[i + 1].head - chain[i + 1].start);
+      if (first && second && !region && !is_country(name))
+        add(chain[i].tail, chain[i + 1].head, LATIN_ADDRESS_SCORE);
     }
   }
 
@@ -455,7 +506,10 @@ class LatinPlaceSearch {
     for (const auto& place : a_.of(WordClass::EN_PLACE)) {
       if (place.end < t_.size() && t_[place.end] == U'$') continue;
       const Token next = token_after(t_, place.end);
-      if (!next.empty() && NOT_BEHIND_PLACE.contains(next.in(t_))) continue;
+      if (!next.empty() &&
+          (NOT_BEHIND_PLACE.contains(next.in(t_)) || NAMED_AFTER_PLACES.contains(next.in(t_)))) {
+        continue;
+      }
       // York-Antwerp Rules
       const bool joined = !next.empty() && t_[next.start] == U'-';
       if (joined && NOT_BEHIND_PLACE.contains(token_after(t_, next.end).in(t_))) continue;
@@ -485,6 +539,14 @@ class LatinPlaceSearch {
       const bool city = is_world_city(t_.substr(start, region.start - 2 - start));
       // "Hong Kong, Macao": a list of two.
       if (is_covered(a_.of(WordClass::EN_REGION), start, region.start - 2)) continue;
+      if (is_country(t_.substr(region.start, region.end - region.start))) {
+        // Muuga, Estonia: two places
+        if ((linked || city) && !other && start < region.start - 2 &&
+            !is_contract_language(t_.substr(start, t_.find(U',', start) - start))) {
+          add(start, region.start - 2, LATIN_CITY_SCORE);
+        }
+        continue;
+      }
       if ((linked || city) && !other && start < region.start - 2 &&
           !is_contract_language(t_.substr(start, t_.find(U',', start) - start))) {
         add(start, region.end, LATIN_CITY_SCORE + 0.05);

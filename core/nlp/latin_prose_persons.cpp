@@ -25,20 +25,20 @@ namespace entity_type = anonymization::entity_type;
 constexpr double LATIN_PROSE_PERSON_SCORE = 0.6;
 
 constexpr auto NAME_PARTICLES = text::words(
-    {U"van",      U"der",  U"den",    U"de",     U"la",    U"las", U"los",   U"von", U"zu",
-     U"zur",      U"vom",  U"bin",    U"binti",  U"bint",  U"ibn", U"al",    U"el",  U"ul",
-     U"ur",       U"dela", U"del",    U"della",  U"delle", U"dei", U"di",    U"da",  U"das",
-     U"do",       U"dos",  U"du",     U"des",    U"le",    U"lo",  U"y",     U"e",   U"ter",
-     U"ten",      U"ole",  U"ap",     U"ab",     U"ni",    U"ní",  U"nic",   U"uí",  U"ui",
-     U"ó",        U"mac",  U"mc",     U"st",     U"st.",   U"san", U"santa", U"abu", U"ben",
-     U"bat",      U"ould", U"a/p",    U"a/l",    U"s/o",   U"d/o", U"v.d.",  U"v.",  U"freiin",
-     U"freiherr", U"graf", U"gräfin", U"giolla", U"de'"});
+    {U"van",   U"der",  U"den", U"de",    U"la",       U"las",  U"los",    U"von",    U"zu",
+     U"zur",   U"vom",  U"bin", U"binti", U"bint",     U"ibn",  U"al",     U"el",     U"ul",
+     U"ur",    U"dela", U"del", U"della", U"delle",    U"dei",  U"di",     U"da",     U"das",
+     U"do",    U"dos",  U"du",  U"des",   U"le",       U"lo",   U"y",      U"e",      U"ter",
+     U"ten",   U"ole",  U"ap",  U"ab",    U"ni",       U"ní",   U"nic",    U"uí",     U"ui",
+     U"ó",     U"mac",  U"mc",  U"st",    U"st.",      U"san",  U"santa",  U"abu",    U"ben",
+     U"bat",   U"ould", U"a/p", U"a/l",   U"s/o",      U"d/o",  U"v.d.",   U"v.",     U"freiin",
+     U"binte", U"bte",  U"w/o", U"anak",  U"freiherr", U"graf", U"gräfin", U"giolla", U"de'"});
 
 // Those that stand in names of persons alone
-constexpr auto PERSON_PARTICLES =
-    text::words({U"ní",   U"nic", U"uí",   U"ó",      U"mac",      U"bin", U"binti",
-                 U"bint", U"ibn", U"a/p",  U"a/l",    U"s/o",      U"d/o", U"van",
-                 U"von",  U"ole", U"ould", U"freiin", U"freiherr", U"ap",  U"v.d."});
+constexpr auto PERSON_PARTICLES = text::words(
+    {U"ní",  U"nic",  U"uí",   U"ó",      U"mac",      U"bin", U"binti", U"binte", U"bte",
+     U"w/o", U"anak", U"bint", U"ibn",    U"a/p",      U"a/l", U"s/o",   U"d/o",   U"van",
+     U"von", U"ole",  U"ould", U"freiin", U"freiherr", U"ap",  U"v.d."});
 
 // Behind a name
 constexpr auto SUFFIXES =
@@ -386,6 +386,13 @@ class Words {
     if (is_covered(a_.of(WordClass::EN_TITLE), w.start, w.end) || CALLINGS.contains(w.low)) {
       w.ordinary = true;
     }
+    // Amministratore Delegato: a role of two words
+    const auto& role = a_.of(WordClass::EN_ROLE);
+    const auto at = first_from(role, w.start + 1);
+    if (at != role.begin() && std::prev(at)->end >= w.end && std::prev(at)->start <= w.start &&
+        std::prev(at)->end - std::prev(at)->start > w.end - w.start) {
+      w.ordinary = true;
+    }
     if (w.shape == Shape::CAPITALS && POST_NOMINALS.contains(w.low)) w.ordinary = true;
     if (w.shape == Shape::CAPITALS && s.size() < 3) w.ordinary = w.ordinary || !w.named();
   }
@@ -427,6 +434,8 @@ class Words {
 
   static void judge_parts(Word& w, std::u32string_view s) {
     bool ordinary = false;
+    bool capitals = true;
+    bool surname_ends = false;
     for (std::size_t at = 0; at <= s.size();) {
       const std::size_t dash = std::min(s.find(U'-', at), s.size());
       Word part;
@@ -436,8 +445,12 @@ class Words {
       w.surname |= part.surname && !part.everyday && capital;
       ordinary |= part.ordinary || (dash > at && !capital && !part.named());
       w.place |= part.place;
+      // Goes-Lambrecht: the last part is a surname and no word.
+      capitals &= capital;
+      surname_ends = capital && part.surname && !part.everyday;
       at = dash + 1;
     }
+    if (capitals && surname_ends) ordinary = w.place = false;
     w.asian_given = is_asian_given(s);
     w.ordinary = ordinary && !(w.given && w.surname) && !w.asian_given;
     if (w.asian_given) w.given = true;

@@ -105,6 +105,9 @@ class Abbreviations {
         ++next;
         ++end;
       }
+      // 顺冰达|应保证: the sentence goes on.
+      constexpr std::u32string_view SENTENCE = U"应将须可在为与及由对以向未已";
+      while (end > at + BRAND && SENTENCE.find(t_[end - 1]) != SENTENCE.npos) --end;
       const std::size_t length = end - at;
       const std::size_t needed = name.place ? SHORTEST + 1 : SHORTEST;
       if (length < needed || length <= best || !fits(at, end, name)) continue;

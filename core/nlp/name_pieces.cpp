@@ -276,11 +276,11 @@ bool NamePieceReader::is_right_edge(std::size_t at) const {
   if (word == nullptr) return true;
   const auto surface = t_.substr(word->start, word->length());
   // 未经澜图科技书面同意
-  static constexpr auto BEHIND_NAMES =
-      text::words({U"书面",   U"事先",   U"方面",   U"员工",   U"工作人员", U"负责人",   U"股东",
-                   U"名下",   U"旗下",   U"内部",   U"董事",   U"代表",     U"账户",     U"门店",
-                   U"工程师", U"总监",   U"经理",   U"总经理", U"主任",     U"项目经理", U"司机",
-                   U"会计",   U"业务员", U"技术员", U"设计师", U"采购员"});
+  static constexpr auto BEHIND_NAMES = text::words(
+      {U"书面",   U"事先",   U"方面", U"员工",     U"工作人员", U"负责人", U"股东",   U"名下",
+       U"旗下",   U"内部",   U"董事", U"代表",     U"账户",     U"门店",   U"工程师", U"总监",
+       U"经理",   U"总经理", U"主任", U"项目经理", U"司机",     U"会计",   U"业务员", U"技术员",
+       U"设计师", U"采购员", U"牧民", U"村民",     U"居民",     U"农户",   U"社员",   U"农民"});
   if (BEHIND_NAMES.contains(surface)) return true;
   return is_prose_word(surface) || (surface.size() == 1 && is_link(surface.front())) ||
          end_of_word_at(a_.of(WordClass::CLAUSE_WORD), at) > at;

@@ -49,6 +49,14 @@ class NameEdges {
  public:
   explicit NameEdges(const NlpArtifacts& a) : a_(a), t_(a.folded) {}
 
+  // Ing of Dr. Ing.
+  bool is_title(const RecognizerResult& r) const {
+    const auto end = static_cast<std::size_t>(r.end);
+    const auto word = word_of(text::slice(t_, r.start, r.end));
+    return end < t_.size() && t_[end] == U'.' &&
+           (SURE_PERSON_TITLES.contains(word) || OTHER_PERSON_TITLES.contains(word));
+  }
+
   void trim(RecognizerResult& r) const {
     trim_title(r);
     trim_function_words(r);
@@ -204,7 +212,9 @@ std::vector<RecognizerResult> drop_roles_and_titles(const NlpArtifacts& artifact
     edges.trim(r);
     roles.read(r);
   }
-  std::erase_if(results, [&](const auto& r) { return is_latin_name(r) && roles.is_role(r); });
+  std::erase_if(results, [&](const auto& r) {
+    return is_latin_name(r) && (roles.is_role(r) || edges.is_title(r));
+  });
   return results;
 }
 

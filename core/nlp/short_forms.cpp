@@ -33,7 +33,8 @@ const Regex RE_UNQUOTED("RE_UNQUOTED",
                         UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
 
 constexpr auto GENERIC_ALIASES = text::words(
-    {U"公司",     U"集团",     U"银行",     U"大学",     U"医院",       U"法院",     U"学院",
+    {U"贵公司",   U"贵司",     U"我司",     U"我公司",   U"本公司",     U"贵方",     U"我方",
+     U"公司",     U"集团",     U"银行",     U"大学",     U"医院",       U"法院",     U"学院",
      U"中心",     U"目标公司", U"合资公司", U"项目公司", U"仲裁委",     U"有限公司", U"合作社",
      U"律所",     U"项目",     U"标的公司", U"独资商号", U"个体工商户", U"承运公司", U"平台公司",
      U"借款公司", U"总部",     U"总公司",   U"分公司",   U"子公司",     U"工厂",     U"加工厂",
@@ -125,6 +126,19 @@ bool abbreviates(std::u32string_view alias, std::u32string_view name) {
   return true;
 }
 
+// IGK for Ingenieurgesellschaft Karwendel, CWC for Castellanos-Whitfield Composites: capitals
+// that stand in the name in this order, the first one at its start.
+bool has_letters(std::u32string_view alias, std::u32string_view name) {
+  constexpr std::size_t LONGEST = 6;
+  if (alias.size() < 2 || alias.size() > LONGEST || !is_latin_letter(name.front())) return false;
+  if (!std::all_of(alias.begin(), alias.end(), is_upper)) return false;
+  std::u32string low(name);
+  for (char32_t& c : low) c = lower(c);
+  std::u32string letters(alias);
+  for (char32_t& c : letters) c = lower(c);
+  return letters.front() == low.front() && abbreviates(letters, low);
+}
+
 // AAA for American Arbitration Association
 bool is_acronym(std::u32string_view alias, std::u32string_view name) {
   std::u32string initials;
@@ -168,7 +182,8 @@ class Definitions {
     if (it != organizations_.begin() && stands_directly_behind(**std::prev(it), at)) return true;
     for (std::size_t n = 0; n < NEAREST && it != organizations_.begin(); ++n) {
       --it;
-      if (is_short_for(alias, surface_of(a_, **it))) return true;
+      const auto name = surface_of(a_, **it);
+      if (is_short_for(alias, name) || (is_quoted(m) && has_letters(alias, name))) return true;
     }
     return false;
   }
@@ -184,6 +199,12 @@ class Definitions {
     if (gap.size() > FARTHEST || gap.find_first_of(U"。\n\t") != gap.npos) return false;
     const bool bracket = gap.size() <= 2 && gap.find(U'(') != gap.npos;
     return bracket || gap.find(U'称') != gap.npos;
+  }
+
+  // ("IGK")
+  bool is_quoted(const text::Match& m) const {
+    const std::size_t open = m.start();
+    return m.start(1) == open + 1 && open > 0 && a_.folded[open - 1] == U'(';
   }
 
   static bool is_short_for(std::u32string_view alias, std::u32string_view name) {

@@ -173,10 +173,24 @@ class Trimmer {
     const std::size_t least = type == entity_type::PERSON ? 2 : 4;
     if (s.size() >= ROLE + least && LEADING_ROLES.contains(t_.substr(s.start, ROLE))) {
       s.start += ROLE;
+    } else if (const std::size_t label = glued_label(s);
+               type == entity_type::ORGANIZATION && label > 0) {
+      s.start += label;
     } else if (type == entity_type::ORGANIZATION && is_one_of(t_[s.start], U"与由向和及在为对") &&
                end_of_word_at(a_.of(WordClass::PLACE), s.start + 1) > s.start + 1) {
       ++s.start;
     }
+  }
+
+  // 保险人|齐海财产保险股份有限公司, 承运方|青岛…: the label of a party before the name of a
+  // company with its form, that leaves enough of a name. The length of the label; 0 for none.
+  std::size_t glued_label(const Span& s) const {
+    constexpr std::size_t LEAST_REST = 6;
+    constexpr std::size_t SHORTEST = 3;
+    constexpr std::u32string_view PARTIES = U"人方";
+    const std::size_t end = end_of_word_at(a_.of(WordClass::ORGANIZATION_LABEL), s.start);
+    const bool party = end >= s.start + SHORTEST && PARTIES.find(t_[end - 1]) != t_.npos;
+    return party && end + LEAST_REST <= s.end ? end - s.start : 0;
   }
 
   void strip_chinese_tail(Span& s) const {

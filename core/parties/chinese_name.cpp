@@ -145,6 +145,14 @@ void parse_branch(std::u32string_view name, OrganizationName& out) {
 // 华信, 华信科技, 华信贸易 of 华信科技贸易
 bool is_short_core(const OrganizationName& name, const OrganizationName& longer) {
   if (longer.core.starts_with(name.core)) return true;
+  // 铸安厂 of 河北铸安钢结构厂
+  constexpr std::u32string_view KINDS = U"厂店院所场社行馆";
+  const std::u32string_view core = name.core;
+  if (core.size() > MIN_BRAND && !longer.core.empty() && core.back() == longer.core.back() &&
+      KINDS.find(core.back()) != KINDS.npos &&
+      longer.core.starts_with(core.substr(0, core.size() - 1))) {
+    return true;
+  }
   const auto& brand = longer.brand;
   return !brand.empty() && name.core.starts_with(brand) &&
          is_subsequence(std::u32string_view(name.core).substr(brand.size()),

@@ -185,6 +185,14 @@ bool is_acronym(std::u32string_view alias, std::u32string_view name) {
     all += letter;
     if (!SMALL_WORDS.contains(word)) important += letter;
   }
+  // CWC of Castellanos-Whitfield Composites
+  std::u32string parts;
+  for (const auto& word : latin_words(name)) {
+    for (std::size_t i = 0; i < word.size(); ++i) {
+      const bool opens = i == 0 || word[i - 1] == U'-';
+      if (opens && text::is_ascii_alpha(word[i])) parts += word[i];
+    }
+  }
   std::u32string letters;
   for (const char32_t c : text::case_fold(alias)) {
     if (text::is_ascii_alpha(c)) letters += c;
@@ -194,7 +202,8 @@ bool is_acronym(std::u32string_view alias, std::u32string_view name) {
   const bool behind_country =
       letters.size() > MIN_LETTERS && all.starts_with(U'u') && important.substr(1) == letters;
   return letters.size() >= MIN_LETTERS &&
-         (all.starts_with(letters) || important.starts_with(letters) || behind_country);
+         (all.starts_with(letters) || important.starts_with(letters) ||
+          parts.starts_with(letters) || behind_country);
 }
 
 bool has_words_of(std::u32string_view alias, std::u32string_view name) {

@@ -40,6 +40,7 @@ std::vector<anonymization::KnownParty> collect_organizations(
     mentions.push_back({hit.start, hit.end, names.add(surface, hit.start), hit.defined_at});
   }
   const auto settled = unite_by_text(text, mentions, names);
+  unite_by_pinyin(names);
   unite_short_forms(settled, names);
   unite_branches(names);
   return names.known_parties();

@@ -67,6 +67,11 @@ class PartyNames {
 std::vector<bool> unite_by_text(std::u32string_view text, const std::vector<Mention>& mentions,
                                 PartyNames& names);
 
+// Puts a Chinese name and one in Latin letters together whose place and brand are the same in
+// pinyin, if no other name in the document has them: 东莞市联鑫达五金塑胶制品有限公司 and Dongguan
+// Lianxinda Hardware & Plastic Products Co., Ltd.
+void unite_by_pinyin(PartyNames& names);
+
 // Puts short forms to the one party that they fit, all but those that are settled.
 void unite_short_forms(const std::vector<bool>& settled, PartyNames& names);
 

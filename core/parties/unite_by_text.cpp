@@ -31,7 +31,7 @@ const Regex RE_RELATION(
 const Regex RE_NOTHING("RE_NOTHING", UR"((?:\s|["”」』,，]|[(（][^()（）\n]{0,80}[)）]|[)）])*+)");
 
 // In folded case; shorter rows end with empty names, which nobody bears.
-constexpr std::size_t MOST_NAMES = 5;
+constexpr std::size_t MOST_NAMES = 7;
 constexpr std::u32string_view KNOWN_NAMES[][MOST_NAMES] = {
     {U"hkiac", U"hong kong international arbitration centre", U"香港国际仲裁中心",
      U"香港國際仲裁中心"},
@@ -48,7 +48,45 @@ constexpr std::u32string_view KNOWN_NAMES[][MOST_NAMES] = {
      U"美国食品药品监督管理局"},
     {U"fifa", U"国际足联", U"国际足球联合会"},
     {U"wipo", U"world intellectual property organization", U"世界知识产权组织"},
-    {U"cas", U"court of arbitration for sport", U"国际体育仲裁院"}};
+    {U"cas", U"court of arbitration for sport", U"国际体育仲裁院"},
+    {U"cnipa", U"china national intellectual property administration", U"国家知识产权局"},
+    {U"csrc", U"china securities regulatory commission", U"中国证监会", U"中国证券监督管理委员会"},
+    {U"nmpa", U"national medical products administration", U"国家药品监督管理局", U"国家药监局"},
+    {U"ndrc", U"national development and reform commission", U"国家发展和改革委员会",
+     U"国家发改委"},
+    {U"mofcom", U"ministry of commerce of the people's republic of china", U"商务部"},
+    {U"miit", U"工业和信息化部", U"工信部"},
+    {U"samr", U"国家市场监督管理总局", U"市场监管总局"},
+    {U"pboc", U"people's bank of china", U"中国人民银行", U"人民银行", U"央行"},
+    {U"nfra", U"national financial regulatory administration", U"国家金融监督管理总局",
+     U"金融监管总局"},
+    {U"cac", U"cyberspace administration of china", U"国家互联网信息办公室", U"国家网信办"},
+    {U"sasac", U"国务院国有资产监督管理委员会", U"国务院国资委"},
+    {U"sehk", U"hkex", U"stock exchange of hong kong limited", U"hong kong stock exchange",
+     U"香港联合交易所有限公司", U"香港联交所", U"联交所"},
+    {U"sfc", U"securities and futures commission", U"香港证监会", U"证券及期货事务监察委员会"},
+    {U"hkma", U"hong kong monetary authority", U"香港金融管理局", U"金管局"},
+    {U"mas", U"monetary authority of singapore", U"新加坡金融管理局"},
+    {U"sgx", U"singapore exchange", U"新加坡交易所"},
+    {U"sse", U"shanghai stock exchange", U"上海证券交易所", U"上交所"},
+    {U"szse", U"shenzhen stock exchange", U"深圳证券交易所", U"深交所"},
+    {U"bse", U"北京证券交易所", U"北交所"},
+    {U"nyse", U"new york stock exchange", U"纽约证券交易所", U"纽交所"},
+    {U"sec", U"securities and exchange commission", U"美国证券交易委员会", U"美国证交会"},
+    {U"pmda", U"pharmaceuticals and medical devices agency"},
+    {U"ema", U"european medicines agency", U"欧洲药品管理局"},
+    {U"epo", U"european patent office", U"欧洲专利局"},
+    {U"uspto", U"united states patent and trademark office", U"美国专利商标局"},
+    {U"jcaa", U"japan commercial arbitration association", U"日本商事仲裁协会"},
+    {U"kcab", U"korean commercial arbitration board", U"大韩商事仲裁院"},
+    {U"aiac", U"asian international arbitration centre", U"亚洲国际仲裁中心"},
+    {U"scc", U"arbitration institute of the stockholm chamber of commerce", U"斯德哥尔摩商会仲裁院",
+     U"瑞典斯德哥尔摩商会仲裁院"},
+    {U"viac", U"vienna international arbitral centre", U"维也纳国际仲裁中心"},
+    {U"aaa", U"american arbitration association", U"美国仲裁协会"},
+    {U"imo", U"international maritime organization", U"国际海事组织"},
+    {U"iso", U"international organization for standardization", U"国际标准化组织"},
+    {U"fidic", U"international federation of consulting engineers", U"国际咨询工程师联合会"}};
 
 class TextReader {
  public:

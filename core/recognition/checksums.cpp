@@ -6,6 +6,8 @@
 #include <string>
 #include <utility>
 
+#include <sodium/crypto_hash_sha256.h>
+
 #include "core/text/unicode.hpp"
 
 namespace core::recognition {
@@ -259,6 +261,49 @@ bool is_securities_identification_valid(std::u32string_view code) {
     }
   }
   return luhn_sum(digits) % 10 == 0;
+}
+
+bool is_ship_number_valid(std::u32string_view number) {
+  const std::u32string s = compact(number);
+  if (s.size() != 7 || !all_digits(s)) return false;
+  int sum = 0;
+  for (int i = 0; i < 6; ++i) sum += digit(s[static_cast<std::size_t>(i)]) * (7 - i);
+  return sum % 10 == digit(s[6]);
+}
+
+bool is_australian_business_number_valid(std::u32string_view number) {
+  const std::u32string s = compact(number);
+  constexpr std::array WEIGHTS = {10, 1, 3, 5, 7, 9, 11, 13, 15, 17, 19};
+  constexpr int MODULUS = 89;
+  if (s.size() != WEIGHTS.size() || !all_digits(s) || s.front() == U'0') return false;
+  int sum = -WEIGHTS[0];  // the first digit counts one less
+  for (std::size_t i = 0; i < s.size(); ++i) sum += digit(s[i]) * WEIGHTS[i];
+  return sum % MODULUS == 0;
+}
+
+bool is_base58check_valid(std::u32string_view address) {
+  constexpr std::u32string_view ALPHABET =
+      U"123456789ABCDEFGHJKLMNPQRSTUVWXYZabcdefghijkmnopqrstuvwxyz";
+  constexpr std::size_t SHORTEST = 26;
+  constexpr std::size_t LONGEST = 35;
+  constexpr std::size_t CHECK = 4;
+  if (address.size() < SHORTEST || address.size() > LONGEST) return false;
+  std::array<unsigned char, 25> bytes{};
+  for (const char32_t c : address) {
+    const auto value = ALPHABET.find(c);
+    if (value == ALPHABET.npos) return false;
+    auto carry = static_cast<unsigned>(value);
+    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte) {
+      carry += 58U * *byte;
+      *byte = static_cast<unsigned char>(carry & 0xffU);
+      carry >>= 8U;
+    }
+    if (carry != 0) return false;
+  }
+  std::array<unsigned char, crypto_hash_sha256_BYTES> hash{};
+  crypto_hash_sha256(hash.data(), bytes.data(), bytes.size() - CHECK);
+  crypto_hash_sha256(hash.data(), hash.data(), hash.size());
+  return std::equal(hash.begin(), hash.begin() + CHECK, bytes.end() - CHECK);
 }
 
 bool is_bech32_valid(std::u32string_view address) {

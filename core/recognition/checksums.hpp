@@ -52,6 +52,18 @@ bool is_legal_entity_identifier_valid(std::u32string_view code);
 // Securities identification number, ISO 6166: 12 characters, Luhn over their digits.
 bool is_securities_identification_valid(std::u32string_view code);
 
+// Ship, resolution A.1117(30) of the International Maritime Organization: seven digits, the
+// last one checks the six before it.
+bool is_ship_number_valid(std::u32string_view number);
+
+// Australian Business Number: 11 digits, mod 89 by the rule of the Australian Business
+// Register.
+bool is_australian_business_number_valid(std::u32string_view number);
+
+// Address of a Bitcoin wallet in Base58Check (1…, 3…): 25 bytes, the last four of them the
+// beginning of the double SHA-256 of the others.
+bool is_base58check_valid(std::u32string_view address);
+
 // Address of a Bitcoin wallet in the form of BIP 173 and BIP 350 (bc1…).
 bool is_bech32_valid(std::u32string_view address);
 

@@ -65,7 +65,8 @@ TEST(Anonymize, WritesTheTextAndNothingElse) {
 TEST(Anonymize, AnswersWithoutReading) {
   const std::pair<std::vector<std::string>, std::vector<std::string>> cases[] = {
       {{"--help"},
-       {"anonymize", "restore", "analyze", "recognizers", "models", "evaluate", "Exit codes", "Examples"}},
+       {"anonymize", "restore", "analyze", "recognizers", "models", "evaluate", "Exit codes",
+        "Examples"}},
       {{"anonymize", "--help"}, {"--mapping", "--labels", "Profiles", "Examples"}},
       {{"analyze", "--help"}, {"--explain", "--show-surfaces", "Profiles", "Examples"}},
       {{"recognizers", "--help"}, {"--recognizers", "--json"}},

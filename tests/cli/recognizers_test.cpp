@@ -76,6 +76,7 @@ TEST(Recognizers, AreListed) {
   EXPECT_EQ(named("EmailRecognizer")["on"], "default");
   EXPECT_TRUE(named("EmailRecognizer")["language"].is_null());
   EXPECT_EQ(named("HanlpRecognizer")["language"], "zh");
+  EXPECT_EQ(named("HanlpRecognizer")["patterns"][0], "ChineseOrganizationFinder");
 
   const auto table = run({"recognizers", "-l", "zh", "--recognizers", file}).out;
   EXPECT_EQ(table.find("OWN_KIND"), std::string::npos);

@@ -181,21 +181,26 @@ std::size_t MsgpackReader::read_map() {
 // Passes over the head of a value; returns how many values it consists of.
 std::uint64_t MsgpackReader::skip_one() {
   const auto tag = peek();
-  if (tag < FIXMAP || tag >= NEGATIVE_FIXINT || (tag >= UINT8 && tag <= INT64)) {
-    tag >= UINT8&& tag <= UINT64 ? static_cast<void>(read_unsigned())
-                                 : static_cast<void>(read_integer());
-    return 0;
-  }
   if (next_is_bytes()) {
     read_bytes();
-    return 0;
+  } else if ((tag >= FIXMAP && tag < FIXARRAY) || tag == MAP16 || tag == MAP32) {
+    return 2 * std::uint64_t{read_map()};
+  } else if ((tag >= FIXARRAY && tag < FIXSTR) || tag == ARRAY16 || tag == ARRAY32) {
+    return read_array();
+  } else {
+    skip_scalar();
   }
-  if (tag < FIXARRAY || tag == MAP16 || tag == MAP32) return 2 * std::uint64_t{read_map()};
-  if (tag < FIXSTR || tag == ARRAY16 || tag == ARRAY32) return read_array();
-  ++at_;
-  if (tag == NIL_TAG || tag == FALSE_TAG || tag == TRUE_TAG) return 0;
+  return 0;
+}
+
+void MsgpackReader::skip_scalar() {
+  const auto tag = take();
+  if (tag < FIXMAP || tag >= NEGATIVE_FIXINT) return;
+  if (tag == NIL_TAG || tag == FALSE_TAG || tag == TRUE_TAG) return;
   if (tag == FLOAT32 || tag == FLOAT64) {
     take_bytes(tag == FLOAT32 ? 4 : 8);
+  } else if (tag >= UINT8 && tag <= INT64) {
+    take_bytes(std::uint64_t{1} << ((tag - UINT8) % 4));
   } else if (tag >= FIXEXT1 && tag <= FIXEXT16) {
     take_bytes(1 + (std::uint64_t{1} << (tag - FIXEXT1)));
   } else if (tag >= EXT8 && tag <= EXT32) {
@@ -205,7 +210,6 @@ std::uint64_t MsgpackReader::skip_one() {
   } else {
     fail("not msgpack");
   }
-  return 0;
 }
 
 void MsgpackReader::skip() {

@@ -50,6 +50,7 @@ class MsgpackReader {
   std::string_view take_bytes(std::uint64_t count);
   std::size_t checked_count(std::uint64_t count, std::size_t least_bytes) const;
   std::uint64_t skip_one();
+  void skip_scalar();
 
   std::string_view bytes_;
   std::size_t at_ = 0;

@@ -19,10 +19,10 @@ const Regex RE_ACCOUNT(
     "RE_ACCOUNT",
     UR"((?<![\d.,-])(?<!\d )(?<![A-Z]{4} )(?<![A-Z]{2}\d{2} )(?:\d{4}(?: \d{4}){2,4}(?: \d{1,4})?|\d{2,8}(?: \d{4}){3,4}(?: \d{1,5})?|\d{15,21})(?![\dA-Za-z]| \d|[.,]\d))");
 
-// 81782 20014 21003 965 with a word such as "bank" near: groups of another length
+// 81782 20014 21003 965, 501-774-923-6 with a word such as "bank" near: groups of another length
 const Regex RE_GROUPED_ACCOUNT(
     "RE_GROUPED_ACCOUNT",
-    UR"((?<![\d.,-])(?<!\d )(?:\d{5}(?: \d{5}){1,3}(?: \d{1,4})?|\d{3}(?: \d{3}){3,5}(?: \d{1,2})?|\d{6}(?: \d{6}){1,2}(?: \d{1,5})?)(?![\dA-Za-z]| \d|[.,]\d))");
+    UR"((?<![\d.,-])(?<!\d )(?:\d{5}(?: \d{5}){1,3}(?: \d{1,4})?|\d{3}(?: \d{3}){3,5}(?: \d{1,2})?|\d{6}(?: \d{6}){1,2}(?: \d{1,5})?|\d{3}-\d{3}-\d{3}-\d{1,4}|\d{3}-\d-\d{6}-\d{3}|\d{3}-\d{6}-\d{3})(?![\dA-Za-z]|[ -]\d|[.,]\d))");
 
 // 开户行：中国银行上海分行，12345678901234
 const Regex RE_SHORT_ACCOUNT(

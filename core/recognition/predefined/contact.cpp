@@ -103,10 +103,13 @@ std::optional<bool> validate_ip(std::u32string_view surface) {
 std::optional<bool> validate_wallet(std::u32string_view s) {
   if (s.starts_with(U"0x")) return true;
   if (s.starts_with(U"bc1")) return is_bech32_valid(s);
+  if (is_base58check_valid(s)) return true;
   const auto has = [&](char32_t from, char32_t to) {
     return std::any_of(s.begin(), s.end(), [&](char32_t c) { return c >= from && c <= to; });
   };
-  return has(U'A', U'Z') && has(U'a', U'z') && has(U'0', U'9');
+  // With a slip of the pen, or of another chain: less sure
+  return has(U'A', U'Z') && has(U'a', U'z') && has(U'0', U'9') ? std::nullopt
+                                                               : std::optional(false);
 }
 
 // Addresses written so that programs do not find them.

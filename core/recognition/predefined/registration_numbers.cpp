@@ -27,11 +27,11 @@ const Regex RE_SPACED_PATENT(
     "RE_SPACED_PATENT",
     UR"((?<![A-Za-z])(?:ZL|CN)[ .]{0,2}(?:(?:19[89]\d|20\d{2}) ?[1-389] ?\d{7}(?: ?\. ?[\dX])?|\d{8}\.[\dX])(?![0-9A-Za-z]))");
 
-// EP 3517294 B1, US 10,988,417, WO 2019/123456, PCT/CN2023/123456, CN 109876543 B, JP 2019-123456,
+// GB 2571904, DE 10 2015 123 456, KR 10-1234567, EP 3517294 B1, US 10,988,417, WO 2019/123456, PCT/CN2023/123456, CN 109876543 B, JP 2019-123456,
 // U.S. Patent 11,234,567 B2
 const Regex RE_FOREIGN_PATENT(
     "RE_FOREIGN_PATENT",
-    UR"((?<![A-Za-z])(?:EP ?\d ?\d{3} ?\d{3}|US ?\d{1,2},\d{3},\d{3}|US ?20\d{2}/\d{7}|WO ?(?:19|20)\d{2}/\d{6}|PCT/[A-Z]{2} ?(?:19|20)\d{2}/\d{5,6}|CN ?[12]\d{8}(?= ?[ABCSUY])|(?:JP|KR|TW|AU|GB|DE|FR|CA) ?(?:19|20)\d{2}[-/]\d{5,7})(?: ?[ABCSUY]\d?)?(?![\dA-Za-z]))");
+    UR"((?<![A-Za-z])(?:EP ?\d ?\d{3} ?\d{3}|US ?\d{1,2},\d{3},\d{3}|US ?20\d{2}/\d{7}|WO ?(?:19|20)\d{2}/\d{6}|PCT/[A-Z]{2} ?(?:19|20)\d{2}/\d{5,6}|CN ?[12]\d{8}(?= ?[ABCSUY])|(?:JP|KR|TW|AU|GB|DE|FR|CA) ?(?:19|20)\d{2}[-/]\d{5,7}|(?:GB|JP|FR|CA|DE) ?\d{7}(?![-/]\d)|DE ?10 ?(?:19|20)\d{2} ?\d{3} ?\d{3}|KR ?10-\d{7}|AU ?(?:19|20)\d{8}|TW ?I\d{6}|RU ?2\d{6}|IN ?\d{6}(?= ?[ABC]?\b)|BR ?(?:PI|10|11) ?\d{4,7}-\d)(?: ?[ABCSUY]\d?)?(?![\dA-Za-z]))");
 const Regex RE_US_PATENT(
     "RE_US_PATENT",
     UR"(Patents? (?:Application )?(?:Nos?\. |No |Number )?((?:D?\d{1,2},\d{3},\d{3}|\d{2}/\d{3},\d{3})(?: ?[ABES]\d)?)(?![\dA-Za-z]))");
@@ -77,12 +77,12 @@ const Regex RE_NATIONAL_APPROVAL(
     UR"((?:国(?:药[准证]字|械[注备][准进许]?|妆[特备][字进网]{0,2}|食[健注]字?[注备]?|卫食健字|药械?[食准注进]字?)(?:\(?(?:进|备)\)?)?[ 字]?|兽药字|(?<![A-Za-z])[PW][DP](?=20))[A-Z]{0,2}\d{6,12}(?!\d)号?)");
 const Regex RE_LOCAL_APPROVAL(
     "RE_LOCAL_APPROVAL",
-    UR"([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼][\u4e00-\u9fff]{0,3}(?:械注准|械备|药监械(?:生产|经营)[许备]?|药制字|妆网?备字?|卫消证字|兽药字|饲证|农药准字)(?:\((?:19|20)\d{2}\))?第?[A-Z]{0,2}\d{4,14}(?!\d)号?)");
+    UR"([京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼][\u4e00-\u9fff]{0,3}(?:械注准|械备|建安[ABC]\d?|药监械(?:生产|经营)[许备]?|药制字|妆网?备字?|卫消证字|兽药字|饲证|农药准字)(?:\((?:19|20)\d{2}\))?第?[A-Z]{0,2}\d{4,14}(?!\d)号?)");
 
 // 健康证（编号沪健20230918007）, 上门服务证SH-JZ-0098213, 资质证书：A231008866. Not 签证2024年.
 const Regex RE_CERTIFICATE_CODE(
     "RE_CERTIFICATE_CODE",
-    UR"((?<!身份)(?<!驾驶)(?<!通行)(?<!护)[证照](?:书|明|件)? ?\(?(?:编号|号码?|编码|字号)?[:：]? ?((?:[\u4e00-\u9fff]{1,3})?(?:[A-Z]{2,5} (?=[A-Z]?\d{4}))?(?=[A-Z/-]{0,12}\d)[A-Z0-9][A-Z0-9/.-]{5,24}(?<![/.-])(?:\(\d{2}\))?)(?![A-Za-z0-9年%]))");
+    UR"((?<!身份)(?<!驾驶)(?<!通行)(?<!护)[证照](?:书|明|件)? ?\(?(?:编号|号码?|编码|字号)?[:：]? ?((?:[京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼黔滇陇秦港澳台国军第][\u4e00-\u9fff]{0,3})?(?:[A-Z]{2,5} (?=[A-Z]?\d{4}))?(?=[A-Z/-]{0,12}\d)[A-Z0-9][A-Z0-9/.-]{5,24}(?<![/.-])(?:\(\d{2}\))?)(?![A-Za-z0-9年%]))");
 
 // 使用登记证 梯11京F12345(20)
 const Regex RE_EQUIPMENT_REGISTRATION(
@@ -92,12 +92,12 @@ const Regex RE_EQUIPMENT_REGISTRATION(
 // HRB 114372 B, RCS Paris B 512 345 678, CIPC reg. 2014/118273/07, DE281554903, ABN 51 824 753 556
 const Regex RE_REGISTER_NUMBER(
     "RE_REGISTER_NUMBER",
-    UR"((?<![A-Za-z])(?:(?:HR[AB] \d{2,6}(?: ?[A-Z])?|(?:19|20)\d{2}/\d{6}/\d{2}|(?:DE|FR|NL|AT|BE|ES|IT|DK|SE|PL) ?\d{3} ?\d{3} ?\d{3}(?: ?\d{2})?)(?![A-Za-z0-9])|RCS [A-Z][A-Za-z-]{2,20} (?:[A-Z] )?(\d{3} ?\d{3} ?\d{3})(?!\d)))");
+    UR"((?<![A-Za-z])(?:(?:HR[AB] \d{2,6}(?: ?[A-Z])?|(?<=FN )\d{5,6} ?[a-z]|NCT\d{8}|jRCTs?\d{9,10}|ChiCTR-?(?:[A-Z]{2,4}-)?\d{8,10}|ISRCTN\d{8}|ACTRN\d{14}|UMIN\d{9}|CTRI/(?:19|20)\d{2}/\d{2}/\d{6}|(?<=CE No\. |CE No |CE no\. |CE no |CE Number |CE Ref |CE Ref\. |CE No: |CE No\.: )[A-Z]{3}\d{3}|(?:19|20)\d{2}/\d{6}/\d{2}|(?:DE|FR|NL|AT|BE|ES|IT|DK|SE|PL) ?\d{3} ?\d{3} ?\d{3}(?: ?\d{2})?)(?![A-Za-z0-9])|RCS [A-Z][A-Za-z-]{2,20} (?:[A-Z] )?(\d{3} ?\d{3} ?\d{3})(?!\d)))");
 
 // Reference Number 482917, licence: UK/INS/2019-0457, Reg. No. 201934567K, License #C-10 123456
 const Regex RE_NUMBERED_LICENCE(
     "RE_NUMBERED_LICENCE",
-    UR"((?i)(?<![A-Za-z])(?:licen[cs]e|lic\.|permit|certificate|cert\.?|policy|seal|guarantee|deed|file|ref\.|bond|invoice|voucher|booking|waybill|claim|grant|serial|tender|mbi is|pin|residence|registration|firm reference|bar|badge|reg\.|steuernummer|ust-idnr\.?|handelsregister)(?: (?:nos?\.?|number|ref\.?))? ?[:#]? ?\(?((?-i)(?:[A-Z]-\d{1,3} (?=\d{5})|[A-Z]{2,4} (?=\d{4}))?(?=[A-Z/-]{0,8}\d)[A-Z0-9][A-Z0-9/.-]{4,22}(?<![/.-]))(?![A-Za-z0-9%]))");
+    UR"((?i)(?<![A-Za-z])(?:licen[cs]es?|lic\.|permits?|certificate|cert\.?|policy|seal|guarantee|deed|file|ref\.|bond|invoice|voucher|booking|waybill|claim|grant|serial|tender|mbi is|pin|residence|registration|firm reference|bar|badge|reg\.|steuernummer|ust-idnr\.?|handelsregister)(?: (?:nos?\.?|number|ref\.?))? ?[:#]? ?\(?((?-i)(?:[A-Z]-\d{1,3} (?=\d{5})|[A-Z]{2,4} (?=\d{4}))?(?=[A-Z/-]{0,8}\d)[A-Z0-9][A-Z0-9/.-]{4,22}(?<![/.-]))(?![A-Za-z0-9%]))");
 
 // 软件著作权 2023SR0123456; 国作登字-2023-F-00012345
 const Regex RE_COPYRIGHT(
@@ -136,8 +136,26 @@ const Regex RE_VEHICLE_ID(
 const Regex RE_LEGAL_ENTITY("RE_LEGAL_ENTITY", UR"([A-Z0-9]{18}\d{2}(?![\dA-Za-z]))");
 
 // IMO 9074729. The seventh digit checks the six before it.
-const Regex RE_SHIP("RE_SHIP", UR"(IMO[ :-]{0,2}(\d{7})(?!\d))");
+const Regex RE_SHIP("RE_SHIP",
+                    UR"(IMO(?: ?[Nn]o\.?| ?[Nn]umber|编号|号码?)?[ :-]{0,2}(\d{7})(?!\d))");
 
+// 贵1522016201703358, 闽1352014201506627: the province and the number of who is registered
+// there. Not 云123456 of any cloud.
+const Regex RE_PROVINCE_NUMBER(
+    "RE_PROVINCE_NUMBER",
+    UR"((?<![\u4e00-\u9fff])[京津沪渝冀豫云辽黑湘皖鲁新苏浙赣鄂桂甘晋蒙陕吉闽贵粤青藏川宁琼]\d{12,17}(?![\dA-Za-z]))");
+
+// 51 824 753 556: a business in Australia
+const Regex RE_AUSTRALIAN_BUSINESS(
+    "RE_AUSTRALIAN_BUSINESS",
+    UR"((?<![\d.,-])(?<!\d )\d{2} \d{3} \d{3} \d{3}(?![\dA-Za-z]|[ .,]\d))");
+
+std::optional<bool> validate_australian_business(std::u32string_view s) {
+  return is_australian_business_number_valid(s);
+}
+std::optional<bool> validate_ship(std::u32string_view s) {
+  return is_ship_number_valid(s.substr(s.size() - 7)) ? std::optional(true) : std::nullopt;
+}
 std::optional<bool> validate_container(std::u32string_view s) {
   return is_container_number_valid(s);
 }
@@ -173,8 +191,11 @@ void add_registration_number_recognizers(RecognizerRegistry& registry) {
        {"name of a register", &RE_REGISTER_NAME, 0.5, {}},
        {"letters and many digits", &RE_LONG_CODE, 0.45, {}},
        {"identity (AE, BR)", &RE_FOREIGN_IDENTITY, 0.7, AT_NUMBER},
-       {"paper", &RE_PAPER_NUMBER, 0.6, {}},
-       {"ship", &RE_SHIP, 0.8, {}}});
+       {"province and digits", &RE_PROVINCE_NUMBER, 0.7, {}},
+       {"paper", &RE_PAPER_NUMBER, 0.6, {}}});
+  add("ShipRecognizer", {{"IMO", &RE_SHIP, 0.8, {}}}, validate_ship);
+  add("AustralianBusinessRecognizer", {{"mod 89", &RE_AUSTRALIAN_BUSINESS, 0.5, AT_NUMBER}},
+      validate_australian_business);
   add("PatentRecognizer", {{"patent", &RE_PATENT, 0.9, AT_NUMBER},
                            {"patent in groups", &RE_SPACED_PATENT, 0.9, {}},
                            {"patent abroad", &RE_FOREIGN_PATENT, 0.8, {}},

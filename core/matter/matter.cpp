@@ -219,25 +219,31 @@ AnonymizedDocument Matter::numbered(AnonymizedDocument document,
   return document;
 }
 
+// Whether the entry's occurrences in document `d` have the surfaces that `entry` has.
+bool Matter::has_surfaces(const restore::Entry& entry, std::size_t d) const {
+  const auto found = entry_by_placeholder_.find(entry.placeholder);
+  if (found == entry_by_placeholder_.end()) return false;
+  const auto& known = entries_[found->second];
+  auto next = known.occurrences.begin();
+  for (const auto& occurrence : entry.occurrences) {
+    next = std::find_if(next, known.occurrences.end(),
+                        [d](const auto& candidate) { return candidate.document == d; });
+    if (next == known.occurrences.end()) return false;
+    if (known.surfaces[next->occurrence.surface] != entry.surfaces[occurrence.surface]) {
+      return false;
+    }
+    ++next;
+  }
+  return true;
+}
+
 bool Matter::holds(const DocumentRecord& record, const restore::Mapping& mapping) const {
   for (std::size_t d = 0; d < documents_.size(); ++d) {
     if (documents_[d].masked_sha256 != record.masked_sha256) continue;
-    const auto same = [&](const restore::Entry& entry) {
-      const auto found = entry_by_placeholder_.find(entry.placeholder);
-      if (found == entry_by_placeholder_.end()) return false;
-      const auto& known = entries_[found->second];
-      auto next = known.occurrences.begin();
-      for (const auto& occurrence : entry.occurrences) {
-        while (next != known.occurrences.end() && next->document != d) ++next;
-        if (next == known.occurrences.end() ||
-            known.surfaces[next->occurrence.surface] != entry.surfaces[occurrence.surface]) {
-          return false;
-        }
-        ++next;
-      }
+    if (std::all_of(mapping.entries.begin(), mapping.entries.end(),
+                    [&](const auto& entry) { return has_surfaces(entry, d); })) {
       return true;
-    };
-    if (std::all_of(mapping.entries.begin(), mapping.entries.end(), same)) return true;
+    }
   }
   return false;
 }

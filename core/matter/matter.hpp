@@ -89,6 +89,7 @@ class Matter {
   class Numbering;
 
   void index(const MatterEntry& entry, std::size_t first_surface);
+  bool has_surfaces(const restore::Entry& entry, std::size_t d) const;
   bool holds(const DocumentRecord& record, const restore::Mapping& mapping) const;
 
   std::vector<DocumentRecord> documents_;

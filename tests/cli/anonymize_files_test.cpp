@@ -283,7 +283,7 @@ class Meddling : public core::anonymization::Analyzer {
   mutable int calls_ = 0;
 };
 
-cli::AnalyzerFactory meddling(std::function<void()> meddle) {
+cli::AnalyzerFactory meddling(const std::function<void()>& meddle) {
   return [meddle](const cli::AnalyzerOptions&) { return std::make_unique<Meddling>(meddle); };
 }
 

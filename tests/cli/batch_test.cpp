@@ -205,7 +205,7 @@ class AtCall : public core::anonymization::Analyzer {
   mutable std::atomic<int> calls_ = 0;
 };
 
-cli::AnalyzerFactory at_call(int at, std::function<void()> what) {
+cli::AnalyzerFactory at_call(int at, const std::function<void()>& what) {
   return [=](const cli::AnalyzerOptions&) { return std::make_unique<AtCall>(at, what); };
 }
 

@@ -49,7 +49,7 @@ std::string add(Matter& matter, std::string_view marked) {
   const auto own = masked_alone(marked);
   const auto document = matter.numbered(own.document, own.original);
   auto mapping = restore::make_mapping(document, restore::Occurrences::ALL);
-  const auto text = test::u8(document.text);
+  auto text = test::u8(document.text);
   for (std::size_t i = 0; i < document.mapping.size(); ++i) {
     EXPECT_EQ(document.mapping[i].placeholder, document.replacements[i].placeholder);
     EXPECT_NE(document.text.find(document.mapping[i].placeholder), std::u32string::npos);

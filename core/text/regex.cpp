@@ -219,10 +219,12 @@ std::optional<Match> Regex::once(const Request& request) const {
 }
 
 std::optional<Match> Regex::full_match(std::u32string_view text) const {
+  if (!may_begin(text, 0)) return std::nullopt;
   return once({.text = text, .anchor = Anchor::BOTH});
 }
 
 std::optional<Match> Regex::match(std::u32string_view text) const {
+  if (!may_begin(text, 0)) return std::nullopt;
   return once({.text = text, .anchor = Anchor::START});
 }
 
@@ -232,12 +234,14 @@ std::optional<Match> Regex::search(std::u32string_view text, std::size_t from) c
   return match;
 }
 
-std::optional<Match> Regex::match_at(std::u32string_view text, std::size_t at) const {
+bool Regex::may_begin(std::u32string_view text, std::size_t at) const {
   constexpr std::size_t COST = 16;  // of an attempt, in code points searched
   const PrefixAutomaton* prefix = programs_->beginnings(COST);
-  if (prefix != nullptr && (at >= text.size() || !prefix->may_begin(text, at))) {
-    return std::nullopt;
-  }
+  return prefix == nullptr || (at < text.size() && prefix->may_begin(text, at));
+}
+
+std::optional<Match> Regex::match_at(std::u32string_view text, std::size_t at) const {
+  if (!may_begin(text, at)) return std::nullopt;
   return once({.text = text, .from = at, .anchor = Anchor::START});
 }
 

@@ -98,6 +98,7 @@ class Regex {
   bool run_search(const Request& request, Match& match) const;
   std::vector<Match> find_all(const Request& all) const;
   std::optional<Match> once(const Request& request) const;
+  bool may_begin(std::u32string_view text, std::size_t at) const;
 
   std::string name_;
   std::unique_ptr<Programs> programs_;

@@ -52,11 +52,11 @@ TEST(SearchIndex, FindsTheNextOfSomeKinds) {
 TEST(SearchIndex, KnowsTheKindsOfARangeOfCharacters) {
   std::mt19937 random(4);
   for (int round = 0; round < 300; ++round) {
-    const char32_t low = random() % 0x11000;
-    const char32_t high = low + random() % (round % 2 == 0 ? 40 : 9000);
+    const auto low = static_cast<char32_t>(random() % 0x11000);
+    const auto high = static_cast<char32_t>(low + random() % (round % 2 == 0 ? 40 : 9000));
     const auto kinds = Index::kinds_between(low, high);
     for (char32_t c = low; c <= high; ++c) {
-      for (const std::u32string text :
+      for (const std::u32string& text :
            {std::u32string{c}, U"a" + std::u32string{c}, U"1" + std::u32string{c}}) {
         ASSERT_NE(Index(text).at(text.size() - 1) & kinds, 0) << static_cast<unsigned>(c);
       }

@@ -287,8 +287,9 @@ class MoneyRecognizer : public EntityRecognizer {
     for (const auto& run : a.numbers) {
       std::size_t at = run.start;
       while (at < run.end && !text::is_ascii_digit(a.folded[at])) ++at;
-      if (at < free_from || !may_follow_amount(behind_figure(a.folded, at))) continue;
+      if (at < free_from) continue;
       const auto seen = window(a.folded, at);
+      if (!may_follow_amount(behind_figure(seen, at))) continue;
       if (const auto m = RE_RANGE_START.match_at(seen, at)) {
         add(out, m->start(), m->end());
         free_from = m->end();

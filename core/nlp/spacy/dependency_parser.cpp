@@ -187,7 +187,8 @@ DependencyTrees trees_of(const ParseState& state, const std::vector<TransitionCl
   out.labels.reserve(tokens);
   for (std::size_t i = 0; i < tokens; ++i) {
     const auto head = state.heads()[i];
-    out.heads.push_back(static_cast<std::uint32_t>(head == NONE ? i : head));
+    out.heads.push_back(head == NONE ? static_cast<std::uint32_t>(i)
+                                     : static_cast<std::uint32_t>(head));
     out.labels.push_back(head == NONE ? "ROOT"
                                       : classes[static_cast<std::size_t>(state.labels()[i])].label);
   }

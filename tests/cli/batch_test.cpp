@@ -26,7 +26,8 @@ const auto LINES_ANALYZER =
 
 std::string line(int id) {
   return json{{"id", id},
-              {"text", std::string(id % 5, 'x') + "北京华信科技有限公司" + std::to_string(id)}}
+              {"text", std::string(static_cast<std::size_t>(id % 5), 'x') + "北京华信科技有限公司" +
+                           std::to_string(id)}}
              .dump() +
          "\n";
 }

@@ -191,7 +191,7 @@ TEST(SpacyTrace, AttributesAndVectors) {
 TEST(SpacyTrace, VectorsDoNotDependOnStretches) {
   const auto tokenizer = tokenizer_of("en_small");
   std::u32string text;
-  for (int i = 0; i < 9000; ++i)
+  for (unsigned i = 0; i < 9000; ++i)
     text += i % 7 == 3 ? U"Corp. " : U"w" + std::u32string(1 + i % 5, U'a' + i % 23) + U" ";
   const auto all = tokenizer.tokenize(text);
   const auto tokens = type_tokens(text, all, tokenizer, {});

@@ -297,33 +297,42 @@ class ChinesePlaceSearch {
   // 尚志大街158号: a street with its number, whose name is no everyday word. 人民路 is one by
   // its number.
   void from_house_numbers() {
-    constexpr std::size_t LONGEST_NUMBER = 5;
-    constexpr std::size_t LONGEST_STREET = 5;
     for (const auto& run : a_.numbers) {
-      std::size_t end = run.end;
-      if (run.start < 3 || run.end - run.start > LONGEST_NUMBER || end >= t_.size()) continue;
-      if (t_[end] == U'-' || t_[end] == U'号') {
-        while (end < t_.size() && is_room_character(t_[end])) ++end;
-      }
-      if (end >= t_.size() || t_[end] != U'号' || STREETS.find(t_[run.start - 1]) == STREETS.npos) {
-        continue;
-      }
+      if (!is_house_number(run)) continue;
       const std::size_t unit = run.start - 1;
-      std::size_t start = unit;
-      while (start > 0 && unit - start < LONGEST_STREET && is_han(t_[start - 1]) &&
-             !stops_part(start - 1)) {
-        --start;
-      }
-      // The whole phrase, or what stands behind a word such as 在.
-      const bool whole = start == 0 || !is_han(t_[start - 1]) || stops_part(start - 1);
-      if (!whole || unit < start + 2) continue;
-      constexpr std::u32string_view LEADS = U"原现即沿";
-      if (unit > start + 2 && LEADS.find(t_[start]) != LEADS.npos) ++start;
+      const std::size_t start = street_start(unit);
+      if (start == unit) continue;
       const bool ordinal = text::is_ascii_digit(t_[start]) || t_[start] == U'第';
       if (ordinal || is_ordinary_street(t_.substr(start, unit + 1 - start))) continue;
       const Address address = read(start, start);
       if (address.units > 0 && address.has_number) add(start, address.end, ADDRESS_SCORE);
     }
+  }
+
+  // 158号, 12-3号 behind 街
+  bool is_house_number(const recognition::NumberRun& run) const {
+    constexpr std::size_t LONGEST_NUMBER = 5;
+    std::size_t end = run.end;
+    if (run.start < 3 || run.end - run.start > LONGEST_NUMBER || end >= t_.size()) return false;
+    if (t_[end] == U'-' || t_[end] == U'号') {
+      while (end < t_.size() && is_room_character(t_[end])) ++end;
+    }
+    return end < t_.size() && t_[end] == U'号' && STREETS.find(t_[run.start - 1]) != STREETS.npos;
+  }
+
+  // Where the name of the street that ends with the character at `unit` begins: the whole
+  // phrase, or what stands behind a word such as 在. `unit` if there is none.
+  std::size_t street_start(std::size_t unit) const {
+    constexpr std::size_t LONGEST_STREET = 5;
+    constexpr std::u32string_view LEADS = U"原现即沿";
+    std::size_t start = unit;
+    while (start > 0 && unit - start < LONGEST_STREET && is_han(t_[start - 1]) &&
+           !stops_part(start - 1)) {
+      --start;
+    }
+    const bool whole = start == 0 || !is_han(t_[start - 1]) || stops_part(start - 1);
+    if (!whole || unit < start + 2) return unit;
+    return unit > start + 2 && LEADS.find(t_[start]) != LEADS.npos ? start + 1 : start;
   }
 
   // 生产线路3号, 电路2号, 管道1号: no street

@@ -243,6 +243,35 @@ class ChineseProseSearch {
     }
   }
 
+  // 由宫本正雄（: a Japanese name up to the mark, if one is near
+  bool up_to_mark(std::size_t at, std::size_t surname, Evidence left) {
+    for (std::size_t end = at + surname + 1; end <= at + surname + 3 && end <= t_.size(); ++end) {
+      if (end < t_.size() && is_han(t_[end])) continue;
+      const auto given = t_.substr(at + surname, end - at - surname);
+      if (std::any_of(given.begin(), given.end(),
+                      [](char32_t c) { return !is_han(c) || holds(NOT_IN_NAMES, c); })) {
+        return false;
+      }
+      candidates_.push_back({at, end, left + MARK_BEHIND + JAPANESE});
+      return true;
+    }
+    return false;
+  }
+
+  bool up_to_word(std::size_t at, std::size_t surname, Evidence left) {
+    for (std::size_t end = at + surname; end <= at + surname + 3 && end <= t_.size(); ++end) {
+      const bool title = has(end, TITLE_BEGINS);
+      const Evidence right = right_weight(end);
+      const bool alone = end == at + surname && !title;
+      if (!alone && right != NEVER) {
+        candidates_.push_back({at, end, left + right + JAPANESE});
+        return true;
+      }
+      if (end >= t_.size() || !is_han(t_[end]) || holds(NOT_IN_NAMES, t_[end])) break;
+    }
+    return false;
+  }
+
   // 佐藤健一, 长谷川优子: a surname and one to three characters up to a mark or a verb
   bool try_japanese(std::size_t at, Evidence left) {
     for (std::size_t surname = 3; surname >= 2; --surname) {
@@ -251,27 +280,7 @@ class ChineseProseSearch {
           !holds(U"由与和向对经及请", t_[at - 1])) {
         return false;
       }
-      // 由宫本正雄（: up to the mark, if one is near
-      for (std::size_t end = at + surname + 1; end <= at + surname + 3 && end <= t_.size(); ++end) {
-        if (end < t_.size() && is_han(t_[end])) continue;
-        if (std::any_of(t_.begin() + static_cast<std::ptrdiff_t>(at + surname),
-                        t_.begin() + static_cast<std::ptrdiff_t>(end),
-                        [](char32_t c) { return !is_han(c) || holds(NOT_IN_NAMES, c); })) {
-          break;
-        }
-        candidates_.push_back({at, end, left + MARK_BEHIND + JAPANESE});
-        return true;
-      }
-      for (std::size_t end = at + surname; end <= at + surname + 3 && end <= t_.size(); ++end) {
-        const bool title = has(end, TITLE_BEGINS);
-        const Evidence right = right_weight(end);
-        const bool alone = end == at + surname && !title;
-        if (!alone && right != NEVER) {
-          candidates_.push_back({at, end, left + right + JAPANESE});
-          return true;
-        }
-        if (end >= t_.size() || !is_han(t_[end]) || holds(NOT_IN_NAMES, t_[end])) break;
-      }
+      if (up_to_mark(at, surname, left) || up_to_word(at, surname, left)) return true;
     }
     return false;
   }

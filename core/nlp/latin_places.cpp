@@ -520,38 +520,41 @@ class LatinPlaceSearch {
   // "to Research Triangle Park, North Carolina", "in Lowell, MA": a town that is not known,
   // before a region that is.
   void towns_of_regions() {
-    constexpr int LONGEST_TOWN = 4;
     for (const auto& region : a_.of(WordClass::EN_REGION)) {
       if (region.start < 3 || t_[region.start - 1] != U' ' || t_[region.start - 2] != U',')
         continue;
-      std::size_t at = region.start - 2;
-      std::size_t start = at;
-      for (int i = 0; i < LONGEST_TOWN; ++i) {
-        const Token token = token_before(t_, at);
-        if (token.empty() || !is_upper(token.in(t_).front())) break;
-        start = at = token.start;
-      }
-      const auto link = token_before(t_, start).in(t_);
-      const bool linked = link == U"in" || link == U"to" || link == U"from" || link == U"at" ||
-                          link == U"near" || link == U"IN" || link == U"of";
-      const bool other = is_touched(a_.of(WordClass::EN_LEGAL_FORM), start, region.start) ||
-                         is_touched(a_.of(WordClass::EN_ORGANIZATION_HEAD), start, region.start);
-      const bool city = is_world_city(t_.substr(start, region.start - 2 - start));
-      // "Hong Kong, Macao": a list of two.
-      if (is_covered(a_.of(WordClass::EN_REGION), start, region.start - 2)) continue;
+      const std::size_t start = town_start(region.start - 2);
+      if (!is_town(start, region)) continue;
+      // Muuga, Estonia: two places
       if (is_country(t_.substr(region.start, region.end - region.start))) {
-        // Muuga, Estonia: two places
-        if ((linked || city) && !other && start < region.start - 2 &&
-            !is_contract_language(t_.substr(start, t_.find(U',', start) - start))) {
-          add(start, region.start - 2, LATIN_CITY_SCORE);
-        }
-        continue;
-      }
-      if ((linked || city) && !other && start < region.start - 2 &&
-          !is_contract_language(t_.substr(start, t_.find(U',', start) - start))) {
+        add(start, region.start - 2, LATIN_CITY_SCORE);
+      } else {
         add(start, region.end, LATIN_CITY_SCORE + 0.05);
       }
     }
+  }
+
+  // Where the words with capitals begin that end at `end`.
+  std::size_t town_start(std::size_t end) const {
+    constexpr int LONGEST_TOWN = 4;
+    for (int i = 0; i < LONGEST_TOWN; ++i) {
+      const Token token = token_before(t_, end);
+      if (token.empty() || !is_upper(token.in(t_).front())) break;
+      end = token.start;
+    }
+    return end;
+  }
+
+  bool is_town(std::size_t start, const WordHit& region) const {
+    constexpr auto LINKS = text::words({U"IN", U"at", U"from", U"in", U"near", U"of", U"to"});
+    const std::size_t end = region.start - 2;
+    const bool linked = LINKS.contains(token_before(t_, start).in(t_));
+    const bool other = is_touched(a_.of(WordClass::EN_LEGAL_FORM), start, region.start) ||
+                       is_touched(a_.of(WordClass::EN_ORGANIZATION_HEAD), start, region.start);
+    // "Hong Kong, Macao": a list of two.
+    if (is_covered(a_.of(WordClass::EN_REGION), start, end)) return false;
+    return (linked || is_world_city(t_.substr(start, end - start))) && !other && start < end &&
+           !is_contract_language(t_.substr(start, t_.find(U',', start) - start));
   }
 
   const NlpArtifacts& a_;

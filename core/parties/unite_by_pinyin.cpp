@@ -37,7 +37,8 @@ void add_chinese(const PartyNames& names, std::size_t i, ByLetters& out) {
   if (name.brand.empty() || place.empty() || place.size() > LONGEST_PLACE) return;
   for (const auto& where : letters_of(place)) {
     for (const auto& brand : letters_of(name.brand)) {
-      Bearers& bearers = out[where + U" " + brand];
+      std::u32string key = where;
+      Bearers& bearers = out[key.append(U" ").append(brand)];
       bearers.add(bearers.chinese, names.party(i));
     }
   }

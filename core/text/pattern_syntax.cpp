@@ -130,27 +130,30 @@ const CharacterSet OTHER_CASES = {{U'A', U'Z'},     {U'a', U'z'},      {0xB5, 0x
                                   {0x2C00, 0x2D2F}, {0xA640, 0xABFF},  {0xFB00, 0xFB06},
                                   {0xFF21, 0xFF5A}, {0x10400, 0x1E943}};
 
+CharacterSet with_cases_of_icu(const CharacterSet& set) {
+  CharacterSet out = set;
+  USet* icu = uset_openEmpty();
+  for (const auto& [low, high] : set) {
+    if (is_caseless(low, high) && low >= 0x80) continue;
+    if (is_large(low, high)) {
+      add(out, OTHER_CASES);
+      continue;
+    }
+    uset_addRange(icu, static_cast<UChar32>(std::min<char32_t>(low, 0x10FFFF)),
+                  static_cast<UChar32>(std::min<char32_t>(high, 0x10FFFF)));
+  }
+  uset_closeOver(icu, USET_CASE_INSENSITIVE);
+  add(out, ranges_of(icu));
+  uset_close(icu);
+  return out;
+}
+
 CharacterSet with_both_cases(const CharacterSet& set) {
   const bool simple = std::all_of(set.begin(), set.end(), [](const auto& range) {
     return is_caseless(range.first, range.second);
   });
+  if (!simple) return with_cases_of_icu(set);
   CharacterSet out = set;
-  if (!simple) {
-    USet* icu = uset_openEmpty();
-    for (const auto& [low, high] : set) {
-      if (is_caseless(low, high) && low >= 0x80) continue;
-      if (is_large(low, high)) {
-        add(out, OTHER_CASES);
-        continue;
-      }
-      uset_addRange(icu, static_cast<UChar32>(std::min<char32_t>(low, 0x10FFFF)),
-                    static_cast<UChar32>(std::min<char32_t>(high, 0x10FFFF)));
-    }
-    uset_closeOver(icu, USET_CASE_INSENSITIVE);
-    add(out, ranges_of(icu));
-    uset_close(icu);
-    return out;
-  }
   for (const auto& [low, high] : set) {
     for (char32_t c = low; c <= high && c < 0x80; ++c) {
       if (is_ascii_alpha(c)) out.emplace_back(c ^ 0x20U, c ^ 0x20U);

@@ -295,18 +295,11 @@ class PrefixAutomatonBuilder {
     std::map<Places, State> numbers{{first, PrefixAutomaton::START}};
     std::map<Places, State> by_move;  // what was reached, before its empty moves
     std::vector<Places> states{{}, {}, first};
-    std::vector<Places> reached(class_count);
     auto& next = out_->next_;
     for (std::size_t s = 0; s < states.size(); ++s) {
       next.resize((s + 1) * class_count, static_cast<State>(s));
       if (s < PrefixAutomaton::START) continue;
-      for (auto& places : reached) places.clear();
-      for (const Place place : states[s]) {
-        if (set_of_place_[place] == NO_SET) continue;
-        for (const auto c : classes_of_set_[set_of_place_[place]]) {
-          reached[c].push_back(moves_.places[place].next);
-        }
-      }
+      const auto reached = reached_from(states[s]);
       for (std::size_t c = 0; c < class_count; ++c) {
         auto& to = next[s * class_count + c];
         to = PrefixAutomaton::DEAD;
@@ -316,6 +309,18 @@ class PrefixAutomatonBuilder {
         to = it->second;
       }
     }
+  }
+
+  // By class, before empty moves.
+  std::vector<Places> reached_from(const Places& places) const {
+    std::vector<Places> reached(out_->class_count_);
+    for (const Place place : places) {
+      if (set_of_place_[place] == NO_SET) continue;
+      for (const auto c : classes_of_set_[set_of_place_[place]]) {
+        reached[c].push_back(moves_.places[place].next);
+      }
+    }
+    return reached;
   }
 
   static State state_of(Places places, std::map<Places, State>& numbers,
@@ -331,19 +336,25 @@ class PrefixAutomatonBuilder {
     return number;
   }
 
+  // The kinds of the characters that lead on from these states, and where to.
+  std::pair<Kinds, std::vector<bool>> step_of(const std::vector<State>& states) const {
+    Kinds kinds = 0;
+    std::vector<bool> reached(out_->next_.size() / out_->class_count_);
+    for (const State s : states) {
+      for (std::size_t c = 0; c < out_->class_count_; ++c) {
+        const State to = next_of(s, c);
+        reached[to] = true;
+        if (to != PrefixAutomaton::DEAD) kinds = static_cast<Kinds>(kinds | kinds_of_class_[c]);
+      }
+    }
+    return {kinds, std::move(reached)};
+  }
+
   void choose_anchor() {
     std::vector<State> states{PrefixAutomaton::START};
     unsigned best = ~0U;
     for (std::size_t depth = 0; depth <= FARTHEST_ANCHOR; ++depth) {
-      Kinds kinds = 0;
-      std::vector<bool> reached(out_->next_.size() / out_->class_count_);
-      for (const State s : states) {
-        for (std::size_t c = 0; c < out_->class_count_; ++c) {
-          const State to = next_of(s, c);
-          reached[to] = true;
-          if (to != PrefixAutomaton::DEAD) kinds = static_cast<Kinds>(kinds | kinds_of_class_[c]);
-        }
-      }
+      auto [kinds, reached] = step_of(states);
       if (depth == 0) kinds = out_->first_kinds_ = static_cast<Kinds>(kinds & out_->first_kinds_);
       if (const unsigned often = frequency(kinds); often < best) {
         best = often;

@@ -11,23 +11,23 @@ namespace {
 using test::run;
 
 const std::string MODEL = MODELS_DIR "/en_small";
-constexpr auto TEXT = "Cendrix Corp. paid US$ 3.5 million to Orrinde Ashgrovel on 8 May 2024.";
+constexpr auto AGREEMENT = "Cendrix Corp. paid US$ 3.5 million to Orrinde Ashgrovel on 8 May 2024.";
 
 TEST(SpacyModelOption, AddsWhatTheModelFinds) {
-  EXPECT_NE(run({"anonymize", "--spacy-model", MODEL}, TEXT).out.find("to [NAME1] on"),
+  EXPECT_NE(run({"anonymize", "--spacy-model", MODEL}, AGREEMENT).out.find("to [NAME1] on"),
             std::string::npos);
-  EXPECT_EQ(run({"anonymize"}, TEXT).out.find("to [NAME1] on"), std::string::npos);
+  EXPECT_EQ(run({"anonymize"}, AGREEMENT).out.find("to [NAME1] on"), std::string::npos);
 }
 
 TEST(SpacyModelOption, TellsWhatIsWrong) {
   const test::Folder folder;
-  auto ran = run({"anonymize", "--spacy-model", folder.path("")}, TEXT);
+  auto ran = run({"anonymize", "--spacy-model", folder.path("")}, AGREEMENT);
   EXPECT_EQ(ran.code, cli::EXIT_INPUT);
   EXPECT_NE(ran.err.find("no spaCy model in"), std::string::npos);
 
   std::filesystem::copy(MODEL, folder.path("model"), std::filesystem::copy_options::recursive);
   std::filesystem::resize_file(folder.path("model/ner/model"), 1000);
-  ran = run({"anonymize", "--spacy-model", folder.path("")}, TEXT);  // one level below
+  ran = run({"anonymize", "--spacy-model", folder.path("")}, AGREEMENT);  // one level below
   EXPECT_EQ(ran.code, cli::EXIT_ANALYZER);
   EXPECT_NE(ran.err.find("model/ner/model: nodes: ends early"), std::string::npos) << ran.err;
   EXPECT_TRUE(ran.out.empty());

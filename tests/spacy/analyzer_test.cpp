@@ -87,6 +87,7 @@ TEST(SpacyPipeline, ServesManyThreads) {
   const auto expected = pipeline->analyze(TEXT).entities.size();
   std::vector<std::thread> threads;
   std::vector<std::size_t> found(4);
+  threads.reserve(found.size());
   for (auto& count : found) {
     threads.emplace_back([&] {
       for (int i = 0; i < 5; ++i) count = pipeline->analyze(TEXT).entities.size();

@@ -1,4 +1,4 @@
-// Reads msgpack (https://github.com/msgpack/msgpack/blob/master/spec.md) where it
+// Reads msgpack (https://msgpack.org) where it
 // lies: nothing is copied and nothing is built, so that weights can stay in the
 // mapped file, and a file that lies about its sizes costs no memory.
 #pragma once

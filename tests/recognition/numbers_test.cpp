@@ -169,6 +169,7 @@ TEST(Money, OneHitAnAmount) {
       {"number words", "({MONEY|one million one hundred and fifty thousand US dollars})"},
       {"a verb like a code", "try 3 times, all 5"},
       {"单位说明", "单位：万元，人民币（大写）"},
+      {"少见的币种", "付{MONEY|5000坚戈}，{MONEY|800比索}，{MONEY|300雷亚尔}"},
       {"元件", "3元件"},
   };
   expect_found("MONEY", cases);

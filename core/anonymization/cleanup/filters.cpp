@@ -54,7 +54,7 @@ std::u32string_view surface(std::u32string_view text, const RecognizerResult& r)
 
 bool is_structural_sequence(std::u32string_view text, const RecognizerResult& r) {
   const auto s = surface(text, r);
-  if (s.starts_with(U'第') && RE_ZH_ORDINAL_SURFACE.full_match(s)) return true;
+  if (RE_ZH_ORDINAL_SURFACE.full_match(s)) return true;
   if (RE_EN_BARE_MONTH.full_match(s)) return true;
   return SECTION_NUMBER_TYPES.contains(r.entity_type) && RE_DOTTED_SECTION_NUMBER.full_match(s);
 }

@@ -111,7 +111,7 @@ std::u32string _normalize_party_org_identity_fragment(std::u32string_view fragme
   if (t.find(U"印钞厂") != t.npos) {
     if (const auto works = RE_PRINTING_WORKS.match(t)) return std::u32string(works->text(1));
   }
-  if (t.starts_with(U"英美烟草") && RE_BAT.full_match(t)) return U"英美烟草集团公司";
+  if (RE_BAT.full_match(t)) return U"英美烟草集团公司";
   drop_legal_form_of_institution(t);
   return t;
 }

@@ -273,13 +273,13 @@ class MoneyRecognizer : public EntityRecognizer {
     return at < t.size() ? t[at] : U'\0';
   }
 
-  // Whether RE_RANGE_START or RE_BEFORE_CURRENCY may match a figure before this character:
-  // what begins a unit, a currency, or what joins two figures. Most figures are dates.
+  // Whether a figure before this character may be an amount. Most figures are dates and
+  // numbers of clauses: what begins no unit and no currency is named, since currencies are many.
   static bool may_follow_amount(char32_t c) {
-    constexpr std::u32string_view BEGINNINGS =
-        U"万亿百千多余美港欧日英韩新澳加瑞台卢泰林迪越人元圆块円원엔억만(€£-~至到";
-    return text::is_ascii_alpha(c) || text::is_decimal_digit(c) ||
-           BEGINNINGS.find(c) != BEGINNINGS.npos;
+    using namespace std::string_view_literals;
+    constexpr auto NEVER = U"\0年月号条款项页份楼层天%％‰:：;；。、)）/\n\t\r]】》”"sv;
+    static_assert(NEVER.front() == U'\0', "the end of the text is one of them");
+    return NEVER.find(c) == NEVER.npos;
   }
 
   static void add_before_currency(const NlpArtifacts& a, std::vector<RecognizerResult>& out) {

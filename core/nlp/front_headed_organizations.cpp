@@ -21,7 +21,8 @@ const Regex RE_INSTITUTION(
 // UAB Gintaro Prekyba, OÜ Rannamäe Kaubandus, PT Karya Bumi Tbk, Kabushiki Kaisha Morinaga
 const Regex RE_FORM_FIRST(
     "RE_FORM_FIRST",
-    UR"((?<![\p{Latin}'-])(?:UAB|OÜ|SIA|PT\.?|Kabushiki Kaisha|Godo Kaisha|OOO|PJSC|JSC|CJSC|TOV|AO|Ets\.?)(?: ["“]?\p{Lu}[\p{Latin}&'-]{1,30}["”]?){1,5})");
+    UR"((?<![\p{Latin}'-])(?:UAB|OÜ|SIA|PT\.?|Kabushiki Kaisha|Godo Kaisha|OOO|PJSC|JSC|CJSC|TOV|AO|Ets\.?)(?: ["“]?\p{Lu}[\p{Latin}&'-]{1,30}["”]?){1,5})",
+    Regex::Scanned::YES);
 
 bool has_lower(std::u32string_view s) { return std::any_of(s.begin(), s.end(), is_lower); }
 

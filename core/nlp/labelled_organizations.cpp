@@ -26,7 +26,8 @@ const Regex RE_COLON("RE_COLON", UR"([ ]{0,3}(?:[(/][^()\n:]{1,20}[)]?)?[ ]{0,3}
 // Before the name of who signs
 const Regex RE_BEHALF(
     "RE_BEHALF",
-    UR"((?:(?<=\n)|(?<![\p{L}]))(?:[Ff]or and on behalf of|[Ss]igned (?:for and )?on behalf of|FOR AND ON BEHALF OF|ON BEHALF OF|[Oo]n behalf of)[ ]{1,3}(?:the )?(?:\p{Lu}[a-z]{4,12}: )?)");
+    UR"((?:(?<=\n)|(?<![\p{L}]))(?:[Ff]or and on behalf of|[Ss]igned (?:for and )?on behalf of|FOR AND ON BEHALF OF|ON BEHALF OF|[Oo]n behalf of)[ ]{1,3}(?:the )?(?:\p{Lu}[a-z]{4,12}: )?)",
+    Regex::Scanned::YES);
 
 class LabelledOrganizationSearch {
  public:

@@ -38,10 +38,12 @@ const Regex RE_NEXT_NAME(
 // A greeting and the close of a letter, with a given name alone behind
 const Regex RE_GREETING(
     "RE_GREETING",
-    UR"((?<![\p{L}])(?i:dear|hi|hello|hey|gd day|good (?:morning|day|afternoon)) (\p{Lu}[\p{L}'-]{1,20}(?: \p{Lu}[\p{L}'-]{1,20}){0,2})(?=[,:\n]| and | / ))");
+    UR"((?<![\p{L}])(?i:dear|hi|hello|hey|gd day|good (?:morning|day|afternoon)) (\p{Lu}[\p{L}'-]{1,20}(?: \p{Lu}[\p{L}'-]{1,20}){0,2})(?=[,:\n]| and | / ))",
+    Regex::Scanned::YES);
 const Regex RE_CLOSE(
     "RE_CLOSE",
-    UR"((?i:regards|rgds|brgds|sincerely|thanks|thank you|thx|yours|wishes|cheers|best|faithfully|truly|cordialement|saludos),? ?\n{1,5} {0,8}(\p{Lu}[\p{L}'. -]{1,40})(?=\n|$))");
+    UR"((?i:regards|rgds|brgds|sincerely|thanks|thank you|thx|yours|wishes|cheers|best|faithfully|truly|cordialement|saludos),? ?\n{1,5} {0,8}(\p{Lu}[\p{L}'. -]{1,40})(?=\n|$))",
+    Regex::Scanned::YES);
 
 // What stands in the line below a name: a role, a date, a mail address
 const Regex RE_BELOW_NAME(

@@ -89,13 +89,15 @@ constexpr bool is_hard_break(char32_t c) {
 // City, state and code, or code and city, in a line of their own below a street
 const Regex RE_CITY_LINE(
     "RE_CITY_LINE",
-    UR"((?<=[\p{L}\d.])\n(?=(?:\p{Lu}[\p{L}.'-]+ ){0,3}\p{Lu}[\p{L}.'-]+(?:,? [A-Z]{2,3}|, \p{Lu}\p{Ll}+(?: \p{Lu}\p{Ll}+)?) \d{4,5}|(?:[A-Z]{1,2}-)?\d{4,6}(?: [A-Z]{2})? \p{Lu}\p{L}+|\d{3} \d{2} \p{Lu}\p{L}+|(?:\p{Lu}[\p{L}'-]+,? ){1,3}[A-Z]{1,2}\d{1,2}[A-Z]? \d[A-Z]{2}))");
+    UR"((?<=[\p{L}\d.])\n(?=(?:\p{Lu}[\p{L}.'-]+ ){0,3}\p{Lu}[\p{L}.'-]+(?:,? [A-Z]{2,3}|, \p{Lu}\p{Ll}+(?: \p{Lu}\p{Ll}+)?) \d{4,5}|(?:[A-Z]{1,2}-)?\d{4,6}(?: [A-Z]{2})? \p{Lu}\p{L}+|\d{3} \d{2} \p{Lu}\p{L}+|(?:\p{Lu}[\p{L}'-]+,? ){1,3}[A-Z]{1,2}\d{1,2}[A-Z]? \d[A-Z]{2}))",
+    Regex::Scanned::YES);
 
 // (MO) behind an Italian city
-const Regex RE_PROVINCE("RE_PROVINCE", UR"((?<=\p{L} )\([A-Z]{2}\)(?=[, \n]))");
+const Regex RE_PROVINCE("RE_PROVINCE", UR"((?<=\p{L} )\([A-Z]{2}\)(?=[, \n]))",
+                        Regex::Scanned::YES);
 
 // "Caddesi No: 185": no label
-const Regex RE_NUMBER_COLON("RE_NUMBER_COLON", UR"((?<=\p{L} No):(?= ?\d))");
+const Regex RE_NUMBER_COLON("RE_NUMBER_COLON", UR"((?<=\p{L} No):(?= ?\d))", Regex::Scanned::YES);
 
 // Words of addresses in lower case
 constexpr auto LOWER_STREET_WORDS = text::words(

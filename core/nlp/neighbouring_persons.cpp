@@ -28,7 +28,8 @@ const Regex RE_OTHER_SCRIPT(
 const Regex RE_PAIR(
     "RE_PAIR",
     UR"((?<![\u4e00-\u9fff])([\u4e00-\u9fff]{2,4}) ?\((\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2})\))"
-    UR"(|(?<!\p{L} )(?<![\p{L}'-])(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2}) ?\(([\u4e00-\u9fff]{2,4})\))");
+    UR"(|(?<!\p{L} )(?<![\p{L}'-])(\p{Lu}[\p{L}'-]+(?: \p{Lu}[\p{L}'-]+){1,2}) ?\(([\u4e00-\u9fff]{2,4})\))",
+    Regex::Scanned::YES);
 
 class Neighbours {
  public:

@@ -19,18 +19,21 @@ using text::Regex;
 namespace entity_type = anonymization::entity_type;
 
 // “穆林食品”, "AAA", behind a bracket or 简称
-const Regex RE_QUOTED("RE_QUOTED", UR"(["“「『'【‘]([^"“”「」『』【】‘’'\n\t]{2,30})["”」』'】’])");
+const Regex RE_QUOTED("RE_QUOTED", UR"(["“「『'【‘]([^"“”「」『』【】‘’'\n\t]{2,30})["”」』'】’])",
+                      Regex::Scanned::YES);
 
 // DAAD in brackets behind a name
-const Regex RE_ACRONYM("RE_ACRONYM", UR"((?<=\()([A-Z]{2,8})(?=\)))");
+const Regex RE_ACRONYM("RE_ACRONYM", UR"((?<=\()([A-Z]{2,8})(?=\)))", Regex::Scanned::YES);
 
 // Tessari Inspection Services (泰莎利检验)
 const Regex RE_TRANSLATION("RE_TRANSLATION",
-                           UR"((?<=[A-Za-z.] \(|[A-Za-z.]\()([\u4e00-\u9fff]{3,14})(?=\)))");
+                           UR"((?<=[A-Za-z.] \(|[A-Za-z.]\()([\u4e00-\u9fff]{3,14})(?=\)))",
+                           Regex::Scanned::YES);
 
 // 以下简称华信科技) without quotes
 const Regex RE_UNQUOTED("RE_UNQUOTED",
-                        UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))");
+                        UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))",
+                        Regex::Scanned::YES);
 
 constexpr auto GENERIC_ALIASES = text::words(
     {U"贵公司",   U"贵司",     U"我司",     U"我公司",   U"本公司",     U"贵方",     U"我方",

@@ -10,6 +10,7 @@
 #include "core/nlp/word_segmentation.hpp"
 #include "core/text/lexicon.hpp"
 #include "core/text/multi_pattern.hpp"
+#include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/view_set.hpp"
 
@@ -299,6 +300,7 @@ class EmbeddedNlpEngine : public recognition::NlpEngine {
     out.text = text;
     out.folded = fold_width(text);
     out.index = text::SearchIndex(out.folded);
+    text::scan_patterns(out.folded, out.index);
     Vocabulary::instance().scan(out);
     find_numbers(out);
     out.chinese_words = segment_words(out.folded);

@@ -131,6 +131,23 @@ class PatternRecognizer::Collector {
 
 namespace {
 
+// Where a number may begin, and the signs that it may begin with.
+text::SearchIndex::Kinds number_kinds(Anchor::Kind kind) {
+  using Index = text::SearchIndex;
+  if (kind == Anchor::Kind::INNER_DIGIT) return Index::DIGIT_FIRST | Index::DIGIT_AFTER_LETTER;
+  constexpr Index::Kinds FIRST = Index::DIGIT_FIRST | Index::UPPER_FIRST | Index::LOWER_FIRST;
+  return kind == Anchor::Kind::PHONE ? FIRST | Index::SIGN : FIRST;
+}
+
+// The patterns that are searched for all over the text.
+void join_scan(const std::vector<Pattern>& patterns) {
+  for (const auto& pattern : patterns) {
+    const auto kind = pattern.anchor.kind;
+    if (kind == Anchor::Kind::ANYWHERE) pattern.regex->join_scan();
+    if (is_number_anchor(kind)) pattern.regex->join_scan(number_kinds(kind));
+  }
+}
+
 std::vector<CompiledUserPattern> compiled(const PatternRecognizerConfig& config) {
   std::vector<CompiledUserPattern> out;
   for (const auto& pattern : config.user_patterns) out.emplace_back(config.name, pattern);
@@ -147,7 +164,9 @@ PatternRecognizer::PatternRecognizer(PatternRecognizerConfig config)
       deny_list_score_(config.deny_list_score),
       context_(std::move(config.context), CONTEXT_WINDOW, config.context_after),
       validate_(config.validate),
-      invalidate_(config.invalidate) {}
+      invalidate_(config.invalidate) {
+  join_scan(patterns_);
+}
 
 std::vector<std::string> PatternRecognizer::pattern_names() const {
   std::vector<std::string> names;
@@ -155,14 +174,6 @@ std::vector<std::string> PatternRecognizer::pattern_names() const {
   for (const auto& pattern : user_patterns_) names.emplace_back(pattern.name());
   if (!deny_list_.empty()) names.emplace_back(DENY_LIST);
   return names;
-}
-
-// Where a number may begin, and the signs that it may begin with.
-text::SearchIndex::Kinds number_kinds(Anchor::Kind kind) {
-  using Index = text::SearchIndex;
-  if (kind == Anchor::Kind::INNER_DIGIT) return Index::DIGIT_FIRST | Index::DIGIT_AFTER_LETTER;
-  constexpr Index::Kinds FIRST = Index::DIGIT_FIRST | Index::UPPER_FIRST | Index::LOWER_FIRST;
-  return kind == Anchor::Kind::PHONE ? FIRST | Index::SIGN : FIRST;
 }
 
 // A search costs less than a try at every number.

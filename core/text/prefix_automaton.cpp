@@ -2,16 +2,12 @@
 
 #include <algorithm>
 #include <map>
-#include <span>
 
-#include "core/text/pattern_syntax.hpp"
+#include "core/text/pattern_moves.hpp"
 
 namespace core::text {
 namespace {
 
-// A match that goes on for so long is left to the regex engine.
-constexpr unsigned DEPTH = 16;
-constexpr std::size_t MAX_PLACES = 3000;
 constexpr std::size_t MAX_STATES = 250;
 constexpr std::size_t MAX_CLASSES = 200;
 constexpr char32_t ASTRAL = 0x10000;
@@ -19,137 +15,19 @@ constexpr char32_t HIGHEST = 0xFFFFFFFF;
 constexpr std::size_t FARTHEST_ANCHOR = 3;
 constexpr unsigned FREQUENT = 200;  // of a thousand characters
 
-using Place = std::uint32_t;
-
-// The automaton with empty moves that a pattern is turned into at first.
-struct Moves {
-  struct At {
-    const CharacterSet* set = nullptr;  // taken on the way to `next`
-    Place next = 0;
-    std::vector<Place> empty;
-  };
-  static constexpr Place END = 0;  // a match has ended, or may go on with anything
-
-  std::vector<At> places = std::vector<At>(1);
-  bool too_large = false;
-
-  Place add() {
-    if (places.size() > MAX_PLACES) too_large = true;
-    places.emplace_back();
-    return static_cast<Place>(places.size() - 1);
-  }
-
-  // Adds what `node` takes between `from` and the place returned.
-  Place put(const PatternNode& node, Place from) {
-    if (too_large) return from;
-    switch (node.kind) {
-      case PatternNode::Kind::EMPTY:
-        return from;
-      case PatternNode::Kind::UNKNOWN:
-        places[from].empty.push_back(END);
-        return add();
-      case PatternNode::Kind::SET: {
-        const Place start = add();
-        const Place end = add();
-        places[from].empty.push_back(start);
-        places[start].set = &node.set;
-        places[start].next = end;
-        return end;
-      }
-      case PatternNode::Kind::AHEAD:
-        return from;
-      case PatternNode::Kind::SEQUENCE:
-        return sequence(node.parts, from);
-      case PatternNode::Kind::CHOICE: {
-        const Place end = add();
-        for (const auto& part : node.parts) {
-          const Place last = put(part, from);
-          places[last].empty.push_back(end);
-        }
-        return end;
-      }
-      case PatternNode::Kind::REPEAT:
-        return repeat(node, from);
-    }
-    return from;
-  }
-
-  // A look-ahead tells what a match begins with as well as what follows it does; the
-  // longer of the two is taken.
-  Place sequence(std::span<const PatternNode> parts, Place from) {
-    for (; !parts.empty(); parts = parts.subspan(1)) {
-      const auto& part = parts.front();
-      if (part.kind == PatternNode::Kind::AHEAD &&
-          least_length(part.parts[0]) > least_length(parts.subspan(1))) {
-        return put({.kind = PatternNode::Kind::UNKNOWN}, put(part.parts[0], from));
-      }
-      from = put(part, from);
-    }
-    return from;
-  }
-
-  // How many characters it takes at least; what counts for more than DEPTH is not counted.
-  static unsigned least_length(std::span<const PatternNode> parts) {
-    unsigned sum = 0;
-    for (const auto& part : parts) sum += least_length(part);
-    return std::min(sum, DEPTH);
-  }
-  static unsigned least_length(const PatternNode& node) {
-    unsigned least = DEPTH;
-    switch (node.kind) {
-      case PatternNode::Kind::SET:
-        return 1;
-      case PatternNode::Kind::SEQUENCE:
-        return least_length(std::span(node.parts));
-      case PatternNode::Kind::CHOICE:
-        for (const auto& part : node.parts) least = std::min(least, least_length(part));
-        return least;
-      case PatternNode::Kind::REPEAT:
-        return std::min(DEPTH, std::min(node.min, DEPTH) * least_length(node.parts[0]));
-      default:
-        return 0;
-    }
-  }
-
-  Place repeat(const PatternNode& node, Place from) {
-    for (unsigned i = 0; i < std::min(node.min, DEPTH); ++i) from = put(node.parts[0], from);
-    if (node.min > DEPTH) return from;
-    const Place end = add();
-    places[from].empty.push_back(end);
-    if (node.max == PatternNode::UNLIMITED || node.max - node.min > DEPTH) {
-      const Place loop = add();
-      places[from].empty.push_back(loop);
-      const Place last = put(node.parts[0], loop);
-      places[last].empty.push_back(loop);
-      places[last].empty.push_back(end);
-      return end;
-    }
-    for (unsigned i = node.min; i < node.max; ++i) {
-      from = put(node.parts[0], from);
-      places[from].empty.push_back(end);
-    }
-    return end;
-  }
-};
-
 }  // namespace
 
 class PrefixAutomatonBuilder {
  public:
-  PrefixAutomatonBuilder(const PatternNode& pattern, SearchIndex::Kinds first_kinds) {
-    const Place start = moves_.add();
-    const Place end = moves_.put(pattern, start);
-    moves_.places[end].empty.push_back(Moves::END);
-    start_ = start;
-    takes_something_ = Moves::least_length(pattern) > 0;
+  PrefixAutomatonBuilder(const PatternNode& pattern, SearchIndex::Kinds first_kinds)
+      : moves_(pattern) {
     out_->first_kinds_ = first_kinds;
   }
 
   std::unique_ptr<const PrefixAutomaton> build() {
-    if (!takes_something_ || moves_.too_large || !classify()) return nullptr;
-    seen_.resize(moves_.places.size());
-    const Places first = closure({start_});
-    if (first.empty() || first.front() == Moves::END) return nullptr;
+    if (!moves_.is_usable() || !classify()) return nullptr;
+    const Places first = moves_.first();
+    if (first.empty() || first.front() == PatternMoves::END) return nullptr;
     add_states(first);
     out_->class_begins_.resize(out_->class_count_);
     for (std::size_t c = 0; c < out_->class_count_; ++c) {
@@ -164,7 +42,7 @@ class PrefixAutomatonBuilder {
   }
 
  private:
-  using Places = std::vector<Place>;  // sorted
+  using Places = PatternMoves::Places;
   using State = PrefixAutomaton::State;
   using Kinds = SearchIndex::Kinds;
   static constexpr std::size_t NO_SET = ~std::size_t{0};
@@ -173,28 +51,11 @@ class PrefixAutomatonBuilder {
     return out_->next_[state * out_->class_count_ + c];
   }
 
-  // The places that take a character, and the end, that empty moves lead to.
-  Places closure(Places places) {
-    Places out;
-    ++round_;
-    while (!places.empty()) {
-      const Place place = places.back();
-      places.pop_back();
-      if (seen_[place] == round_) continue;
-      seen_[place] = round_;
-      if (moves_.places[place].set != nullptr || place == Moves::END) out.push_back(place);
-      const auto& empty = moves_.places[place].empty;
-      places.insert(places.end(), empty.begin(), empty.end());
-    }
-    std::sort(out.begin(), out.end());
-    return out;
-  }
-
   // Cuts the characters where a set begins or ends, and puts those into one class
   // that the same sets hold.
   bool classify() {
     std::vector<const CharacterSet*> sets;
-    for (const auto& at : moves_.places) {
+    for (const auto& at : moves_.places()) {
       if (at.set != nullptr) sets.push_back(at.set);
     }
     const auto is_less = [](const auto* a, const auto* b) { return *a < *b; };
@@ -202,9 +63,9 @@ class PrefixAutomatonBuilder {
     sets.erase(std::unique(sets.begin(), sets.end(),
                            [](const auto* a, const auto* b) { return *a == *b; }),
                sets.end());
-    set_of_place_.assign(moves_.places.size(), NO_SET);
-    for (std::size_t i = 0; i < moves_.places.size(); ++i) {
-      const auto* set = moves_.places[i].set;
+    set_of_place_.assign(moves_.places().size(), NO_SET);
+    for (std::size_t i = 0; i < moves_.places().size(); ++i) {
+      const auto* set = moves_.places()[i].set;
       if (set == nullptr) continue;
       set_of_place_[i] = static_cast<std::size_t>(
           std::lower_bound(sets.begin(), sets.end(), set, is_less) - sets.begin());
@@ -305,7 +166,7 @@ class PrefixAutomatonBuilder {
         to = PrefixAutomaton::DEAD;
         if (reached[c].empty()) continue;
         const auto [it, is_new] = by_move.try_emplace(reached[c], PrefixAutomaton::DEAD);
-        if (is_new) it->second = state_of(closure(reached[c]), numbers, states);
+        if (is_new) it->second = state_of(moves_.closure(reached[c]), numbers, states);
         to = it->second;
       }
     }
@@ -314,10 +175,10 @@ class PrefixAutomatonBuilder {
   // By class, before empty moves.
   std::vector<Places> reached_from(const Places& places) const {
     std::vector<Places> reached(out_->class_count_);
-    for (const Place place : places) {
+    for (const auto place : places) {
       if (set_of_place_[place] == NO_SET) continue;
       for (const auto c : classes_of_set_[set_of_place_[place]]) {
-        reached[c].push_back(moves_.places[place].next);
+        reached[c].push_back(moves_.places()[place].next);
       }
     }
     return reached;
@@ -326,7 +187,7 @@ class PrefixAutomatonBuilder {
   static State state_of(Places places, std::map<Places, State>& numbers,
                         std::vector<Places>& states) {
     if (places.empty()) return PrefixAutomaton::DEAD;
-    if (places.front() == Moves::END) return PrefixAutomaton::MAYBE;
+    if (places.front() == PatternMoves::END) return PrefixAutomaton::MAYBE;
     const auto known = numbers.find(places);
     if (known != numbers.end()) return known->second;
     if (states.size() >= MAX_STATES) return PrefixAutomaton::MAYBE;
@@ -382,56 +243,11 @@ class PrefixAutomatonBuilder {
   }
 
   std::unique_ptr<PrefixAutomaton> out_ = std::make_unique<PrefixAutomaton>();
-  Moves moves_;
-  Place start_ = 0;
-  bool takes_something_ = false;
+  PatternMoves moves_;
   std::vector<std::size_t> set_of_place_;
   std::vector<std::vector<std::uint8_t>> classes_of_set_;
   std::vector<Kinds> kinds_of_class_;
-  std::vector<unsigned> seen_;  // the round in which closure() saw a place
-  unsigned round_ = 0;
 };
-
-namespace {
-
-// Reads one (?<![...]) at the front of `rest`, and takes it off; the characters of the
-// class, or nothing.
-std::u32string_view take_negative_look_behind(std::u32string_view& rest) {
-  constexpr std::u32string_view HEAD = U"(?<![";
-  if (!rest.starts_with(HEAD)) return {};
-  const auto end = rest.find(U"])");
-  if (end == rest.npos || rest.substr(0, end).find(U"\\]") != rest.npos) return {};
-  const auto items = rest.substr(HEAD.size(), end - HEAD.size());
-  rest.remove_prefix(end + 2);
-  return items;
-}
-
-// The kinds that the first character of a match can be of, as far as the look-behind at
-// the front of the pattern tells: (?<![A-Za-z0-9]), (?<![\d.,]).
-SearchIndex::Kinds kinds_by_look_behind(std::u32string_view pattern, const PatternNode& tree) {
-  using Index = SearchIndex;
-  bool not_after_digit = false;
-  bool not_after_letter = false;
-  const auto has = [](std::u32string_view items, std::u32string_view item) {
-    return items.find(item) != items.npos;
-  };
-  if (pattern.starts_with(U"(?i)")) pattern.remove_prefix(4);
-  while (tree.parts.size() == 1) {
-    const auto items = take_negative_look_behind(pattern);
-    if (items.empty()) break;
-    if (items.front() == U'^') continue;
-    not_after_digit |= has(items, U"\\d") || has(items, U"0-9");
-    not_after_letter |= has(items, U"A-Za-z") || has(items, U"\\p{L}");
-  }
-  auto kinds = Index::ALL;
-  const auto drop = [&](Index::Kinds some) { kinds = static_cast<Index::Kinds>(kinds & ~some); };
-  if (not_after_digit) drop(Index::DIGIT_AFTER_DIGIT);
-  if (not_after_letter) drop(Index::DIGIT_AFTER_LETTER);
-  if (not_after_digit && not_after_letter) drop(Index::UPPER_INSIDE | Index::LOWER_INSIDE);
-  return kinds;
-}
-
-}  // namespace
 
 std::unique_ptr<const PrefixAutomaton> PrefixAutomaton::of(std::u32string_view pattern) {
   const auto tree = read_pattern(pattern);
@@ -449,7 +265,7 @@ std::size_t PrefixAutomaton::class_of(char32_t c) const {
 
 bool PrefixAutomaton::may_begin(std::u32string_view text, std::size_t at) const {
   State state = START;
-  const std::size_t end = std::min<std::size_t>(text.size(), at + DEPTH);
+  const std::size_t end = std::min<std::size_t>(text.size(), at + PatternMoves::DEPTH);
   for (; at < end; ++at) {
     state = next_[state * class_count_ + class_of(text[at])];
     if (state <= MAYBE) return state == MAYBE;

@@ -1,12 +1,14 @@
 #include "core/text/regex.hpp"
 
 #define PCRE2_CODE_UNIT_WIDTH 32
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 
 #include <pcre2.h>
 
 #include "core/errors.hpp"
+#include "core/text/pattern_scan.hpp"
 #include "core/text/prefix_automaton.hpp"
 #include "core/text/unicode.hpp"
 
@@ -90,6 +92,56 @@ Code compile(const std::string& name, std::u32string_view pattern, std::uint32_t
   return code;
 }
 
+constexpr std::uint32_t NO_ID = ~0U;
+
+// The patterns that are looked for in one pass. Lives as long as the process, because
+// the constants that join it may be destroyed in any order.
+class ScannedPatterns {
+ public:
+  static ScannedPatterns& instance() {
+    static auto* const patterns = new ScannedPatterns;
+    return *patterns;
+  }
+
+  // Gives the pattern its number if it has none.
+  void join(std::atomic<std::uint32_t>& id, std::u32string_view pattern, SearchIndex::Kinds where) {
+    const std::lock_guard lock(mutex_);
+    if (id == NO_ID) {
+      id = next_id_++;
+      items_.push_back({id, pattern, 0});
+    }
+    const auto item = std::find_if(items_.begin(), items_.end(),
+                                   [&](const auto& known) { return known.id == id; });
+    const auto all = static_cast<SearchIndex::Kinds>(item->where | where);
+    if (all != item->where) scan_.reset();
+    item->where = all;
+  }
+
+  void remove(std::uint32_t id) {
+    const std::lock_guard lock(mutex_);
+    std::erase_if(items_, [&](const auto& item) { return item.id == id; });
+    scan_.reset();
+  }
+
+  // Nothing if so little text does not pay for making it.
+  std::shared_ptr<const PatternScan> scan(std::size_t code_points) {
+    constexpr std::size_t WORTH_A_SCAN = 20'000;
+    const std::lock_guard lock(mutex_);
+    seen_ = std::min(seen_ + code_points, WORTH_A_SCAN);
+    if (scan_ == nullptr && seen_ == WORTH_A_SCAN) {
+      scan_ = std::make_shared<const PatternScan>(items_);
+    }
+    return scan_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::vector<PatternScan::Item> items_;
+  std::uint32_t next_id_ = 0;
+  std::shared_ptr<const PatternScan> scan_;
+  std::size_t seen_ = 0;  // code points
+};
+
 enum class Anchor { NONE, START, BOTH };
 constexpr std::uint32_t ANCHOR_OPTIONS[] = {0, PCRE2_ANCHORED, PCRE2_ANCHORED | PCRE2_ENDANCHORED};
 
@@ -116,7 +168,12 @@ struct Regex::Programs {
   // An automaton costs about as much as a search of so many code points.
   static constexpr std::size_t WORTH_AN_AUTOMATON = 60'000;
 
+  ~Programs() {
+    if (scan_id != NO_ID) ScannedPatterns::instance().remove(scan_id);
+  }
+
   std::u32string pattern;
+  std::atomic<std::uint32_t> scan_id{NO_ID};
   std::array<Slot, std::size(ANCHOR_OPTIONS)> slots;
 
   std::atomic<std::size_t> used{0};  // code points read, about
@@ -162,7 +219,20 @@ Regex::Regex(std::string_view name, std::u32string_view pattern)
   }
 }
 
+Regex::Regex(std::string_view name, std::u32string_view pattern, Scanned) : Regex(name, pattern) {
+  join_scan();
+}
+
 Regex::~Regex() = default;
+
+void Regex::join_scan(SearchIndex::Kinds where) const {
+  ScannedPatterns::instance().join(programs_->scan_id, programs_->pattern, where);
+}
+
+void scan_patterns(std::u32string_view text, SearchIndex& index) {
+  const auto scan = ScannedPatterns::instance().scan(text.size());
+  if (scan != nullptr) index.set_places(scan->scan(text, index));
+}
 
 std::u32string_view Regex::pattern() const { return programs_->pattern; }
 
@@ -189,13 +259,27 @@ bool Regex::run(const Request& request, Match& match) const {
   return true;
 }
 
+bool Regex::run_at(const PatternPlaces::Offsets& places, const Request& request,
+                   Match& match) const {
+  Request here{.text = request.text, .anchor = Anchor::START};
+  for (auto at = std::lower_bound(places.begin(), places.end(), request.from); at != places.end();
+       ++at) {
+    here.from = *at;
+    if (may_begin(here.text, here.from) && run(here, match)) return true;
+  }
+  return false;
+}
+
 bool Regex::run_search(const Request& request, Match& match) const {
+  const bool indexed = request.index != nullptr && request.index->size() == request.text.size();
+  if (const auto* places = indexed ? request.index->places().of(programs_->scan_id) : nullptr) {
+    return run_at(*places, request, match);
+  }
   constexpr std::size_t PATIENCE = 16;  // attempts
   constexpr std::size_t WORTH = 8;      // code points passed over for each
   const PrefixAutomaton* prefix = programs_->beginnings(request.text.size() - request.from);
   if (prefix == nullptr) return run(request, match);
   Request here{.text = request.text, .anchor = Anchor::START};
-  const bool indexed = request.index != nullptr && request.index->size() == here.text.size();
   const auto next = [&](std::size_t from) {
     return !indexed ? prefix->next(here.text, from)
                     : prefix->next(here.text, *request.index, from, request.where);

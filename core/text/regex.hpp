@@ -18,6 +18,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,6 +55,9 @@ class Regex {
   // `name` is what error messages call the pattern. Throws RegexError, naming
   // the pattern and the offset, if it does not compile or has too many groups.
   Regex(std::string_view name, std::u32string_view pattern);
+  // A pattern that is searched for in whole documents: it joins the scan, see below.
+  enum class Scanned : std::uint8_t { YES };
+  Regex(std::string_view name, std::u32string_view pattern, Scanned);
   ~Regex();
   Regex(const Regex&) = delete;
   Regex& operator=(const Regex&) = delete;
@@ -78,6 +82,10 @@ class Regex {
                               SearchIndex::Kinds where = SearchIndex::ALL) const;
   std::vector<Match> find_all(std::u32string_view text, const SearchIndex& index) const;
 
+  // From now on the pattern is among those of scan_patterns(), for matches whose first
+  // character is of one of the kinds `where`. May be called again with others.
+  void join_scan(SearchIndex::Kinds where = SearchIndex::ALL) const;
+
   // Every match replaced by `replacement`, taken literally.
   std::u32string replace_all(std::u32string_view text, std::u32string_view replacement) const;
 
@@ -96,6 +104,8 @@ class Regex {
   bool run(const Request& request, Match& match) const;
   // The first match from `request.from` on; the same as run(), often sooner.
   bool run_search(const Request& request, Match& match) const;
+  // The same where the match can only begin at one of `places`.
+  bool run_at(const PatternPlaces::Offsets& places, const Request& request, Match& match) const;
   std::vector<Match> find_all(const Request& all) const;
   std::optional<Match> once(const Request& request) const;
   bool may_begin(std::u32string_view text, std::size_t at) const;
@@ -103,6 +113,11 @@ class Regex {
   std::string name_;
   std::unique_ptr<Programs> programs_;
 };
+
+// Looks for the beginnings of all patterns that have joined the scan, in one pass over
+// `text`, whose index it is; the index keeps them for the searches. Does nothing until
+// so much text has been seen that it is worth it.
+void scan_patterns(std::u32string_view text, SearchIndex& index);
 
 // `text` with every character that has a meaning in a pattern escaped, so that
 // the pattern matches it literally.

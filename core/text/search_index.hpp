@@ -10,9 +10,34 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace core::text {
+
+// Where patterns may begin in a text, by the numbers that Regex gives them. Made by
+// PatternScan.
+class PatternPlaces {
+ public:
+  using Offsets = std::vector<std::uint32_t>;  // sorted
+
+  // Nothing for a pattern that was not looked for, or that may begin nearly anywhere.
+  const Offsets* of(std::uint32_t id) const {
+    return id < known_.size() && known_[id] ? &offsets_[id] : nullptr;
+  }
+  void set(std::uint32_t id, Offsets offsets) {
+    if (id >= known_.size()) {
+      known_.resize(id + 1);
+      offsets_.resize(id + 1);
+    }
+    known_[id] = true;
+    offsets_[id] = std::move(offsets);
+  }
+
+ private:
+  std::vector<Offsets> offsets_;  // by id
+  std::vector<bool> known_;
+};
 
 class SearchIndex {
  public:
@@ -50,6 +75,9 @@ class SearchIndex {
   // if there is none.
   std::size_t next(Kinds kinds, std::size_t from) const;
 
+  const PatternPlaces& places() const { return places_; }
+  void set_places(PatternPlaces places) { places_ = std::move(places); }
+
   // Where an ASCII letter or digit stands behind none, in their order.
   const std::vector<std::uint32_t>& first_ones() const { return first_ones_; }
 
@@ -65,6 +93,7 @@ class SearchIndex {
   std::vector<Kinds> kinds_;   // of each character
   std::vector<Kinds> blocks_;  // of all characters of a block together
   std::vector<std::uint32_t> first_ones_;
+  PatternPlaces places_;
 };
 
 }  // namespace core::text

@@ -19,8 +19,8 @@ const Regex RE_EMAIL(
 
 // The "@" of zhang [at] example.com, zhang(at)example(dot)com
 const Regex RE_WRITTEN_AT(
-    "RE_WRITTEN_AT",
-    UR"( ?[\[({] ?(?i:at|@) ?[\])}] ?| (?:at|AT) (?=[a-z0-9-]+ (?:dot|DOT) )| @ )");
+    "RE_WRITTEN_AT", UR"( ?[\[({] ?(?i:at|@) ?[\])}] ?| (?:at|AT) (?=[a-z0-9-]+ (?:dot|DOT) )| @ )",
+    Regex::Scanned::YES);
 // What stands behind it
 const Regex RE_WRITTEN_DOMAIN(
     "RE_WRITTEN_DOMAIN",

@@ -27,7 +27,8 @@ const Regex RE_DOCUMENT_TAIL(
 // Behind 字: 第1234567号, 〔2024〕第12号, 2024第012号, 第ZA12345号
 const Regex RE_NUMBERED_TAIL(
     "RE_NUMBERED_TAIL",
-    UR"([字权许] ?(?:[〔\[(【]?(?:19|20)\d{2}[〕\])】]?)? ?第 ?[A-Z]{0,4}\d{2,20}(?:-\d{1,6})? ?号(?:-\d{1,3})?(?! ?(?:令|公告|文|楼|院)))");
+    UR"([字权许] ?(?:[〔\[(【]?(?:19|20)\d{2}[〕\])】]?)? ?第 ?[A-Z]{0,4}\d{2,20}(?:-\d{1,6})? ?号(?:-\d{1,3})?(?! ?(?:令|公告|文|楼|院)))",
+    Regex::Scanned::YES);
 
 // The issuer at the end of the text before a number, without the words that lead
 // to it: 取得京建房字 is 京建房字. Capitals and figures belong to it: 梯11京F, B2.
@@ -137,13 +138,15 @@ class DocumentNumberRecognizer : public EntityRecognizer {
 // 保单号:PDAA202411010000012345, 案件编号为SHEN DX20230456, 报告编号[WT2024-03456]
 const Regex RE_BEHIND_NUMBER_SIGN(
     "RE_BEHIND_NUMBER_SIGN",
-    UR"((?<=[\u4e00-\u9fff])(?:号码?|编码|代码)[ \t]{0,2}(?:\([^()\n]{1,20}\))?[ \t]{0,2}([:为是#]|(?=[ \t]{0,2}[(\[【“"']?[A-Z\d]))[ \t]{0,3}[(\[【“"']?((?:[A-Z]{1,5} (?=[A-Z]{0,4}\d))?(?=[^\s\u4e00-\u9fff]{0,24}\d)[A-Za-z0-9](?:[A-Za-z0-9]|[-/._:](?=[A-Za-z0-9])|--(?=\d)){3,40}(?: \d{2,8}(?![\d年月日.,%:]))(?:\([A-Z0-9]{1,8}\))?|(?:[A-Z]{1,5} (?=[A-Z]{0,4}\d))?(?=[^\s\u4e00-\u9fff]{0,24}\d)[A-Za-z0-9](?:[A-Za-z0-9]|[-/._:](?=[A-Za-z0-9])){3,40}(?:\([A-Z0-9]{1,8}\))?)(?![A-Za-z0-9%]|[年月]))");
+    UR"((?<=[\u4e00-\u9fff])(?:号码?|编码|代码)[ \t]{0,2}(?:\([^()\n]{1,20}\))?[ \t]{0,2}([:为是#]|(?=[ \t]{0,2}[(\[【“"']?[A-Z\d]))[ \t]{0,3}[(\[【“"']?((?:[A-Z]{1,5} (?=[A-Z]{0,4}\d))?(?=[^\s\u4e00-\u9fff]{0,24}\d)[A-Za-z0-9](?:[A-Za-z0-9]|[-/._:](?=[A-Za-z0-9])|--(?=\d)){3,40}(?: \d{2,8}(?![\d年月日.,%:]))(?:\([A-Z0-9]{1,8}\))?|(?:[A-Z]{1,5} (?=[A-Z]{0,4}\d))?(?=[^\s\u4e00-\u9fff]{0,24}\d)[A-Za-z0-9](?:[A-Za-z0-9]|[-/._:](?=[A-Za-z0-9])){3,40}(?:\([A-Z0-9]{1,8}\))?)(?![A-Za-z0-9%]|[年月]))",
+    Regex::Scanned::YES);
 
 // Invoice No. INV-2024-00123, the number of the Supplier is ZB274518, policy number: HO-123456-7, File No E123456, Ref: AB/12/345.
 // What comes before the label is looked at apart.
 const Regex RE_BEHIND_ENGLISH_LABEL(
     "RE_BEHIND_ENGLISH_LABEL",
-    UR"((?i)(?<![A-Za-z\d])(?:nos?\b\.?|number\b|nr\b\.?|ref(?:erence)?\b\.?(?: ?nos?\b\.?| ?number\b)?|id\b|code\b|n°|s/n\b)[ \t]{0,2}(?:\([^()\n]{1,20}\))?(?: of (?:the )?[a-z][a-z' ]{1,30}(?= is ))?[ \t]{0,2}([:#]|is(?= ))?[ \t]{0,3}["“\[]?((?-i)(?:[A-Z]{1,5}[ -](?=[A-Z]{0,4}\d))?(?=[^\s\u4e00-\u9fff]{0,24}\d)(?!\d{1,3}(?:\.\d{1,3}){1,3}(?![\w-])|(?:19|20)\d{2}(?![\w/-]))[A-Za-z0-9](?:[A-Za-z0-9]|[-/._:](?=[A-Za-z0-9])|,(?=\d{3})){3,40}(?: \d{2,8}(?![\w.,%:-]))?)(?![A-Za-z0-9%年月]))");
+    UR"((?i)(?<![A-Za-z\d])(?:nos?\b\.?|number\b|nr\b\.?|ref(?:erence)?\b\.?(?: ?nos?\b\.?| ?number\b)?|id\b|code\b|n°|s/n\b)[ \t]{0,2}(?:\([^()\n]{1,20}\))?(?: of (?:the )?[a-z][a-z' ]{1,30}(?= is ))?[ \t]{0,2}([:#]|is(?= ))?[ \t]{0,3}["“\[]?((?-i)(?:[A-Z]{1,5}[ -](?=[A-Z]{0,4}\d))?(?=[^\s\u4e00-\u9fff]{0,24}\d)(?!\d{1,3}(?:\.\d{1,3}){1,3}(?![\w-])|(?:19|20)\d{2}(?![\w/-]))[A-Za-z0-9](?:[A-Za-z0-9]|[-/._:](?=[A-Za-z0-9])|,(?=\d{3})){3,40}(?: \d{2,8}(?![\w.,%:-]))?)(?![A-Za-z0-9%年月]))",
+    Regex::Scanned::YES);
 
 // Labels whose numbers say nothing about anybody, or are no numbers of documents.
 const Regex RE_PLAIN_CHINESE_LABEL(

@@ -41,17 +41,20 @@ const Regex RE_BEFORE_CURRENCY(
 // 壹佰贰拾捌万元整, 捌拾叁万壹仟元整, 壹佰万美元. Not 壹式肆份.
 const Regex RE_CAPITAL(
     "RE_CAPITAL",
-    UR"([壹贰叁肆伍陆柒捌玖拾][零〇壹贰叁肆伍陆柒捌玖拾佰仟万亿萬億]{0,24}(?:美元|港元|港币|欧元|日元|英镑|元|圆)(?:[零壹贰叁肆伍陆柒捌玖]{1,2}角)?(?:零?[壹贰叁肆伍陆柒捌玖]分)?[整正]?)");
+    UR"([壹贰叁肆伍陆柒捌玖拾][零〇壹贰叁肆伍陆柒捌玖拾佰仟万亿萬億]{0,24}(?:美元|港元|港币|欧元|日元|英镑|元|圆)(?:[零壹贰叁肆伍陆柒捌玖]{1,2}角)?(?:零?[壹贰叁肆伍陆柒捌玖]分)?[整正]?)",
+    Regex::Scanned::YES);
 
 // 贰万, 贰拾叁万伍仟: capital numerals are for money alone
 const Regex RE_CAPITAL_ALONE(
     "RE_CAPITAL_ALONE",
-    UR"((?<![零壹贰叁肆伍陆柒捌玖拾佰仟万亿])[壹贰叁肆伍陆柒捌玖拾][零壹贰叁肆伍陆柒捌玖拾佰仟]{0,8}[万亿][零壹贰叁肆伍陆柒捌玖拾佰仟万]{0,16}(?=[，。；、;,)\s]|$))");
+    UR"((?<![零壹贰叁肆伍陆柒捌玖拾佰仟万亿])[壹贰叁肆伍陆柒捌玖拾][零壹贰叁肆伍陆柒捌玖拾佰仟]{0,8}[万亿][零壹贰叁肆伍陆柒捌玖拾佰仟万]{0,16}(?=[，。；、;,)\s]|$))",
+    Regex::Scanned::YES);
 
 // 三万元, 二十万元整. Not 二元, 一元化.
 const Regex RE_NUMERAL(
     "RE_NUMERAL",
-    UR"([一二三四五六七八九十两][一二三四五六七八九十百千万亿两零〇]{1,20}多?(?:美[元金]|港[元币]|欧元|日元|英镑|澳元|加元|新?台币|(?:挪威|瑞典|丹麦)克朗|瑞士法郎|元|块(?:钱|(?=[，。、；！？\s)]|$)))[整正]?)");
+    UR"([一二三四五六七八九十两][一二三四五六七八九十百千万亿两零〇]{1,20}多?(?:美[元金]|港[元币]|欧元|日元|英镑|澳元|加元|新?台币|(?:挪威|瑞典|丹麦)克朗|瑞士法郎|元|块(?:钱|(?=[，。、；！？\s)]|$)))[整正]?)",
+    Regex::Scanned::YES);
 
 // The first figure of a range whose currency stands behind the second: 100-200元, 3万至5万元, 85-92k euros
 const Regex RE_RANGE_START(
@@ -93,12 +96,14 @@ const Regex RE_CELL_AMOUNT(
 // twenty-four million euros, ONE HUNDRED THOUSAND US DOLLARS. Not one hundred days.
 const Regex RE_WORDS_BEFORE_CURRENCY(
     "RE_WORDS_BEFORE_CURRENCY",
-    UR"((?i)(?<![A-Za-z-])(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety)(?:(?:,? |-)(?:and )?(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)){0,20}(?: and \d{1,2}/100)? (?:(?:us|united states|hong kong|singapore|australian) )?(?:dollars|euros?|pounds(?: sterling)?|yuan|renminbi|rand|yen|won|rupees|(?:swiss )?francs|baht|pesos|naira|ringgit|dirhams|riyals|shillings|kroner|kronor)(?![A-Za-z]))");
+    UR"((?i)(?<![A-Za-z-])(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety)(?:(?:,? |-)(?:and )?(?:one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|(?:thir|four|fif|six|seven|eigh|nine)teen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)){0,20}(?: and \d{1,2}/100)? (?:(?:us|united states|hong kong|singapore|australian) )?(?:dollars|euros?|pounds(?: sterling)?|yuan|renminbi|rand|yen|won|rupees|(?:swiss )?francs|baht|pesos|naira|ringgit|dirhams|riyals|shillings|kroner|kronor)(?![A-Za-z]))",
+    Regex::Scanned::YES);
 
 // US Dollars One Million Only
 const Regex RE_WORDS_BEHIND_CURRENCY(
     "RE_WORDS_BEHIND_CURRENCY",
-    UR"((?<![A-Za-z])(?:(?:US|U\.S\.|United States|Hong Kong|Singapore|Australian) )?(?:Dollars|Euros?|Renminbi|Yuan|DOLLARS|EUROS?|RENMINBI|RMB|USD)(?i:(?:,? |-)(?:and|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|thirteen|fourteen|fifteen|sixteen|seventeen|eighteen|nineteen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)\b){1,24}(?: (?:and )?(?:cents )?\d{1,2}/100)?(?i: only)?)");
+    UR"((?<![A-Za-z])(?:(?:US|U\.S\.|United States|Hong Kong|Singapore|Australian) )?(?:Dollars|Euros?|Renminbi|Yuan|DOLLARS|EUROS?|RENMINBI|RMB|USD)(?i:(?:,? |-)(?:and|one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|thirteen|fourteen|fifteen|sixteen|seventeen|eighteen|nineteen|twenty|thirty|forty|fifty|sixty|seventy|eighty|ninety|hundred|thousand|million|billion)\b){1,24}(?: (?:and )?(?:cents )?\d{1,2}/100)?(?i: only)?)",
+    Regex::Scanned::YES);
 
 // Codes count in capitals only: "try 3 times" is no amount in lira.
 bool is_currency(std::u32string_view word) {

@@ -1,0 +1,248 @@
+#include "core/text/pattern_scan.hpp"
+
+#include <algorithm>
+#include <bit>
+#include <map>
+
+#include "core/text/pattern_moves.hpp"
+
+namespace core::text {
+namespace {
+
+constexpr char32_t BEHIND_PLANE = 0x10000;
+constexpr char32_t LAST_VALUE = 0xFFFFFFFF;
+
+}  // namespace
+
+class PatternScanBuilder {
+ public:
+  explicit PatternScanBuilder(PatternScan& out) : out_(out) {}
+
+  void add(const PatternScan::Item& item) {
+    if (out_.ids_.size() == PatternScan::CAPACITY) return;
+    const auto tree = read_pattern(item.pattern);
+    if (!tree) return;
+    PatternMoves moves(*tree);
+    if (!moves.is_usable()) return;
+    bit_ = out_.ids_.size();
+    out_.ids_.push_back(item.id);
+    const auto kinds =
+        static_cast<SearchIndex::Kinds>(item.where & kinds_by_look_behind(item.pattern, *tree));
+    for (unsigned k = 0; k < SearchIndex::COUNT; ++k) {
+      if ((kinds >> k & 1U) != 0) flip(out_.kinds_[k]);
+    }
+    auto places = moves.first();
+    for (std::size_t depth = 0; depth < PatternScan::DEPTH; ++depth) {
+      places = add_depth(moves, places, depth);
+    }
+  }
+
+  // Cuts the characters where a set begins or ends.
+  void finish() {
+    std::sort(edges_.begin(), edges_.end(),
+              [](const auto& a, const auto& b) { return a.at < b.at; });
+    std::map<PatternScan::Row, PatternScan::Class> classes;
+    PatternScan::Row row = out_.end_;
+    Starts starts;
+    for (std::size_t e = 0; e < edges_.size() || starts.empty();) {
+      const char32_t at = starts.empty() ? 0 : edges_[e].at;
+      for (; e < edges_.size() && edges_[e].at == at; ++e) {
+        row[edges_[e].depth][edges_[e].bit / PatternScan::WORD] ^= mask(edges_[e].bit);
+      }
+      const auto number = static_cast<PatternScan::Class>(classes.size());
+      const auto [it, is_new] = classes.try_emplace(row, number);
+      if (is_new) out_.rows_.push_back(row);
+      starts.emplace_back(at, it->second);
+    }
+    fill_pages(starts);
+  }
+
+ private:
+  using Starts = std::vector<std::pair<char32_t, PatternScan::Class>>;
+  struct Edge {
+    char32_t at;
+    std::uint16_t bit;
+    std::uint16_t depth;
+  };
+
+  static std::uint64_t mask(std::size_t bit) {
+    return std::uint64_t{1} << (bit % PatternScan::WORD);
+  }
+  void flip(PatternScan::Bits& bits) const { bits[bit_ / PatternScan::WORD] ^= mask(bit_); }
+
+  // Adds what a match takes at `depth`; the places behind it. Where the match may have
+  // ended, anything may stand.
+  PatternMoves::Places add_depth(PatternMoves& moves, const PatternMoves::Places& places,
+                                 std::size_t depth) {
+    if (places.empty() || places.front() == PatternMoves::END) {
+      if (!places.empty()) flip(out_.end_[depth]);
+      return places;
+    }
+    CharacterSet taken;
+    PatternMoves::Places behind;
+    for (const auto place : places) {
+      const auto& at = moves.places()[place];
+      taken.insert(taken.end(), at.set->begin(), at.set->end());
+      behind.push_back(at.next);
+    }
+    add_edges(std::move(taken), depth);
+    return moves.closure(std::move(behind));
+  }
+
+  // The ranges may overlap.
+  void add_edges(CharacterSet ranges, std::size_t depth) {
+    std::sort(ranges.begin(), ranges.end());
+    for (std::size_t i = 0; i < ranges.size();) {
+      const char32_t low = ranges[i].first;
+      char32_t high = ranges[i].second;
+      for (++i; i < ranges.size() && (high == LAST_VALUE || ranges[i].first <= high + 1); ++i) {
+        high = std::max(high, ranges[i].second);
+      }
+      edges_.push_back(edge(low, depth));
+      if (high != LAST_VALUE) edges_.push_back(edge(high + 1, depth));
+    }
+  }
+
+  Edge edge(char32_t at, std::size_t depth) const {
+    return {at, static_cast<std::uint16_t>(bit_), static_cast<std::uint16_t>(depth)};
+  }
+
+  void fill_pages(const Starts& starts) {
+    std::map<PatternScan::Class, std::uint16_t> uniform;  // pages of one class, by it
+    std::size_t i = 0;
+    for (std::size_t page = 0; page < PatternScan::PAGES; ++page) {
+      const auto first = static_cast<char32_t>(page * PatternScan::PAGE);
+      while (i + 1 < starts.size() && starts[i + 1].first <= first) ++i;
+      const bool is_uniform =
+          i + 1 == starts.size() || starts[i + 1].first >= first + PatternScan::PAGE;
+      const auto known = uniform.find(starts[i].second);
+      if (is_uniform && known != uniform.end()) {
+        out_.pages_[page] = known->second;
+        continue;
+      }
+      const auto number = static_cast<std::uint16_t>(out_.classes_.size());
+      out_.pages_[page] = number;
+      if (is_uniform) uniform.emplace(starts[i].second, number);
+      auto& classes = out_.classes_.emplace_back();
+      for (std::size_t k = 0; k < PatternScan::PAGE; ++k) {
+        while (i + 1 < starts.size() && starts[i + 1].first <= first + k) ++i;
+        classes[k] = starts[i].second;
+      }
+    }
+    while (i + 1 < starts.size() && starts[i + 1].first <= BEHIND_PLANE) ++i;
+    out_.astral_.emplace_back(BEHIND_PLANE, starts[i].second);
+    for (++i; i < starts.size(); ++i) out_.astral_.push_back(starts[i]);
+  }
+
+  PatternScan& out_;
+  std::size_t bit_ = 0;  // of the pattern that is added
+  std::vector<Edge> edges_;
+};
+
+// One scan of one text.
+class PatternScan::Run {
+ public:
+  Run(const PatternScan& scan, std::u32string_view text, const SearchIndex& index)
+      : scan_(scan), text_(text), index_(index), found_(scan.ids_.size()) {
+    for (std::size_t bit = 0; bit < found_.size(); ++bit) {
+      wanted_[bit / WORD] |= std::uint64_t{1} << (bit % WORD);
+    }
+  }
+
+  void run() {
+    for (std::size_t from = 0; from < text_.size(); from += BLOCK) {
+      read(from);
+      drop_frequent(std::min(text_.size(), from + BLOCK));
+    }
+  }
+
+  PatternPlaces places() {
+    PatternPlaces out;
+    for (std::size_t bit = 0; bit < found_.size(); ++bit) {
+      if (is_wanted(bit)) out.set(scan_.ids_[bit], std::move(found_[bit]));
+    }
+    return out;
+  }
+
+ private:
+  static constexpr std::size_t BLOCK = 2048;  // code points
+
+  bool is_wanted(std::size_t bit) const { return (wanted_[bit / WORD] >> (bit % WORD) & 1U) != 0; }
+
+  void read(std::size_t from) {
+    const std::size_t count = std::min(BLOCK, text_.size() - from);
+    const std::size_t seen = std::min(BLOCK + DEPTH - 1, text_.size() - from);
+    for (std::size_t i = 0; i < seen; ++i) rows_[i] = &scan_.rows_[scan_.class_of(text_[from + i])];
+    for (std::size_t i = seen; i < count + DEPTH - 1; ++i) rows_[i] = &scan_.end_;
+    for (std::size_t i = 0; i < count; ++i) {
+      const auto& kind = scan_.kinds_[static_cast<unsigned>(std::countr_zero(index_.at(from + i)))];
+      try_at(from + i, rows_.data() + i, kind);
+    }
+  }
+
+  void try_at(std::size_t offset, const Row* const* rows, const Bits& kind) {
+    Bits may;
+    std::uint64_t any = 0;
+    for (std::size_t w = 0; w < may.size(); ++w) {
+      may[w] = (*rows[0])[0][w] & kind[w] & wanted_[w];
+      any |= may[w];
+    }
+    for (std::size_t depth = 1; depth < DEPTH && any != 0; ++depth) {
+      any = 0;
+      for (std::size_t w = 0; w < may.size(); ++w) {
+        may[w] &= (*rows[depth])[depth][w];
+        any |= may[w];
+      }
+    }
+    if (any != 0) take(offset, may);
+  }
+
+  void take(std::size_t offset, const Bits& may) {
+    for (std::size_t w = 0; w < may.size(); ++w) {
+      for (std::uint64_t rest = may[w]; rest != 0; rest &= rest - 1) {
+        const auto bit = w * WORD + static_cast<std::size_t>(std::countr_zero(rest));
+        found_[bit].push_back(static_cast<std::uint32_t>(offset));
+      }
+    }
+  }
+
+  // A pattern that may begin nearly anywhere is better searched for by itself.
+  void drop_frequent(std::size_t so_far) {
+    constexpr std::size_t FEW = 1024;
+    constexpr std::size_t WORTH = 24;  // code points passed over for each place
+    for (std::size_t bit = 0; bit < found_.size(); ++bit) {
+      if (found_[bit].size() <= FEW + so_far / WORTH) continue;
+      wanted_[bit / WORD] &= ~(std::uint64_t{1} << (bit % WORD));
+      PatternPlaces::Offsets().swap(found_[bit]);
+    }
+  }
+
+  const PatternScan& scan_;
+  const std::u32string_view text_;
+  const SearchIndex& index_;
+  std::vector<PatternPlaces::Offsets> found_;  // by bit
+  Bits wanted_{};
+  std::array<const Row*, BLOCK + DEPTH> rows_{};
+};
+
+PatternScan::PatternScan(const std::vector<Item>& items) {
+  PatternScanBuilder builder(*this);
+  for (const auto& item : items) builder.add(item);
+  builder.finish();
+}
+
+PatternScan::Class PatternScan::class_of(char32_t c) const {
+  if (c < BEHIND_PLANE) return classes_[pages_[c / PAGE]][c % PAGE];
+  const auto after =
+      std::upper_bound(astral_.begin(), astral_.end(), c,
+                       [](char32_t value, const auto& entry) { return value < entry.first; });
+  return std::prev(after)->second;
+}
+
+PatternPlaces PatternScan::scan(std::u32string_view text, const SearchIndex& index) const {
+  Run run(*this, text, index);
+  run.run();
+  return run.places();
+}
+
+}  // namespace core::text

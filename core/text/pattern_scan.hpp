@@ -31,7 +31,7 @@ class PatternScan {
 
   PatternPlaces scan(std::u32string_view text, const SearchIndex& index) const;
 
-  static constexpr std::size_t CAPACITY = 320;
+  static constexpr std::size_t CAPACITY = 384;
 
  private:
   friend class PatternScanBuilder;

@@ -35,18 +35,6 @@ unsigned least_length(const PatternNode& node) {
   }
 }
 
-// Reads one (?<![...]) at the front of `rest`, and takes it off; the characters of the
-// class, or nothing.
-std::u32string_view take_negative_look_behind(std::u32string_view& rest) {
-  constexpr std::u32string_view HEAD = U"(?<![";
-  if (!rest.starts_with(HEAD)) return {};
-  const auto end = rest.find(U"])");
-  if (end == rest.npos || rest.substr(0, end).find(U"\\]") != rest.npos) return {};
-  const auto items = rest.substr(HEAD.size(), end - HEAD.size());
-  rest.remove_prefix(end + 2);
-  return items;
-}
-
 }  // namespace
 
 PatternMoves::PatternMoves(const PatternNode& pattern) {
@@ -83,6 +71,9 @@ Place PatternMoves::put(const PatternNode& node, Place from) {
   if (too_large_) return from;
   switch (node.kind) {
     case PatternNode::Kind::EMPTY:
+    case PatternNode::Kind::AHEAD:
+    case PatternNode::Kind::BEHIND:
+    case PatternNode::Kind::NOT_BEHIND:
       return from;
     case PatternNode::Kind::UNKNOWN:
       places_[from].empty.push_back(END);
@@ -95,8 +86,6 @@ Place PatternMoves::put(const PatternNode& node, Place from) {
       places_[start].next = end;
       return end;
     }
-    case PatternNode::Kind::AHEAD:
-      return from;
     case PatternNode::Kind::SEQUENCE:
       return sequence(node.parts, from);
     case PatternNode::Kind::CHOICE: {
@@ -145,29 +134,6 @@ Place PatternMoves::repeat(const PatternNode& node, Place from) {
     places_[from].empty.push_back(end);
   }
   return end;
-}
-
-SearchIndex::Kinds kinds_by_look_behind(std::u32string_view pattern, const PatternNode& tree) {
-  using Index = SearchIndex;
-  bool not_after_digit = false;
-  bool not_after_letter = false;
-  const auto has = [](std::u32string_view items, std::u32string_view item) {
-    return items.find(item) != items.npos;
-  };
-  if (pattern.starts_with(U"(?i)")) pattern.remove_prefix(4);
-  while (tree.parts.size() == 1) {
-    const auto items = take_negative_look_behind(pattern);
-    if (items.empty()) break;
-    if (items.front() == U'^') continue;
-    not_after_digit |= has(items, U"\\d") || has(items, U"0-9");
-    not_after_letter |= has(items, U"A-Za-z") || has(items, U"\\p{L}");
-  }
-  auto kinds = Index::ALL;
-  const auto drop = [&](Index::Kinds some) { kinds = static_cast<Index::Kinds>(kinds & ~some); };
-  if (not_after_digit) drop(Index::DIGIT_AFTER_DIGIT);
-  if (not_after_letter) drop(Index::DIGIT_AFTER_LETTER);
-  if (not_after_digit && not_after_letter) drop(Index::UPPER_INSIDE | Index::LOWER_INSIDE);
-  return kinds;
 }
 
 }  // namespace core::text

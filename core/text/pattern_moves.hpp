@@ -4,11 +4,9 @@
 
 #include <cstdint>
 #include <span>
-#include <string_view>
 #include <vector>
 
 #include "core/text/pattern_syntax.hpp"
-#include "core/text/search_index.hpp"
 
 namespace core::text {
 
@@ -51,9 +49,5 @@ class PatternMoves {
   std::vector<unsigned> seen_;  // the round in which closure() saw a place
   unsigned round_ = 0;
 };
-
-// The kinds that the first character of a match can be of, as far as the look-behind at
-// the front of the pattern tells: (?<![A-Za-z0-9]), (?<![\d.,]).
-SearchIndex::Kinds kinds_by_look_behind(std::u32string_view pattern, const PatternNode& tree);
 
 }  // namespace core::text

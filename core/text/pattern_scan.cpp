@@ -4,6 +4,7 @@
 #include <bit>
 #include <map>
 
+#include "core/text/look_behind.hpp"
 #include "core/text/pattern_moves.hpp"
 
 namespace core::text {
@@ -31,6 +32,8 @@ class PatternScanBuilder {
     for (unsigned k = 0; k < SearchIndex::COUNT; ++k) {
       if ((kinds >> k & 1U) != 0) flip(out_.kinds_[k]);
     }
+    flip(out_.start_.before);
+    add_edges(characters_before(*tree), BEFORE);
     auto places = moves.first();
     for (std::size_t depth = 0; depth < PatternScan::DEPTH; ++depth) {
       places = add_depth(moves, places, depth);
@@ -42,12 +45,14 @@ class PatternScanBuilder {
     std::sort(edges_.begin(), edges_.end(),
               [](const auto& a, const auto& b) { return a.at < b.at; });
     std::map<PatternScan::Row, PatternScan::Class> classes;
-    PatternScan::Row row = out_.end_;
+    PatternScan::Row row = out_.end_;  // anything may stand where a match may have ended
     Starts starts;
     for (std::size_t e = 0; e < edges_.size() || starts.empty();) {
       const char32_t at = starts.empty() ? 0 : edges_[e].at;
       for (; e < edges_.size() && edges_[e].at == at; ++e) {
-        row[edges_[e].depth][edges_[e].bit / PatternScan::WORD] ^= mask(edges_[e].bit);
+        const auto& [where, bit, depth] = edges_[e];
+        auto& bits = depth == BEFORE ? row.before : row.inside[depth];
+        bits[bit / PatternScan::WORD] ^= mask(bit);
       }
       const auto number = static_cast<PatternScan::Class>(classes.size());
       const auto [it, is_new] = classes.try_emplace(row, number);
@@ -58,6 +63,7 @@ class PatternScanBuilder {
   }
 
  private:
+  static constexpr std::uint16_t BEFORE = 0xFFFF;  // a match, in place of a depth
   using Starts = std::vector<std::pair<char32_t, PatternScan::Class>>;
   struct Edge {
     char32_t at;
@@ -75,7 +81,7 @@ class PatternScanBuilder {
   PatternMoves::Places add_depth(PatternMoves& moves, const PatternMoves::Places& places,
                                  std::size_t depth) {
     if (places.empty() || places.front() == PatternMoves::END) {
-      if (!places.empty()) flip(out_.end_[depth]);
+      if (!places.empty()) flip(out_.end_.inside[depth]);
       return places;
     }
     CharacterSet taken;
@@ -171,26 +177,31 @@ class PatternScan::Run {
   void read(std::size_t from) {
     const std::size_t count = std::min(BLOCK, text_.size() - from);
     const std::size_t seen = std::min(BLOCK + DEPTH - 1, text_.size() - from);
-    for (std::size_t i = 0; i < seen; ++i) rows_[i] = &scan_.rows_[scan_.class_of(text_[from + i])];
-    for (std::size_t i = seen; i < count + DEPTH - 1; ++i) rows_[i] = &scan_.end_;
+    rows_[0] = from == 0 ? &scan_.start_ : row_of(text_[from - 1]);
+    for (std::size_t i = 0; i < seen; ++i) rows_[i + 1] = row_of(text_[from + i]);
+    for (std::size_t i = seen; i < count + DEPTH - 1; ++i) rows_[i + 1] = &scan_.end_;
     for (std::size_t i = 0; i < count; ++i) {
       const auto& kind = kinds_[static_cast<unsigned>(std::countr_zero(index_.at(from + i)))];
       try_at(from + i, rows_.data() + i, kind);
     }
   }
 
+  const Row* row_of(char32_t c) const { return &scan_.rows_[scan_.class_of(c)]; }
+
+  // `rows` begins with the character before the offset.
   void try_at(std::size_t offset, const Row* const* rows, const Bits& kind) {
     Bits may;
     std::uint64_t any = 0;
     // Three at once, without a question between them, because most places fail at the third.
     for (std::size_t w = 0; w < may.size(); ++w) {
-      may[w] = (*rows[0])[0][w] & (*rows[1])[1][w] & (*rows[2])[2][w] & kind[w];
+      may[w] = rows[0]->before[w] & rows[1]->inside[0][w] & rows[2]->inside[1][w] &
+               rows[3]->inside[2][w] & kind[w];
       any |= may[w];
     }
     for (std::size_t depth = 3; depth < DEPTH && any != 0; ++depth) {
       any = 0;
       for (std::size_t w = 0; w < may.size(); ++w) {
-        may[w] &= (*rows[depth])[depth][w];
+        may[w] &= rows[depth + 1]->inside[depth][w];
         any |= may[w];
       }
     }
@@ -221,10 +232,10 @@ class PatternScan::Run {
   const PatternScan& scan_;
   const std::u32string_view text_;
   const SearchIndex& index_;
-  std::array<Bits, SearchIndex::COUNT> kinds_;  // of the patterns still wanted
-  std::vector<bool> is_wanted_;                 // by bit
-  std::vector<PatternPlaces::Offsets> found_;   // by bit
-  std::array<const Row*, BLOCK + DEPTH> rows_{};
+  std::array<Bits, SearchIndex::COUNT> kinds_;    // of the patterns still wanted
+  std::vector<bool> is_wanted_;                   // by bit
+  std::vector<PatternPlaces::Offsets> found_;     // by bit
+  std::array<const Row*, BLOCK + DEPTH> rows_{};  // from before the block on
 };
 
 PatternScan::PatternScan(const std::vector<Item>& items) {

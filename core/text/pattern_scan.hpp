@@ -1,7 +1,7 @@
 // Where in a text each of many patterns may begin, found in one pass over it.
 //
-// Of every pattern it knows which characters can stand first, second, ... in a match.
-// The sets of all patterns lie side by side as bits, so that a step for all of them
+// Of every pattern it knows which characters can stand before a match, and first,
+// second, ... in it. The sets of all patterns lie side by side as bits, so that a step for all of them
 // costs about what one pattern's own search would. Used by SearchIndex and Regex.
 #pragma once
 
@@ -40,8 +40,12 @@ class PatternScan {
   static constexpr std::size_t PAGE = 256;
   static constexpr std::size_t PAGES = 256;                 // of the Basic Multilingual Plane
   using Bits = std::array<std::uint64_t, CAPACITY / WORD>;  // one for each pattern
-  using Row = std::array<Bits, DEPTH>;  // which patterns take a character, by its depth
-  using Class = std::uint16_t;          // of characters that no pattern tells apart
+  struct Row {                                              // which patterns take a character
+    Bits before;                                            // before a match
+    std::array<Bits, DEPTH> inside;                         // in it, by its depth
+    auto operator<=>(const Row&) const = default;
+  };
+  using Class = std::uint16_t;  // of characters that no pattern tells apart
   class Run;
 
   Class class_of(char32_t c) const;
@@ -50,7 +54,8 @@ class PatternScan {
   std::vector<std::array<Class, PAGE>> classes_;
   std::vector<std::pair<char32_t, Class>> astral_;  // first character, class; sorted
   std::vector<Row> rows_;                           // by class
-  Row end_{};                                       // behind the end of the text
+  Row start_{};                                     // before the start of the text
+  Row end_{};                                       // behind its end
   std::array<Bits, SearchIndex::COUNT> kinds_{};    // by the kind of the first character
   std::vector<std::uint32_t> ids_;                  // by bit
 };

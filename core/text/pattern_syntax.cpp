@@ -8,11 +8,6 @@
 #include "core/text/unicode.hpp"
 
 namespace core::text {
-namespace {
-
-using Kind = PatternNode::Kind;
-constexpr char32_t LAST = 0xFFFFFFFF;  // any 32-bit value may stand in a text
-constexpr unsigned DEEPEST = 100;
 
 CharacterSet tidied(CharacterSet set) {
   std::sort(set.begin(), set.end());
@@ -26,6 +21,12 @@ CharacterSet tidied(CharacterSet set) {
   }
   return out;
 }
+
+namespace {
+
+using Kind = PatternNode::Kind;
+constexpr char32_t LAST = 0xFFFFFFFF;  // any 32-bit value may stand in a text
+constexpr unsigned DEEPEST = 100;
 
 // `set` is tidied.
 CharacterSet complement(const CharacterSet& set) {
@@ -114,6 +115,8 @@ const CharacterSet& horizontal_space() {
 
 const CharacterSet WORD = {{U'0', U'9'}, {U'A', U'Z'}, {U'_', U'_'}, {U'a', U'z'}, {0x80, LAST}};
 const CharacterSet ASCII_WORD = {{U'0', U'9'}, {U'A', U'Z'}, {U'_', U'_'}, {U'a', U'z'}};
+const CharacterSet ASCII_CAPITALS = {{U'A', U'Z'}};
+const CharacterSet ASCII_LETTERS = {{U'A', U'Z'}, {U'a', U'z'}};
 const CharacterSet ANY = {{0, LAST}};
 
 // Ideographs and what stands among them know no case.
@@ -209,12 +212,12 @@ class Reader {
   }
 
   static PatternNode unknown() { return {.kind = Kind::UNKNOWN}; }
-  static PatternNode taking(CharacterSet set) {
-    return {.kind = Kind::SET, .set = tidied(std::move(set))};
+  static PatternNode taking(CharacterSet set, CharacterSet least = {}) {
+    return {.kind = Kind::SET, .set = tidied(std::move(set)), .least = tidied(std::move(least))};
   }
   static PatternNode literal(char32_t c, const Flags& flags) {
     const CharacterSet set = {{c, c}};
-    return taking(flags.caseless ? with_both_cases(set) : set);
+    return taking(flags.caseless ? with_both_cases(set) : set, set);
   }
 
   // Ends before ")" or at the end. Flags set in it hold to its end.
@@ -300,7 +303,7 @@ class Reader {
         return group(flags, depth);
       case U'[': {
         ++at_;
-        return taking(character_class(flags));
+        return character_class(flags);
       }
       case U'\\':
         ++at_;
@@ -328,7 +331,14 @@ class Reader {
       ahead.parts.push_back(inside(flags, depth));
       return ahead;
     }
-    if (take(U"!") || take(U"<=") || take(U"<!")) {
+    for (const auto& [sign, kind] :
+         {std::pair(U"<=", Kind::BEHIND), std::pair(U"<!", Kind::NOT_BEHIND)}) {
+      if (!take(sign)) continue;
+      PatternNode behind{.kind = kind};
+      behind.parts.push_back(inside(flags, depth));
+      return behind;
+    }
+    if (take(U"!")) {
       inside(flags, depth);
       return {};
     }
@@ -493,15 +503,16 @@ class Reader {
     skip_behind(U'}');
     if (failed_) return std::nullopt;
     const auto name = pattern_.substr(start, at_ - 1 - start);
-    if (name == U"L") return Bounds{letters(), {}};
-    if (name == U"Lu") return Bounds{flags.caseless ? letters() : capitals(), {}};
+    if (name == U"L") return Bounds{letters(), ASCII_LETTERS};
+    if (name == U"Lu") return Bounds{flags.caseless ? letters() : capitals(), ASCII_CAPITALS};
     if (name == U"Ll") return Bounds{letters(), {}};
+    if (name == U"Latin") return Bounds{ANY, ASCII_LETTERS};
     if (name == U"N") return Bounds{numbers(), {}};
     return Bounds{ANY, {}};
   }
 
   PatternNode escape(const Flags& flags) {
-    if (const auto set = escaped_set(flags)) return taking(set->most);
+    if (const auto set = escaped_set(flags)) return taking(set->most, set->least);
     if (const auto c = escaped_character()) return literal(*c, flags);
     const char32_t c = peek();
     ++at_;
@@ -517,7 +528,7 @@ class Reader {
   }
 
   // Behind "[".
-  CharacterSet character_class(const Flags& flags) {
+  PatternNode character_class(const Flags& flags) {
     const bool negated = take(U"^");
     Bounds all;
     bool first = true;
@@ -525,13 +536,13 @@ class Reader {
       first = false;
       if (peek() == U'[' && (peek(1) == U':' || peek(1) == U'.' || peek(1) == U'=')) {
         failed_ = true;
-        return ANY;
+        return unknown();
       }
       class_item(flags, all);
     }
     if (!take(U"]")) failed_ = true;
-    if (negated) return complement(tidied(all.least));
-    return flags.caseless ? with_both_cases(all.most) : all.most;
+    if (negated) return taking(complement(tidied(all.least)));
+    return taking(flags.caseless ? with_both_cases(all.most) : all.most, all.least);
   }
 
   void class_item(const Flags& flags, Bounds& all) {

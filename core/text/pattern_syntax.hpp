@@ -1,5 +1,5 @@
 // The syntax tree of a regular expression, as far as it tells what a match can
-// consist of. Made for PrefixAutomaton.
+// consist of. Made for PrefixAutomaton and PatternScan.
 #pragma once
 
 #include <memory>
@@ -15,25 +15,31 @@ using CharacterSet = std::vector<std::pair<char32_t, char32_t>>;
 
 struct PatternNode {
   enum class Kind : std::uint8_t {
-    EMPTY,     // takes no character: an assertion
-    AHEAD,     // takes none either; its only part matches from here on
-    SET,       // takes one character of `set`
-    SEQUENCE,  // its parts one after the other
-    CHOICE,    // one of its parts
-    REPEAT,    // its only part, `min` to `max` times
-    UNKNOWN    // anything
+    EMPTY,       // takes no character: an assertion
+    AHEAD,       // takes none either; its only part matches from here on
+    BEHIND,      // takes none; its only part matches up to here
+    NOT_BEHIND,  // takes none; its only part does not
+    SET,         // takes one character of `set`
+    SEQUENCE,    // its parts one after the other
+    CHOICE,      // one of its parts
+    REPEAT,      // its only part, `min` to `max` times
+    UNKNOWN      // anything
   };
   static constexpr unsigned UNLIMITED = ~0U;
 
   Kind kind = Kind::EMPTY;
   unsigned min = 0;
   unsigned max = 0;
-  CharacterSet set = {};
+  CharacterSet set = {};    // what it takes at most
+  CharacterSet least = {};  // and some of what it takes for certain
   std::vector<PatternNode> parts = {};
 };
 
 // Reads a pattern in the syntax of Regex that compiles there. A set holds at least
 // the characters that the pattern takes. Nothing for a pattern with verbs.
 std::optional<PatternNode> read_pattern(std::u32string_view pattern);
+
+// The characters in any order and overlapping, as a CharacterSet.
+CharacterSet tidied(CharacterSet set);
 
 }  // namespace core::text

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "core/text/look_behind.hpp"
 #include "core/text/pattern_moves.hpp"
 
 namespace core::text {

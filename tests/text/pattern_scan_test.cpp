@@ -49,6 +49,15 @@ TEST(PatternScan, ConfinesTheFirstCharacter) {
   EXPECT_EQ(places.of(3), nullptr);
 }
 
+TEST(PatternScan, ConfinesTheCharacterBefore) {
+  const std::u32string text = U"5-5.5x5月5 5";
+  const PatternScan scan(
+      {{0, U"(?<=[a-z-]|月)5"}, {1, U"(?:(?<![\\d.])(?<!x|\\w-)|(?<=\\d\\.))5"}});
+  const auto places = scan.scan(text, SearchIndex(text));
+  EXPECT_EQ(*places.of(0), (PatternPlaces::Offsets{0, 2, 6, 8}));  // the start is left open
+  EXPECT_EQ(*places.of(1), (PatternPlaces::Offsets{0, 2, 4, 8, 10}));
+}
+
 TEST(PatternScan, LeavesOutWhatBeginsAnywhereAndWhatItCannotTell) {
   const PatternScan scan({{0, U"[^x]y?"}, {1, U"a*"}, {2, U"z"}});
   const std::u32string text(5000, U'z');

@@ -22,6 +22,8 @@ std::optional<std::size_t> longest_match(const PatternNode& node) {
   switch (node.kind) {
     case Kind::EMPTY:
     case Kind::AHEAD:
+    case Kind::BEHIND:
+    case Kind::NOT_BEHIND:
       return 0;
     case Kind::SET:
       return 1;

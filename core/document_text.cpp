@@ -65,11 +65,12 @@ std::vector<Replacement> canonical_replacements(
   const auto loc_by_okey =
       build_okey_to_canonical_location_placeholders(text, filtered_replacements, language);
   auto out = filtered_replacements;
-  for (auto& [start, end, placeholder] : out) {
-    placeholder = canonical_org_placeholder_for_span(text, start, end, placeholder, org_by_okey);
-    placeholder =
-        canonical_location_placeholder_for_span(text, start, end, placeholder, loc_by_okey);
-    placeholder = ensure_ascii_placeholder_brackets(placeholder);
+  CanonicalPlaceholders canonical(text, org_by_okey, loc_by_okey);
+  for (auto& replacement : out) {
+    canonical.write_to(replacement);
+    if (has_full_width_brackets(replacement.placeholder)) {
+      replacement.placeholder = ensure_ascii_placeholder_brackets(replacement.placeholder);
+    }
   }
   return out;
 }

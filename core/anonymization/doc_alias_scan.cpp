@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/anonymization/defined_term.hpp"
+#include "core/anonymization/text_findings.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
 
@@ -256,7 +257,8 @@ class AliasScan {
 }  // namespace
 
 std::vector<RecognizerResult> scan_defined_alias_candidates(std::u32string_view text) {
-  return AliasScan(text).run();
+  return found_once(text, &TextFindingsScope::alias_candidates,
+                    [](std::u32string_view of) { return AliasScan(of).run(); });
 }
 
 }  // namespace core::anonymization

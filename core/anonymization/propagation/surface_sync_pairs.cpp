@@ -15,6 +15,7 @@
 #include "core/text/multi_pattern.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_map.hpp"
 
 namespace core::anonymization {
 namespace {
@@ -107,11 +108,17 @@ void Collector::register_loc(const Replacement& span) {
   register_pair(std::move(s), *placeholder);
 }
 
+// A surface that stands there again adds nothing.
 void Collector::register_spans() {
+  text::MetWords locations;
+  text::MetWords orgs;
   for (const auto& r : replacements_) {
-    if (is_numbered_placeholder_of(r.placeholder, tag::ADDRESS)) register_loc(r);
-    if (!is_numbered_placeholder_of(r.placeholder, tag::ORG)) continue;
     const auto span = text::slice(text_, r.start, r.end);
+    if (is_numbered_placeholder_of(r.placeholder, tag::ADDRESS)) {
+      if (locations.insert(span)) register_loc(r);
+      continue;
+    }
+    if (!is_numbered_placeholder_of(r.placeholder, tag::ORG) || !orgs.insert(span)) continue;
     register_org(span);
     if (std::none_of(span.begin(), span.end(), is_joiner_fragment)) continue;
     for (const auto piece : RE_JOINER_FRAGMENT_IN_ORG_SPAN.split(span)) {

@@ -7,6 +7,7 @@
 #include "core/anonymization/analyzer/language.hpp"
 #include "core/anonymization/avs_workgroup_party.hpp"
 #include "core/anonymization/cleanup/filters.hpp"
+#include "core/anonymization/propagation/canonical_placeholders.hpp"
 #include "core/anonymization/replacements/span_postprocess.hpp"
 #include "core/anonymization/text_findings.hpp"
 #include "core/document_text.hpp"
@@ -79,11 +80,14 @@ AnonymizedDocument anonymize(std::u32string_view text, const Analyzer& analyzer,
   out.language = std::move(language);
   const auto [filtered, org_by_okey] =
       prepare_document_text_replacements(text, analyzer, out.language, strategy_profile);
-  out.replacements = canonical_replacements(text, filtered, org_by_okey, out.language);
+  const auto loc_by_okey =
+      build_okey_to_canonical_location_placeholders(text, filtered, out.language);
+  out.replacements = canonical_replacements(text, filtered, org_by_okey, loc_by_okey);
   out.mapping = mapping_entries_from_replacements(text, out.replacements);
   MaskedText masked(text);
   masked.splice_right_to_left(edits_of(out.replacements));
-  apply_entity_surface_sync(masked, text, analyzer, out.language, filtered, org_by_okey);
+  apply_entity_surface_sync(masked, text, analyzer, out.language, filtered, org_by_okey,
+                            &loc_by_okey);
   if (const auto* overrides = OverridesScope::of(text)) take_back_kept(masked, *overrides);
   strip_docx_joiner_sequences(masked);
   out.placements = masked.take_placements();

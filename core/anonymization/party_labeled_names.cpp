@@ -9,6 +9,7 @@
 #include "core/anonymization/result.hpp"
 #include "core/anonymization/span_index.hpp"
 #include "core/anonymization/text_findings.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/multi_pattern.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
@@ -35,6 +36,7 @@ bool ends_label(char32_t c) { return is_colon(c) || c == U'\n' || is_joiner_frag
 std::u32string_view name_behind(std::u32string_view text, std::size_t colon) {
   static const std::size_t company = RE_PARTY_LABELED_COMPANY.group(U"name");
   static const std::size_t institution = RE_PARTY_LABELED_INSTITUTION.group(U"name");
+  if (!may_end_party_label(text.substr(0, colon))) return {};
   std::size_t from = colon;
   while (from > 0 && colon - from < LABEL_REACH && !ends_label(text[from - 1])) --from;
   const auto label = RE_PARTY_LABEL.search(text.substr(0, colon + 1), from);
@@ -50,9 +52,9 @@ std::u32string_view name_behind(std::u32string_view text, std::size_t colon) {
 std::vector<std::u32string_view> find_labeled_names(std::u32string_view text) {
   std::vector<std::u32string_view> names;
   text::MetWords seen;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (!is_colon(text[i])) continue;
-    const auto name = name_behind(text, i);
+  for (auto colon = text::find_either(text, U':', U'：'); colon != text::NPOS;
+       colon = text::find_either(text, U':', U'：', colon + 1)) {
+    const auto name = name_behind(text, colon);
     if (!name.empty() && seen.insert(name)) names.push_back(name);
   }
   return names;

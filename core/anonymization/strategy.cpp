@@ -6,6 +6,7 @@
 #include "core/anonymization/hook.hpp"
 #include "core/anonymization/span_index.hpp"
 #include "core/errors.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::anonymization {
@@ -40,8 +41,9 @@ class AliasSupport {
                std::vector<Offset> org_ends)
       : reported_(SpanIndex::of(reported)), org_ends_(std::move(org_ends)) {
     std::sort(org_ends_.begin(), org_ends_.end());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      if (ends_paragraph(text[i])) paragraph_ends_.push_back(static_cast<Offset>(i));
+    for (auto at = text::find_either(text, LINE_FEED, JOINER); at != text::NPOS;
+         at = text::find_either(text, LINE_FEED, JOINER, at + 1)) {
+      paragraph_ends_.push_back(static_cast<Offset>(at));
     }
   }
 
@@ -56,8 +58,9 @@ class AliasSupport {
  private:
   static constexpr Offset NONE = -1;
 
-  // A line feed, or the character that every paragraph joiner begins with.
-  static constexpr bool ends_paragraph(char32_t c) { return c == U'\n' || c == 0xE000; }
+  // What ends a paragraph; every paragraph joiner begins with the second.
+  static constexpr char32_t LINE_FEED = U'\n';
+  static constexpr char32_t JOINER = 0xE000;
 
   // The last of the sorted offsets that is below `limit`.
   static Offset last(const std::vector<Offset>& sorted, Offset limit) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/anonymization/cleanup/filter_rules.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::anonymization {
@@ -112,7 +113,8 @@ bool is_generic(std::u32string_view text, const RecognizerResult& r) {
 
 std::u32string _normalize_fill_underscores_for_analysis(std::u32string_view text) {
   std::u32string out(text);
-  for (auto at = out.find(UNDERSCORE); at != out.npos; at = out.find(UNDERSCORE, at)) {
+  for (auto at = text::find_character(out, UNDERSCORE); at != text::NPOS;
+       at = text::find_character(out, UNDERSCORE, at)) {
     const auto size = std::min(out.find_first_not_of(UNDERSCORE, at), out.size()) - at;
     if (size >= SHORTEST_FILL) out.replace(at, size, size, U' ');
     at += size;

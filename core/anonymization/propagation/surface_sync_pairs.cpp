@@ -191,7 +191,8 @@ std::vector<SurfacePlaceholder> Collector::pairs() const {
 
 std::vector<SurfacePlaceholder> collect_document_entity_surface_sync_pairs(
     std::u32string_view text, const Analyzer& analyzer, std::string_view language,
-    const std::vector<Replacement>* replacements, const PlaceholderByKey* okey_to_org) {
+    const std::vector<Replacement>* replacements, const PlaceholderByKey* okey_to_org,
+    const PlaceholderByKey* okey_to_loc) {
   std::vector<Replacement> built;
   if (replacements == nullptr) {
     built = build_numbered_replacements(text, analyzer, language);
@@ -202,9 +203,12 @@ std::vector<SurfacePlaceholder> collect_document_entity_surface_sync_pairs(
     org_map = build_okey_to_canonical_org_placeholders(text, *replacements, language);
     okey_to_org = &org_map;
   }
-  const auto okey_to_loc =
-      build_okey_to_canonical_location_placeholders(text, *replacements, language);
-  Collector collector(text, *replacements, *okey_to_org, okey_to_loc);
+  PlaceholderByKey loc_map;
+  if (okey_to_loc == nullptr) {
+    loc_map = build_okey_to_canonical_location_placeholders(text, *replacements, language);
+    okey_to_loc = &loc_map;
+  }
+  Collector collector(text, *replacements, *okey_to_org, *okey_to_loc);
   collector.register_spans();
   collector.register_party_names();
   collector.register_located_countries();

@@ -19,6 +19,7 @@
 #include "core/anonymization/replacements/hit_steps.hpp"
 #include "core/anonymization/span_index.hpp"
 #include "core/person_clustering.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/view_map.hpp"
@@ -47,6 +48,15 @@ constexpr Offset CHINA_LENGTH = 2;
 // Placeholders read the same in documents of both languages, so that the
 // numbered and the canonical ones agree.
 constexpr std::string_view PLACEHOLDER_LOCALE = "zh";
+
+// Whether the text holds the phrase, whose first character is rare.
+bool has_phrase(std::u32string_view text, std::u32string_view phrase) {
+  for (auto at = text::find_character(text, phrase.front()); at != text::NPOS;
+       at = text::find_character(text, phrase.front(), at + 1)) {
+    if (text.substr(at).starts_with(phrase)) return true;
+  }
+  return false;
+}
 
 void sort_by_start(auto& spans) {
   const auto begins_first = [](const auto& a, const auto& b) { return a.start < b.start; };
@@ -258,7 +268,7 @@ void Numberer::expand_party_mentions() {
 }
 
 void Numberer::add_china_phrases() {
-  if (text_.find(BETWEEN_TWO_COUNTRIES) == text::NPOS) return;
+  if (!has_phrase(text_, BETWEEN_TWO_COUNTRIES)) return;
   const auto phrases = RE_CHINA_AND_ANOTHER.find_all(text_);
   if (phrases.empty()) return;
   const auto taken = SpanIndex::of(replacements_);

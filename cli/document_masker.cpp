@@ -45,11 +45,13 @@ MaskedDocument DocumentMasker::mask(documents::Document& source,
                                     const Wanted& wanted, std::ostream& err,
                                     const std::function<void()>& analyzed) const {
   const auto& text = source.text();
-  const auto [analysis_text, language] = analysis_input(text, options_);
+  auto [analysis_text, language] = analysis_input(text, options_);
   auto hits = analyzer_.analyze(analysis_text, language);
   if (matter_ != nullptr) add_known_hits(text, *matter_, hits);
   analyzed();
   MaskedDocument out;
+  if (wanted.checks) out.unmaskable = core::nlp::unmaskable_names(analysis_text, hits).size();
+  analysis_text = {};
   auto masked = mask_unlabelled(text, options_, KnownHits(hits), overrides);
   source.set_kept([&, of = masked.language] {
     return documents::kept_on_purpose(text, hits, of, options_.profile, overrides);
@@ -62,7 +64,6 @@ MaskedDocument DocumentMasker::mask(documents::Document& source,
     }
   }
   masked = labelled(std::move(masked), options_);
-  if (wanted.checks) out.unmaskable = core::nlp::unmaskable_names(analysis_text, hits).size();
   std::u32string original;
   if (wanted.checks && wanted.mapping) original = source.written(masked).original;
   if (wanted.bytes) out.bytes = source.write(masked);

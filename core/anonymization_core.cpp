@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "core/anonymization/analyzer/language.hpp"
 #include "core/anonymization/avs_workgroup_party.hpp"
 #include "core/anonymization/cleanup/filters.hpp"
+#include "core/anonymization/propagation/canonical_placeholders.hpp"
 #include "core/anonymization/replacements/span_postprocess.hpp"
+#include "core/anonymization/text_findings.hpp"
 #include "core/document_text.hpp"
 #include "core/entity_sync.hpp"
 #include "core/errors.hpp"
@@ -27,7 +30,9 @@ std::u32string text_of(std::string_view bytes) {
   }
 }
 
-// The hits of one text that were found before; any other text is analysed.
+// The hits of one text that were found before; any other text is analysed. They are
+// handed out once, as the steps change what they are given: whoever asks again has the
+// text analysed again.
 class AnalyzedText : public Analyzer {
  public:
   AnalyzedText(const Analyzer& analyzer, std::u32string text, std::string language)
@@ -36,19 +41,22 @@ class AnalyzedText : public Analyzer {
         language_(std::move(language)),
         hits_(analyzer_.analyze(text_, language_)) {}
 
-  const std::vector<RecognizerResult>& hits() const { return hits_; }
+  const std::vector<RecognizerResult>& hits() const { return *hits_; }
 
   std::vector<RecognizerResult> analyze(std::u32string_view text,
                                         std::string_view language) const override {
-    if (text == text_ && language == language_) return hits_;
-    return analyzer_.analyze(text, language);
+    const bool same = hits_ && language == language_ && text.size() == text_.size() &&
+                      std::equal(text.begin(), text.end(), text_.begin());
+    if (!same) return analyzer_.analyze(text, language);
+    text_ = {};
+    return *std::exchange(hits_, std::nullopt);
   }
 
  private:
   const Analyzer& analyzer_;
-  std::u32string text_;
+  mutable std::u32string text_;
   std::string language_;
-  std::vector<RecognizerResult> hits_;
+  mutable std::optional<std::vector<RecognizerResult>> hits_;
 };
 
 // Names are spread without regard to what is to be kept.
@@ -72,11 +80,14 @@ AnonymizedDocument anonymize(std::u32string_view text, const Analyzer& analyzer,
   out.language = std::move(language);
   const auto [filtered, org_by_okey] =
       prepare_document_text_replacements(text, analyzer, out.language, strategy_profile);
-  out.replacements = canonical_replacements(text, filtered, org_by_okey, out.language);
+  const auto loc_by_okey =
+      build_okey_to_canonical_location_placeholders(text, filtered, out.language);
+  out.replacements = canonical_replacements(text, filtered, org_by_okey, loc_by_okey);
   out.mapping = mapping_entries_from_replacements(text, out.replacements);
   MaskedText masked(text);
   masked.splice_right_to_left(edits_of(out.replacements));
-  apply_entity_surface_sync(masked, text, analyzer, out.language, filtered, org_by_okey);
+  apply_entity_surface_sync(masked, text, analyzer, out.language, filtered, org_by_okey,
+                            &loc_by_okey);
   if (const auto* overrides = OverridesScope::of(text)) take_back_kept(masked, *overrides);
   strip_docx_joiner_sequences(masked);
   out.placements = masked.take_placements();
@@ -91,6 +102,7 @@ AnonymizedDocument anonymize_document(std::u32string_view text, const Analyzer& 
                                       Aliases aliases, const Overrides& overrides) {
   std::optional<OverridesScope> scope;
   if (!overrides.empty()) scope.emplace(text, overrides);
+  const TextFindingsScope findings(text);
   auto resolved = resolve_analyze_language(language, text);
   if (aliases == Aliases::SEPARATE) {
     return anonymize(text, analyzer, std::move(resolved), strategy_profile);

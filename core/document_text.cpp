@@ -62,14 +62,21 @@ std::vector<Replacement> _apply_llm_keep_mask_decision(std::u32string_view text,
 std::vector<Replacement> canonical_replacements(
     std::u32string_view text, const std::vector<Replacement>& filtered_replacements,
     const PlaceholderByKey& org_by_okey, std::string_view language) {
-  const auto loc_by_okey =
-      build_okey_to_canonical_location_placeholders(text, filtered_replacements, language);
+  return canonical_replacements(
+      text, filtered_replacements, org_by_okey,
+      build_okey_to_canonical_location_placeholders(text, filtered_replacements, language));
+}
+
+std::vector<Replacement> canonical_replacements(
+    std::u32string_view text, const std::vector<Replacement>& filtered_replacements,
+    const PlaceholderByKey& org_by_okey, const PlaceholderByKey& loc_by_okey) {
   auto out = filtered_replacements;
-  for (auto& [start, end, placeholder] : out) {
-    placeholder = canonical_org_placeholder_for_span(text, start, end, placeholder, org_by_okey);
-    placeholder =
-        canonical_location_placeholder_for_span(text, start, end, placeholder, loc_by_okey);
-    placeholder = ensure_ascii_placeholder_brackets(placeholder);
+  CanonicalPlaceholders canonical(text, org_by_okey, loc_by_okey);
+  for (auto& replacement : out) {
+    canonical.write_to(replacement);
+    if (has_full_width_brackets(replacement.placeholder)) {
+      replacement.placeholder = ensure_ascii_placeholder_brackets(replacement.placeholder);
+    }
   }
   return out;
 }

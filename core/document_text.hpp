@@ -48,6 +48,10 @@ std::vector<Replacement> _apply_llm_keep_mask_decision(std::u32string_view text,
 std::vector<Replacement> canonical_replacements(
     std::u32string_view text, const std::vector<Replacement>& filtered_replacements,
     const PlaceholderByKey& org_by_okey, std::string_view language);
+// The same, with the canonical placeholders of places.
+std::vector<Replacement> canonical_replacements(
+    std::u32string_view text, const std::vector<Replacement>& filtered_replacements,
+    const PlaceholderByKey& org_by_okey, const PlaceholderByKey& loc_by_okey);
 
 // The text with the canonical placeholders written over the spans, from right
 // to left. Overlapping spans are not refused: the later start is written first.

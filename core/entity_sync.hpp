@@ -23,7 +23,8 @@ std::u32string _apply_entity_surface_sync_to_text(
 void apply_entity_surface_sync(MaskedText& out, std::u32string_view src_text,
                                const Analyzer& analyzer, std::string_view language,
                                const std::vector<Replacement>& filtered_replacements,
-                               const PlaceholderByKey& org_by_okey);
+                               const PlaceholderByKey& org_by_okey,
+                               const PlaceholderByKey* loc_by_okey = nullptr);
 
 // "zh" for a text with an ideograph, whatever was requested; else the request,
 // where it is "en" ("mixed" is "en" here), and "zh" for any other.

@@ -16,8 +16,10 @@ std::vector<MappingEntry> mapping_entries_from_canonical_replacements(
 
 std::vector<MappingEntry> mapping_entries_from_replacements(std::u32string_view text,
                                                             std::vector<Replacement> replacements) {
-  std::stable_sort(replacements.begin(), replacements.end(),
-                   [](const auto& a, const auto& b) { return a.start < b.start; });
+  const auto begins_first = [](const auto& a, const auto& b) { return a.start < b.start; };
+  if (!std::is_sorted(replacements.begin(), replacements.end(), begins_first)) {
+    std::stable_sort(replacements.begin(), replacements.end(), begins_first);
+  }
   std::vector<MappingEntry> out;
   out.reserve(replacements.size());
   for (auto& r : replacements) {

@@ -1,5 +1,7 @@
 #include "core/masked_stretches.hpp"
 
+#include <algorithm>
+
 #include "core/anonymization/placeholders.hpp"
 #include "core/text/unicode.hpp"
 
@@ -14,6 +16,10 @@ class Along {
 
   Offset at() const { return static_cast<Offset>(at_); }
   void pass(std::u32string_view kept) {
+    if (is_here(kept)) {  // as nearly always
+      at_ += kept.size();
+      return;
+    }
     for (const char32_t c : kept) {
       at_ = original_.find(c, at_);
       at_ = at_ == std::u32string_view::npos ? original_.size() : at_ + 1;
@@ -21,20 +27,36 @@ class Along {
   }
   // To the surface, which stands here or behind what was taken out.
   void find(std::u32string_view surface) {
-    if (original_.substr(at_).starts_with(surface)) return;
+    if (is_here(surface)) return;
     if (const auto found = original_.find(surface, at_); found != std::u32string_view::npos) {
       at_ = found;
     }
   }
 
  private:
+  bool is_here(std::u32string_view words) const {
+    return words.size() <= original_.size() - at_ &&
+           std::equal(words.begin(), words.end(), original_.begin() + at());
+  }
+
   std::u32string_view original_;
   std::size_t at_ = 0;
 };
 
+// Whether no bracket stands between the first character and the last, so that nothing but
+// the whole can be a placeholder.
+bool is_bare(std::u32string_view written) {
+  const auto inside = written.substr(written.empty() ? 0 : 1);
+  const auto bracket = [](char32_t c) { return c == U'[' || c == U']'; };
+  return written.size() > 1 &&
+         std::none_of(inside.begin(), inside.end() - 1, bracket) &&
+         !has_full_width_brackets(inside.substr(0, inside.size() - 1));
+}
+
 }  // namespace
 
 BarePlaceholder without_wording(std::u32string_view written, std::u32string_view surface) {
+  if (is_bare(written)) return {written, 0, 0};
   for (const auto& [from, to] : find_numbered_placeholders(written)) {
     const auto start = static_cast<std::size_t>(from);
     const auto end = static_cast<std::size_t>(to);
@@ -45,6 +67,17 @@ BarePlaceholder without_wording(std::u32string_view written, std::u32string_view
     }
   }
   return {written, 0, 0};
+}
+
+std::vector<std::u32string_view> masked_placeholders(const AnonymizedDocument& document) {
+  std::vector<std::u32string_view> out;
+  out.reserve(document.placements.size());
+  for (const auto& placement : document.placements) {
+    const auto written = text::slice(document.text, placement.start, placement.end);
+    const auto bare = without_wording(written, placement.surface);
+    if (placement.surface.size() > bare.before + bare.behind) out.push_back(bare.placeholder);
+  }
+  return out;
 }
 
 std::vector<MaskedStretch> masked_stretches(std::u32string_view original,

@@ -36,4 +36,7 @@ struct MaskedStretch {
 std::vector<MaskedStretch> masked_stretches(std::u32string_view original,
                                             const AnonymizedDocument& document);
 
+// Their placeholders alone, views into `document`.
+std::vector<std::u32string_view> masked_placeholders(const AnonymizedDocument& document);
+
 }  // namespace core::anonymization

@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "core/text/unicode.hpp"
+#include "core/text/view_map.hpp"
 
 namespace core {
 namespace {
@@ -207,8 +208,10 @@ std::vector<const RecognizerResult*> in_text_order(const std::vector<RecognizerR
   std::vector<const RecognizerResult*> ordered;
   ordered.reserve(persons.size());
   for (const auto& person : persons) ordered.push_back(&person);
-  std::stable_sort(ordered.begin(), ordered.end(),
-                   [](const auto* a, const auto* b) { return a->start < b->start; });
+  const auto begins_first = [](const auto* a, const auto* b) { return a->start < b->start; };
+  if (!std::is_sorted(ordered.begin(), ordered.end(), begins_first)) {
+    std::stable_sort(ordered.begin(), ordered.end(), begins_first);
+  }
   return ordered;
 }
 
@@ -257,12 +260,17 @@ std::u32string person_identity_key(std::u32string_view text, Offset start, Offse
 std::map<std::pair<Offset, Offset>, std::int64_t> person_span_to_placeholder_num(
     std::u32string_view text, const std::vector<RecognizerResult>& persons) {
   Spellings spellings;
+  text::ViewMap<std::optional<std::size_t>> spelling_of_surface;
   std::vector<std::pair<std::pair<Offset, Offset>, std::size_t>> spelling_of_span;
   for (const auto* person : in_text_order(persons)) {
-    const auto name = name_of(text::slice(text, person->start, person->end));
-    auto key = name.key();
-    if (key.empty()) continue;
-    spelling_of_span.push_back({{person->start, person->end}, spellings.add(name, std::move(key))});
+    const auto surface = text::slice(text, person->start, person->end);
+    const auto [entry, is_new] = spelling_of_surface.add(surface);
+    if (is_new) {
+      const auto name = name_of(surface);
+      if (auto key = name.key(); !key.empty()) entry.value = spellings.add(name, std::move(key));
+    }
+    if (!entry.value) continue;
+    spelling_of_span.push_back({{person->start, person->end}, *entry.value});
   }
 
   const auto person_of = spellings.persons();
@@ -270,7 +278,8 @@ std::map<std::pair<Offset, Offset>, std::int64_t> person_span_to_placeholder_num
   std::map<std::pair<Offset, Offset>, std::int64_t> out;
   for (const auto& [span, spelling] : spelling_of_span) {
     const auto next = static_cast<std::int64_t>(number_of_person.size()) + 1;
-    out[span] = number_of_person.try_emplace(person_of[spelling], next).first->second;
+    const auto number = number_of_person.try_emplace(person_of[spelling], next).first->second;
+    out.insert_or_assign(out.end(), span, number);  // where most belong
   }
   return out;
 }

@@ -147,8 +147,12 @@ std::size_t length_at_end(std::u32string_view s, std::u32string_view title) {
 }
 
 std::u32string_view without_title_behind(std::u32string_view s) {
+  const auto last = std::find_if(s.rbegin(), s.rend(), is_name_character);
+  if (last == s.rend()) return trimmed(s);
   std::size_t longest = 0;
-  const auto try_title = [&](auto title) { longest = std::max(longest, length_at_end(s, title)); };
+  const auto try_title = [&](auto title) {
+    if (title.back() == *last) longest = std::max(longest, length_at_end(s, title));
+  };
   std::for_each(std::begin(CHINESE_TITLES), std::end(CHINESE_TITLES), try_title);
   std::for_each(std::begin(CHINESE_HONORIFICS), std::end(CHINESE_HONORIFICS), try_title);
   return trimmed(s.substr(0, s.size() - longest));
@@ -162,7 +166,9 @@ std::u32string_view without_title_before(std::u32string_view s) {
   const auto word =
       s.substr(0, static_cast<std::size_t>(
                       std::find_if_not(s.begin(), s.end(), text::is_ascii_alpha) - s.begin()));
-  if (word.size() < s.size() && is_title_before(text::case_fold(word))) longest = word.size();
+  if (!word.empty() && word.size() < s.size() && is_title_before(text::case_fold(word))) {
+    longest = word.size();
+  }
   return trimmed(s.substr(longest));
 }
 

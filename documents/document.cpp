@@ -4,6 +4,7 @@
 
 #include "core/anonymization/placeholders.hpp"
 #include "core/masked_stretches.hpp"
+#include "core/text/view_map.hpp"
 #include "documents/docx.hpp"
 #include "documents/errors.hpp"
 #include "documents/joiner_escapes.hpp"
@@ -20,20 +21,16 @@ class TextDocument : public Document {
  public:
   explicit TextDocument(EncodedText source)
       : source_(std::move(source)), escapes_(JoinerEscapes::of(source_.text)) {
-    source_.text = escapes_.escape(source_.text);
+    source_.text = escapes_.escape(std::move(source_.text));
     report_.format = "text";
   }
 
   const std::u32string& text() const override { return source_.text; }
-  std::u32string as_written(std::u32string_view text) const override {
-    return escapes_.restore(text);
+  std::u32string as_written(std::u32string text) const override {
+    return escapes_.restore(std::move(text));
   }
   std::string write(const anonymization::AnonymizedDocument& masked) override {
-    for (const auto& stretch : anonymization::masked_stretches(source_.text, masked)) {
-      const auto parsed = anonymization::parse_numbered_placeholder(stretch.placeholder);
-      report_.count("text",
-                    parsed ? parsed->tag : std::string(anonymization::entity_type::CARD_LAST4));
-    }
+    report_.count("text", anonymization::masked_placeholders(masked));
     return encode_text(as_written(masked.text), source_);
   }
   std::string_view encoding() const override { return encoding_name(source_.encoding); }
@@ -77,18 +74,28 @@ void refuse_other_files(std::string_view bytes) {
   }
 }
 
-void Report::count(const std::string& story, const std::string& kind) {
+void Report::count(const std::string& story, const std::string& kind, std::size_t times) {
   const auto found = std::find_if(stories.begin(), stories.end(),
                                   [&](const auto& entry) { return entry.first == story; });
   auto& entry = found == stories.end()
                     ? stories.emplace_back(story, std::map<std::string, std::size_t>())
                     : *found;
-  ++entry.second[kind];
+  entry.second[kind] += times;
+}
+
+void Report::count(const std::string& story, const std::vector<std::u32string_view>& placeholders) {
+  core::text::ViewMap<std::size_t> times;
+  for (const auto placeholder : placeholders) ++times.add(placeholder).first.value;
+  for (const auto& [placeholder, count_of_it] : times.entries()) {
+    const auto parsed = anonymization::parse_numbered_placeholder(placeholder);
+    count(story, parsed ? parsed->tag : std::string(anonymization::entity_type::CARD_LAST4),
+          count_of_it);
+  }
 }
 
 WrittenText Document::written(const anonymization::AnonymizedDocument& masked) {
   WrittenText out{as_written(masked.text), masked.placements, as_written(text())};
-  for (auto& placement : out.placements) placement.surface = as_written(placement.surface);
+  for (auto& p : out.placements) p.surface = as_written(std::move(p.surface));
   return out;
 }
 
@@ -110,10 +117,17 @@ std::unique_ptr<Document> make_text_document(std::u32string text) {
 
 anonymization::AnonymizedDocument as_written(anonymization::AnonymizedDocument masked,
                                              Document& document) {
-  auto written = document.written(masked);
-  masked.text = std::move(written.text);
-  masked.placements = std::move(written.placements);
-  for (auto& entry : masked.mapping) entry.surface = document.as_written(entry.surface);
+  if (document.is_plain_text()) {  // nothing but characters changes
+    masked.text = document.as_written(std::move(masked.text));
+    for (auto& p : masked.placements) p.surface = document.as_written(std::move(p.surface));
+  } else {
+    auto written = document.written(masked);
+    masked.text = std::move(written.text);
+    masked.placements = std::move(written.placements);
+  }
+  for (auto& entry : masked.mapping) {
+    entry.surface = document.as_written(std::move(entry.surface));
+  }
   return masked;
 }
 

@@ -30,7 +30,9 @@ struct Report {
   std::vector<std::string> removed;       // the same
   std::vector<std::string> warnings;
 
-  void count(const std::string& story, const std::string& kind);
+  void count(const std::string& story, const std::string& kind, std::size_t times = 1);
+  // By the kinds of the placeholders.
+  void count(const std::string& story, const std::vector<std::u32string_view>& placeholders);
 };
 
 class Document {
@@ -44,7 +46,7 @@ class Document {
   // joiners; none of these stands in the document itself.
   virtual const std::u32string& text() const = 0;
   // The text, or what an analysis made of a part of it, as the document has it.
-  virtual std::u32string as_written(std::u32string_view text) const = 0;
+  virtual std::u32string as_written(std::u32string text) const = 0;
   // How to learn what of text() was left on purpose. It is asked at most once, by
   // written() or write(), and only if something was left that reads like a masked text.
   using Kept = std::function<core::anonymization::Stretches()>;

@@ -120,8 +120,8 @@ class DocxDocument : public Document {
   }
 
   const std::u32string& text() const override { return text_.text(); }
-  std::u32string as_written(std::u32string_view text) const override {
-    return text_.escapes().restore(text);
+  std::u32string as_written(std::u32string text) const override {
+    return text_.escapes().restore(std::move(text));
   }
   WrittenText written(const anonymization::AnonymizedDocument& masked) override {
     mask_text(masked);
@@ -158,7 +158,8 @@ void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
   std::vector<std::u32string> surfaces;
   std::vector<DocxText::Span> spans;
   for (const auto& stretch : stretches) {
-    surfaces.push_back(as_written(core::text::slice(text_.text(), stretch.start, stretch.end)));
+    surfaces.push_back(as_written(
+        std::u32string(core::text::slice(text_.text(), stretch.start, stretch.end))));
     spans.push_back({static_cast<std::size_t>(stretch.start), static_cast<std::size_t>(stretch.end),
                      stretch.placeholder});
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace documents {
 namespace {
@@ -11,17 +12,11 @@ constexpr char32_t CLOSING = 0xE001;
 constexpr char32_t PRIVATE_PLANE = 0xF0000;
 constexpr char32_t PRIVATE_PLANE_END = 0xFFFFD;
 
-std::u32string replaced(std::u32string_view text, char32_t from, char32_t to, char32_t from_other,
+std::u32string replaced(std::u32string text, char32_t from, char32_t to, char32_t from_other,
                         char32_t to_other) {
-  std::u32string out(text);
-  for (char32_t& c : out) {
-    if (c == from) {
-      c = to;
-    } else if (c == from_other) {
-      c = to_other;
-    }
-  }
-  return out;
+  // Without a branch, for the compiler to take several characters at a time.
+  for (char32_t& c : text) c = c == from ? to : c == from_other ? to_other : c;
+  return text;
 }
 
 }  // namespace
@@ -42,12 +37,12 @@ JoinerEscapes JoinerEscapes::of(std::u32string_view text) {
   return out;
 }
 
-std::u32string JoinerEscapes::escape(std::u32string_view text) const {
-  return replaced(text, OPENING, opening_, CLOSING, closing_);
+std::u32string JoinerEscapes::escape(std::u32string text) const {
+  return replaced(std::move(text), OPENING, opening_, CLOSING, closing_);
 }
 
-std::u32string JoinerEscapes::restore(std::u32string_view text) const {
-  return replaced(text, opening_, OPENING, closing_, CLOSING);
+std::u32string JoinerEscapes::restore(std::u32string text) const {
+  return replaced(std::move(text), opening_, OPENING, closing_, CLOSING);
 }
 
 }  // namespace documents

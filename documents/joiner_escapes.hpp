@@ -16,8 +16,8 @@ class JoinerEscapes {
   // The first two of a private plane that `text` does not hold.
   static JoinerEscapes of(std::u32string_view text);
 
-  std::u32string escape(std::u32string_view text) const;
-  std::u32string restore(std::u32string_view text) const;
+  std::u32string escape(std::u32string text) const;
+  std::u32string restore(std::u32string text) const;
 
  private:
   char32_t opening_ = 0xF0000;

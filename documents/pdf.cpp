@@ -152,7 +152,7 @@ class PdfDocument : public Document {
  public:
   explicit PdfDocument(PdfText source)
       : text_(std::move(source.text)), escapes_(JoinerEscapes::of(text_)) {
-    text_ = escapes_.escape(text_);
+    text_ = escapes_.escape(std::move(text_));
     report_.format = "pdf";
     report_.warnings.emplace_back(
         "of a PDF the text alone is written, without layout and pictures");
@@ -167,15 +167,11 @@ class PdfDocument : public Document {
   }
 
   const std::u32string& text() const override { return text_; }
-  std::u32string as_written(std::u32string_view part) const override {
-    return escapes_.restore(part);
+  std::u32string as_written(std::u32string part) const override {
+    return escapes_.restore(std::move(part));
   }
   std::string write(const anonymization::AnonymizedDocument& masked) override {
-    for (const auto& stretch : anonymization::masked_stretches(text_, masked)) {
-      const auto parsed = anonymization::parse_numbered_placeholder(stretch.placeholder);
-      report_.count("text",
-                    parsed ? parsed->tag : std::string(anonymization::entity_type::CARD_LAST4));
-    }
+    report_.count("text", anonymization::masked_placeholders(masked));
     return text::encode_utf8(as_written(masked.text));
   }
   const Report& report() const override { return report_; }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/text/unicode.hpp"
+
 namespace core::anonymization {
 namespace {
 
@@ -112,6 +114,13 @@ constexpr char32_t PARTY_LABEL[] =
     UR"())"
     UR"((?:\h{0,4}[（(【\[][^（）()【】\[\]:：\n\uE000]{0,40}+[）)】\]]){0,2}\h{0,4}[:：](?:[\h_]|户名|名称|全称){0,24}+)";
 
+// The ideographs that a label ends in, of its nouns and of the numerals behind them. Any
+// other one stands in a label only behind a stroke, at the end of a translation.
+constexpr std::u32string_view PARTY_LABEL_ENDS =
+    U"方人者主商东行户名称章字致位构关业司团校院头问理证保一二三四五六七八九十";
+constexpr std::u32string_view PARTY_LABEL_STROKES = U"/／|";
+constexpr std::size_t PARTY_LABEL_TRANSLATION = 4 + 12;  // blanks and ideographs
+
 const Regex RE_RESEARCH_CENTER("RE_RESEARCH_CENTER", UR"(研(?:究|发|究开发|究与发展)中心)");
 
 // Nothing before the noun that would name a centre: 该研究中心, 各类研究中心,
@@ -208,7 +217,16 @@ constexpr auto PARTY_LABELED_INSTITUTION_PATTERN = joined(
 const Regex RE_PARTY_LABELED_INSTITUTION("RE_PARTY_LABELED_INSTITUTION",
                                          view(PARTY_LABELED_INSTITUTION_PATTERN));
 
+bool may_end_party_label(std::u32string_view text) {
+  while (!text.empty() && text::is_space(text.back())) text.remove_suffix(1);
+  if (text.empty() || !text::is_ideograph(text.back())) return true;
+  if (PARTY_LABEL_ENDS.find(text.back()) != text::NPOS) return true;
+  const auto reach = std::min(text.size(), PARTY_LABEL_TRANSLATION + 1);
+  return text.substr(text.size() - reach).find_first_of(PARTY_LABEL_STROKES) != text::NPOS;
+}
+
 bool _is_cn_generic_research_center_narrative(std::u32string_view surface) {
+  if (surface.find(U"中心") == surface.npos) return false;  // sooner, of nearly all names
   const auto center = RE_RESEARCH_CENTER.search(surface);
   if (!center || RE_NAMED_BODY_AT_END.search(surface)) return false;
   if (surface.substr(0, center->start()).find(U'的') != std::u32string_view::npos) return true;

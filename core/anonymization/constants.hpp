@@ -37,6 +37,9 @@ extern const text::Regex RE_ZH_CONTRACT_FIELD_LABEL;
 
 // The label alone, with its colon and the blanks up to the name.
 extern const text::Regex RE_PARTY_LABEL;
+// False if no party label can end in the colon that stands behind `text`: most colons are
+// told by the ideograph before them.
+bool may_end_party_label(std::u32string_view text);
 // A party label and the name behind it, to the end of the name; group "name" is
 // the name. Companies: 甲方（委托方）：北京…有限公司, Party A: Acme Ltd.
 extern const text::Regex RE_PARTY_LABELED_COMPANY;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <iterator>
 #include <unordered_map>
 
@@ -56,7 +57,7 @@ class CountryTable {
   // nullptr if `name` is no country's. The article may come without its blank:
   // callers hand in surfaces that have lost their white space.
   const std::u32string* find(std::u32string_view name) const {
-    if (is_too_long(name)) return nullptr;
+    if (!may_begin_name(name) || is_too_long(name)) return nullptr;
     auto key = name_key(name);
     const auto* canonical = find_key(key);
     if (canonical != nullptr || !key.starts_with(ARTICLE)) return canonical;
@@ -76,6 +77,7 @@ class CountryTable {
     auto key = name_key(name);
     if (key.empty()) return;
     longest_ = std::max(longest_, key.size());
+    if (key.size() > 1) beginnings_.set(place_of(key[0], key[1]));
     if (canonical_.try_emplace(std::move(key), canonical).second) spellings_.emplace_back(name);
   }
 
@@ -93,6 +95,18 @@ class CountryTable {
     for (const auto& name : names) add(name, canonical);
   }
 
+  static std::size_t place_of(char32_t first, char32_t second) {
+    return (first * 31 + second) % MOST_BEGINNINGS;
+  }
+
+  // Whether some name begins like this one. Of two ideographs the first two characters of
+  // its key are these two; of anything else nothing is told.
+  bool may_begin_name(std::u32string_view name) const {
+    const bool told =
+        name.size() > 1 && text::is_ideograph(name[0]) && text::is_ideograph(name[1]);
+    return !told || beginnings_.test(place_of(name[0], name[1]));
+  }
+
   // Most surfaces are; they are not worth a key. White space is not counted.
   bool is_too_long(std::u32string_view name) const {
     std::size_t length = 0;
@@ -105,6 +119,8 @@ class CountryTable {
   std::unordered_map<std::u32string, std::u32string> canonical_;
   std::vector<std::u32string> spellings_;
   std::size_t longest_ = 0;  // of all keys
+  static constexpr std::size_t MOST_BEGINNINGS = 8192;
+  std::bitset<MOST_BEGINNINGS> beginnings_;  // first two characters of keys, some fall together
 };
 
 const CountryTable& country_table() {

@@ -86,35 +86,57 @@ Cells splice(std::u32string_view text, const std::vector<Edit>& edits) {
 struct Region {
   Offset start;
   Offset end;
-  std::span<const Placement> placements;
+  std::span<Placement> placements;
   std::span<const Edit> edits;
 };
 
-std::vector<Region> regions(std::span<const Placement> placements, std::span<const Edit> edits) {
-  std::vector<Region> out;
-  while (!placements.empty() || !edits.empty()) {
-    const bool edit_first =
-        placements.empty() || (!edits.empty() && edits.front().start < placements.front().start);
-    Region region{edit_first ? edits.front().start : placements.front().start,
-                  edit_first ? edits.front().end : placements.front().end,
-                  placements.first(edit_first ? 0 : 1), edits.first(edit_first ? 1 : 0)};
-    std::size_t taken_placements = region.placements.size();
-    std::size_t taken_edits = region.edits.size();
-    const auto take = [&region](const auto& spans, std::size_t& taken) {
-      if (taken == spans.size() || spans[taken].start >= region.end) return false;
-      region.end = std::max(region.end, spans[taken].end);
-      ++taken;
-      return true;
-    };
-    while (take(placements, taken_placements) || take(edits, taken_edits)) {
-    }
-    region.placements = placements.first(taken_placements);
-    region.edits = edits.first(taken_edits);
-    placements = placements.subspan(taken_placements);
-    edits = edits.subspan(taken_edits);
-    out.push_back(region);
+// Takes the first region off both lists, of which one is not empty.
+Region take_region(std::span<Placement>& placements, std::span<const Edit>& edits) {
+  const bool edit_first =
+      placements.empty() || (!edits.empty() && edits.front().start < placements.front().start);
+  Region region{edit_first ? edits.front().start : placements.front().start,
+                edit_first ? edits.front().end : placements.front().end,
+                {},
+                {}};
+  std::size_t taken_placements = edit_first ? 0 : 1;
+  std::size_t taken_edits = edit_first ? 1 : 0;
+  const auto take = [&region](const auto& spans, std::size_t& taken) {
+    if (taken == spans.size() || spans[taken].start >= region.end) return false;
+    region.end = std::max(region.end, spans[taken].end);
+    ++taken;
+    return true;
+  };
+  while (take(placements, taken_placements) || take(edits, taken_edits)) {
   }
-  return out;
+  region.placements = placements.first(taken_placements);
+  region.edits = edits.first(taken_edits);
+  placements = placements.subspan(taken_placements);
+  edits = edits.subspan(taken_edits);
+  return region;
+}
+
+// How long a text is once the edits, which are disjoint, are written into it.
+std::size_t size_with(std::u32string_view text, const std::vector<Edit>& edits) {
+  auto size = size_of(text);
+  for (const Edit& e : edits) size += size_of(e.written) - (e.end - e.start);
+  return static_cast<std::size_t>(size);
+}
+
+// What the document has where the region stands. Takes it from the placements.
+std::u32string surface_of(std::u32string_view text, const Region& region) {
+  const auto placements = region.placements;
+  if (placements.size() == 1 && placements.front().start == region.start &&
+      placements.front().end == region.end) {
+    return std::move(placements.front().surface);
+  }
+  std::u32string out;
+  Offset at = region.start;
+  for (const Placement& p : placements) {
+    out += text::slice(text, at, p.start);
+    out += p.surface;
+    at = p.end;
+  }
+  return out.append(text::slice(text, at, region.end));
 }
 
 }  // namespace
@@ -128,10 +150,14 @@ std::vector<Edit> edits_of(const std::vector<Replacement>& replacements) {
 
 void MaskedText::write(const std::vector<Edit>& edits) {
   std::u32string out;
+  out.reserve(size_with(text_, edits));
   std::vector<Placement> placements;
   placements.reserve(placements_.size() + edits.size());
   Offset last = 0;
-  for (const Region& region : regions(placements_, edits)) {
+  std::span<Placement> placements_left(placements_);
+  std::span<const Edit> edits_left(edits);
+  while (!placements_left.empty() || !edits_left.empty()) {
+    const Region region = take_region(placements_left, edits_left);
     out += text::slice(text_, last, region.start);
     Placement made{size_of(out), 0, {}};
     Offset at = region.start;
@@ -142,13 +168,7 @@ void MaskedText::write(const std::vector<Edit>& edits) {
     }
     out += text::slice(text_, at, region.end);
     made.end = size_of(out);
-    at = region.start;
-    for (const Placement& p : region.placements) {
-      made.surface += text::slice(text_, at, p.start);
-      made.surface += p.surface;
-      at = p.end;
-    }
-    made.surface += text::slice(text_, at, region.end);
+    made.surface = surface_of(text_, region);
     placements.push_back(std::move(made));
     last = region.end;
   }
@@ -159,6 +179,7 @@ void MaskedText::write(const std::vector<Edit>& edits) {
 
 void MaskedText::erase(const std::vector<Edit>& spans) {
   std::u32string out;
+  out.reserve(text_.size());
   Offset last = 0;
   // The new place of an old offset; asked for in ascending order.
   std::size_t next = 0;
@@ -208,7 +229,9 @@ void MaskedText::take_back(const std::vector<std::size_t>& indices) {
 
 void MaskedText::splice_right_to_left(std::vector<Edit> edits) {
   const auto begins_first = [](const Edit& a, const Edit& b) { return a.start < b.start; };
-  std::stable_sort(edits.begin(), edits.end(), begins_first);
+  if (!std::is_sorted(edits.begin(), edits.end(), begins_first)) {
+    std::stable_sort(edits.begin(), edits.end(), begins_first);
+  }
   if (sorted_disjoint_inside(edits, size_of(text_))) return write(edits);
   std::stable_sort(edits.begin(), edits.end(),
                    [&](const Edit& a, const Edit& b) { return begins_first(b, a); });

@@ -1,16 +1,19 @@
 #include "core/anonymization/party_labeled_names.hpp"
 
 #include <algorithm>
-#include <unordered_set>
+#include <iterator>
 
 #include "core/anonymization/constants.hpp"
 #include "core/anonymization/identity/org_identity.hpp"
 #include "core/anonymization/placeholders.hpp"
 #include "core/anonymization/result.hpp"
 #include "core/anonymization/span_index.hpp"
+#include "core/anonymization/text_findings.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/multi_pattern.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_map.hpp"
 
 namespace core::anonymization {
 namespace {
@@ -33,6 +36,7 @@ bool ends_label(char32_t c) { return is_colon(c) || c == U'\n' || is_joiner_frag
 std::u32string_view name_behind(std::u32string_view text, std::size_t colon) {
   static const std::size_t company = RE_PARTY_LABELED_COMPANY.group(U"name");
   static const std::size_t institution = RE_PARTY_LABELED_INSTITUTION.group(U"name");
+  if (!may_end_party_label(text.substr(0, colon))) return {};
   std::size_t from = colon;
   while (from > 0 && colon - from < LABEL_REACH && !ends_label(text[from - 1])) --from;
   const auto label = RE_PARTY_LABEL.search(text.substr(0, colon + 1), from);
@@ -45,16 +49,20 @@ std::u32string_view name_behind(std::u32string_view text, std::size_t colon) {
   return found ? text::strip(found->text(institution)) : std::u32string_view();
 }
 
-// Views into `text`.
-std::vector<std::u32string_view> labeled_names(std::u32string_view text) {
+std::vector<std::u32string_view> find_labeled_names(std::u32string_view text) {
   std::vector<std::u32string_view> names;
-  std::unordered_set<std::u32string_view> seen;
-  for (auto colon = text.find_first_of(U":："); colon != text::NPOS;
-       colon = text.find_first_of(U":：", colon + 1)) {
+  text::MetWords seen;
+  for (auto colon = text::find_either(text, U':', U'：'); colon != text::NPOS;
+       colon = text::find_either(text, U':', U'：', colon + 1)) {
     const auto name = name_behind(text, colon);
-    if (!name.empty() && seen.insert(name).second) names.push_back(name);
+    if (!name.empty() && seen.insert(name)) names.push_back(name);
   }
   return names;
+}
+
+// Views into `text`.
+std::vector<std::u32string_view> labeled_names(std::u32string_view text) {
+  return found_once(text, &TextFindingsScope::labeled_names, find_labeled_names);
 }
 
 // A Chinese mention is part of a place's name or of an address: 华信集团大厦,
@@ -143,8 +151,8 @@ std::vector<std::u32string> _collect_party_labeled_org_names(std::u32string_view
 
 // What stands inside a mention that is left alone is left alone too: 华信公司 in
 // 北京华信公司大厦.
-PartyMentions _expand_party_org_mentions(const PartyMentionRequest& request) {
-  PartyMentions out{request.replacements, request.org_counter};
+std::vector<Replacement> further_party_mentions(const PartyMentionRequest& request) {
+  std::vector<Replacement> out;
   const auto names = numbered_names(request);
   if (names.empty()) return out;
   const auto replaced = SpanIndex::of(request.replacements);
@@ -156,10 +164,17 @@ PartyMentions _expand_party_org_mentions(const PartyMentionRequest& request) {
     const auto end = static_cast<Offset>(hit.end);
     if (replaced.overlaps(start, end) || !is_own_mention(request.text, hit.start, hit.end))
       continue;
-    out.replacements.push_back({start, end,
-                                format_numbered_placeholder(tag::ORG, names[hit.pattern].number,
-                                                            request.placeholder_locale)});
+    out.push_back({start, end,
+                   format_numbered_placeholder(tag::ORG, names[hit.pattern].number,
+                                               request.placeholder_locale)});
   }
+  return out;
+}
+
+PartyMentions _expand_party_org_mentions(const PartyMentionRequest& request) {
+  PartyMentions out{request.replacements, request.org_counter};
+  auto further = further_party_mentions(request);
+  std::move(further.begin(), further.end(), std::back_inserter(out.replacements));
   return out;
 }
 

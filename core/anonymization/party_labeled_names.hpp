@@ -39,4 +39,7 @@ struct PartyMentionRequest {
 // the text, whatever the number of names.
 PartyMentions _expand_party_org_mentions(const PartyMentionRequest& request);
 
+// What it adds, alone.
+std::vector<Replacement> further_party_mentions(const PartyMentionRequest& request);
+
 }  // namespace core::anonymization

@@ -107,6 +107,22 @@ std::optional<Body> parse_placeholder(std::u32string_view s) {
   return parse_body(s.substr(1, s.size() - 2));
 }
 
+// The label in which a placeholder such as [机构12] is written, or nullptr for one that
+// takes more reading.
+const Label* label_of_plain(std::u32string_view placeholder) {
+  constexpr std::size_t MOST_DIGITS = 18;  // that fit any number
+  const auto is_plain = [placeholder](const Label& label) {
+    if (placeholder.front() != U'[' || placeholder.back() != U']') return false;
+    const auto body = placeholder.substr(1, placeholder.size() - 2);
+    if (!body.starts_with(label.zh)) return false;
+    const auto digits = body.substr(label.zh.size());
+    return !digits.empty() && digits.size() <= MOST_DIGITS && digits.front() != U'0' &&
+           std::all_of(digits.begin(), digits.end(), text::is_ascii_digit);
+  };
+  const auto* label = std::find_if(std::begin(LABELS), std::end(LABELS), is_plain);
+  return label == std::end(LABELS) ? nullptr : label;
+}
+
 bool is_card_body(std::u32string_view body) {
   if (!body.starts_with(CARD_PREFIX)) return false;
   body.remove_prefix(CARD_PREFIX.size());
@@ -172,11 +188,12 @@ std::optional<NumberedPlaceholder> parse_numbered_placeholder(std::u32string_vie
 }
 
 bool is_numbered_placeholder_of(std::u32string_view placeholder, std::string_view tag) {
-  // Most are told by their first letter.
+  // Most are told by their first letter, or are of a tag that has a label.
   const bool may_be =
       placeholder.size() > 1 && !tag.empty() &&
       (placeholder[1] >= 0x80 || placeholder[1] == static_cast<unsigned char>(tag[0]));
   if (!may_be) return false;
+  if (const auto* label = label_of_plain(placeholder)) return label->tag == tag;
   const auto body = parse_placeholder(placeholder);
   return body && body->has_tag(tag);
 }
@@ -190,9 +207,15 @@ std::vector<std::pair<Offset, Offset>> find_numbered_placeholders(std::u32string
   return found;
 }
 
+bool has_full_width_brackets(std::u32string_view placeholder) {
+  return std::any_of(placeholder.begin(), placeholder.end(), [](char32_t c) {
+    return c == U'［' || c == U'］' || c == U'【' || c == U'】';
+  });
+}
+
 std::u32string ensure_ascii_placeholder_brackets(std::u32string_view placeholder) {
   std::u32string out(placeholder);
-  if (placeholder.find_first_of(FULL_WIDTH_BRACKETS) == text::NPOS) return out;
+  if (!has_full_width_brackets(placeholder)) return out;
   for_each_innermost_pair(placeholder, [&](std::size_t open, std::size_t close) {
     const auto body = placeholder.substr(open + 1, close - open - 1);
     const bool is_whole = body.size() + 2 == placeholder.size();

@@ -48,6 +48,8 @@ std::vector<std::pair<Offset, Offset>> find_numbered_placeholders(std::u32string
 //
 //   ［机构1］ -> [机构1]     人民币【MONEY2】元 -> 人民币[MONEY2]元     【注】[DATE1] stays
 std::u32string ensure_ascii_placeholder_brackets(std::u32string_view placeholder);
+// Whether there is any of these four; what has none stays as it is.
+bool has_full_width_brackets(std::u32string_view placeholder);
 
 // A fixed placeholder that shows the last four digits (ASCII or full-width) of
 // `surface`: " 12 34" -> [CARD_****1234]. It is not a numbered placeholder.

@@ -17,7 +17,7 @@ namespace core::anonymization {
 class SpanIndex {
  public:
   explicit SpanIndex(std::vector<Offset> starts) : starts_(std::move(starts)) {
-    std::sort(starts_.begin(), starts_.end());
+    if (!std::is_sorted(starts_.begin(), starts_.end())) std::sort(starts_.begin(), starts_.end());
     starts_.erase(std::unique(starts_.begin(), starts_.end()), starts_.end());
     largest_end_.assign(starts_.size() + 1, NONE);
   }
@@ -29,7 +29,12 @@ class SpanIndex {
     starts.reserve(spans.size());
     for (const auto& span : spans) starts.push_back(span.start);
     SpanIndex index(std::move(starts));
-    for (const auto& span : spans) index.add(span.start, span.end);
+    std::size_t rank = 0;
+    for (const auto& span : spans) {
+      rank = index.rank_behind(rank, span.start);
+      index.largest_end_[rank] = std::max(index.largest_end_[rank], span.end);
+    }
+    index.sum_up();
     return index;
   }
 
@@ -56,6 +61,21 @@ class SpanIndex {
     const auto at = inclusive ? std::upper_bound(starts_.begin(), starts_.end(), offset)
                               : std::lower_bound(starts_.begin(), starts_.end(), offset);
     return static_cast<std::size_t>(at - starts_.begin());
+  }
+
+  // rank(start, true), where spans mostly come in the order of their starts.
+  std::size_t rank_behind(std::size_t last, Offset start) const {
+    if (last > 0 && starts_[last - 1] == start) return last;
+    return last < starts_.size() && starts_[last] == start ? last + 1 : rank(start, true);
+  }
+
+  // Makes the Fenwick tree of the largest ends by start.
+  void sum_up() {
+    for (std::size_t i = 1; i < largest_end_.size(); ++i) {
+      const std::size_t parent = i + (i & (~i + 1));
+      if (parent >= largest_end_.size()) continue;
+      largest_end_[parent] = std::max(largest_end_[parent], largest_end_[i]);
+    }
   }
 
   // The largest end among spans that begin before `offset` (or at it): a prefix

@@ -6,6 +6,7 @@
 #include "core/anonymization/hook.hpp"
 #include "core/anonymization/span_index.hpp"
 #include "core/errors.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/word_set.hpp"
 
 namespace core::anonymization {
@@ -28,17 +29,21 @@ bool is_alias_candidate(const RecognizerResult& r) {
   return r.defined_at != RecognizerResult::NOT_AN_ALIAS;
 }
 
+struct Span {
+  Offset start;
+  Offset end;
+};
+
 // What the analyzer reported, seen from an alias candidate.
 class AliasSupport {
  public:
-  AliasSupport(std::u32string_view text, const std::vector<RecognizerResult>& reported)
-      : reported_(SpanIndex::of(reported)) {
-    for (const auto& r : reported) {
-      if (r.entity_type == entity_type::ORGANIZATION) org_ends_.push_back(r.end);
-    }
+  AliasSupport(std::u32string_view text, const std::vector<Span>& reported,
+               std::vector<Offset> org_ends)
+      : reported_(SpanIndex::of(reported)), org_ends_(std::move(org_ends)) {
     std::sort(org_ends_.begin(), org_ends_.end());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      if (ends_paragraph(text[i])) paragraph_ends_.push_back(static_cast<Offset>(i));
+    for (auto at = text::find_either(text, LINE_FEED, JOINER); at != text::NPOS;
+         at = text::find_either(text, LINE_FEED, JOINER, at + 1)) {
+      paragraph_ends_.push_back(static_cast<Offset>(at));
     }
   }
 
@@ -53,8 +58,9 @@ class AliasSupport {
  private:
   static constexpr Offset NONE = -1;
 
-  // A line feed, or the character that every paragraph joiner begins with.
-  static constexpr bool ends_paragraph(char32_t c) { return c == U'\n' || c == 0xE000; }
+  // What ends a paragraph; every paragraph joiner begins with the second.
+  static constexpr char32_t LINE_FEED = U'\n';
+  static constexpr char32_t JOINER = 0xE000;
 
   // The last of the sorted offsets that is below `limit`.
   static Offset last(const std::vector<Offset>& sorted, Offset limit) {
@@ -74,10 +80,15 @@ std::vector<RecognizerResult> drop_unsupported_aliases(std::u32string_view text,
                                                        std::vector<RecognizerResult> results,
                                                        IsLeft is_left) {
   if (std::none_of(results.begin(), results.end(), is_alias_candidate)) return results;
-  std::vector<RecognizerResult> reported;
-  std::copy_if(results.begin(), results.end(), std::back_inserter(reported),
-               [&](const auto& r) { return !is_alias_candidate(r) && !is_left(r); });
-  const AliasSupport support(text, reported);
+  std::vector<Span> reported;
+  std::vector<Offset> org_ends;
+  reported.reserve(results.size());
+  for (const auto& r : results) {
+    if (is_alias_candidate(r) || is_left(r)) continue;
+    reported.push_back({r.start, r.end});
+    if (r.entity_type == entity_type::ORGANIZATION) org_ends.push_back(r.end);
+  }
+  const AliasSupport support(text, reported, std::move(org_ends));
   std::erase_if(results,
                 [&](const auto& r) { return is_alias_candidate(r) && !support.holds_for(r); });
   return results;

@@ -11,19 +11,28 @@ namespace {
 
 using anonymization::RecognizerResult;
 
+struct Place {
+  Offset start;
+  Offset end;
+  Offset defined_at;
+};
+
 // Organizations in text order, none within another; of equals the definition.
-std::vector<RecognizerResult> outermost(std::u32string_view text,
-                                        const std::vector<RecognizerResult>& hits) {
-  auto found = anonymization::scan_defined_alias_candidates(text);
-  std::copy_if(hits.begin(), hits.end(), std::back_inserter(found), [](const auto& hit) {
-    return hit.entity_type == anonymization::entity_type::ORGANIZATION;
-  });
+std::vector<Place> outermost(std::u32string_view text, const std::vector<RecognizerResult>& hits) {
+  std::vector<Place> found;
+  for (const auto& hit : anonymization::scan_defined_alias_candidates(text)) {
+    found.push_back({hit.start, hit.end, hit.defined_at});
+  }
+  for (const auto& hit : hits) {
+    if (hit.entity_type != anonymization::entity_type::ORGANIZATION) continue;
+    found.push_back({hit.start, hit.end, hit.defined_at});
+  }
   std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
     return a.start != b.start ? a.start < b.start : a.end > b.end;
   });
-  std::vector<RecognizerResult> out;
-  for (auto& hit : found) {
-    if (out.empty() || hit.start >= out.back().end) out.push_back(std::move(hit));
+  std::vector<Place> out;
+  for (const auto& hit : found) {
+    if (out.empty() || hit.start >= out.back().end) out.push_back(hit);
   }
   return out;
 }

@@ -7,7 +7,23 @@
 
 namespace core::parties {
 
+namespace {
+
+bool has(const std::vector<std::u32string>& surfaces, std::u32string_view surface) {
+  return std::find(surfaces.begin(), surfaces.end(), surface) != surfaces.end();
+}
+
+}  // namespace
+
 std::size_t PartyNames::add(std::u32string_view surface, Offset start) {
+  auto& known = number_by_surface_.add(surface).first.value;
+  if (known) return *known;
+  const auto number = read(surface, start);
+  if (has(names_[number].surfaces, surface)) known = number;
+  return number;
+}
+
+std::size_t PartyNames::read(std::u32string_view surface, Offset start) {
   auto key =
       anonymization::_organization_identity_key(surface, 0, static_cast<Offset>(surface.size()));
   const auto [found, is_new] = number_by_key_.try_emplace(key, names_.size());
@@ -20,9 +36,7 @@ std::size_t PartyNames::add(std::u32string_view surface, Offset start) {
     names_.push_back(std::move(name));
   }
   auto& name = names_[number];
-  if (std::find(name.surfaces.begin(), name.surfaces.end(), surface) != name.surfaces.end()) {
-    return number;
-  }
+  if (has(name.surfaces, surface)) return number;
   constexpr std::size_t MOST_SURFACES = 16;
   if (name.surfaces.size() < MOST_SURFACES) name.surfaces.emplace_back(surface);
   // Acme and Acme Limited have one key: the full one tells more.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -10,6 +11,7 @@
 #include "core/anonymization/avs_workgroup_party.hpp"
 #include "core/anonymization/result.hpp"
 #include "core/parties/organization_name.hpp"
+#include "core/text/view_map.hpp"
 
 namespace core::parties {
 
@@ -27,6 +29,7 @@ struct Mention {
 // Names with different identity keys, numbered in the order in which they come.
 class PartyNames {
  public:
+  // Surfaces outlive the names.
   std::size_t add(std::u32string_view surface, Offset start);
 
   std::size_t size() const { return names_.size(); }
@@ -57,8 +60,10 @@ class PartyNames {
   };
 
   bool agree(std::size_t a, std::size_t b) const;
+  std::size_t read(std::u32string_view surface, Offset start);
 
   std::vector<Name> names_;
+  text::ViewMap<std::optional<std::size_t>> number_by_surface_;  // of those that a name lists
   std::unordered_map<std::u32string, std::size_t> number_by_key_;
 };
 

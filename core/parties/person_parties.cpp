@@ -10,6 +10,7 @@
 #include "core/parties/pinyin.hpp"
 #include "core/parties/script_names.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_map.hpp"
 
 namespace core::parties {
 namespace {
@@ -30,9 +31,12 @@ std::vector<RecognizerResult> outermost_persons(const std::vector<RecognizerResu
   std::copy_if(hits.begin(), hits.end(), std::back_inserter(found), [](const auto& hit) {
     return hit.entity_type == anonymization::entity_type::PERSON;
   });
-  std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
+  const auto goes_first = [](const auto& a, const auto& b) {
     return a.start != b.start ? a.start < b.start : a.end > b.end;
-  });
+  };
+  if (!std::is_sorted(found.begin(), found.end(), goes_first)) {
+    std::stable_sort(found.begin(), found.end(), goes_first);
+  }
   std::vector<RecognizerResult> out;
   for (auto& hit : found) {
     if (out.empty() || hit.start >= out.back().end) out.push_back(std::move(hit));
@@ -59,6 +63,20 @@ std::u32string_view surname_of_form(std::u32string_view name) {
   return {};
 }
 
+// Whether a title that tells a gender may begin with the character: no other ideograph
+// begins one, and none of these marks stands in one.
+bool may_begin_title(char32_t c) {
+  constexpr std::u32string_view FIRST_OF_TITLES = U"先女小太";
+  if (text::is_ideograph(c)) return FIRST_OF_TITLES.find(c) != FIRST_OF_TITLES.npos;
+  constexpr std::u32string_view MARKS = U"，。、；：（）“”《》\n ,;:()\"";
+  return MARKS.find(c) == MARKS.npos;
+}
+
+Gender gender_of_word(std::u32string_view word) {
+  if (word.empty() || !may_begin_title(word.front())) return Gender::UNKNOWN;
+  return gender_of_title(word);
+}
+
 // A spelling of a name.
 struct Spelling {
   std::u32string surface;
@@ -69,6 +87,7 @@ struct Spelling {
   std::u32string part;
   std::u32string job;    // the title that is part of it, if that is no honorific
   bool is_form = false;  // 周工
+  bool is_full = false;  // a surname and a given name, as far as one can tell
 
   bool is_latin() const { return parties::is_latin(surface); }
 };
@@ -77,10 +96,11 @@ class Persons {
  public:
   Persons(std::u32string_view text, const std::vector<RecognizerResult>& hits)
       : text_(text), mentions_(outermost_persons(hits)) {
+    text::MetWords organizations;
     for (const auto& hit : hits) {
-      if (hit.entity_type == anonymization::entity_type::ORGANIZATION) {
-        read_words(text::slice(text, hit.start, hit.end));
-      }
+      if (hit.entity_type != anonymization::entity_type::ORGANIZATION) continue;
+      const auto surface = text::slice(text, hit.start, hit.end);
+      if (organizations.insert(surface)) read_words(surface);
     }
   }
 
@@ -118,27 +138,36 @@ class Persons {
   void read_mentions() {
     const auto numbers = person_span_to_placeholder_num(text_, mentions_);
     std::unordered_map<std::u32string, std::size_t> by_key;
+    text::ViewMap<std::size_t> by_surface;
     spelling_of_.assign(mentions_.size(), NOBODY);
     for (std::size_t m = 0; m < mentions_.size(); ++m) {
       const auto& hit = mentions_[m];
       const auto number = numbers.find({hit.start, hit.end});
       if (number == numbers.end()) continue;
       const auto surface = text::strip(text::slice(text_, hit.start, hit.end));
-      auto name = parse_person_name(surface);
-      const auto [found, is_new] = by_key.try_emplace(name.key(), spellings_.size());
+      const auto [known, is_new] = by_surface.add(surface);
       if (is_new) {
-        Spelling spelling;
-        spelling.surface = surface;
-        spelling.cluster = static_cast<std::size_t>(number->second);
-        spelling.name = std::move(name);
-        read_parts(spelling);
-        spellings_.push_back(std::move(spelling));
+        auto name = parse_person_name(surface);
+        const auto [found, is_first] = by_key.try_emplace(name.key(), spellings_.size());
+        if (is_first) add_spelling(surface, std::move(name), number->second);
+        known.value = found->second;
+        note_gender_of_name(spellings_[known.value]);
       }
-      spelling_of_[m] = found->second;
-      note_gender(spellings_[found->second], hit);
+      spelling_of_[m] = known.value;
+      note_gender(spellings_[known.value], hit);
     }
     parent_.resize(numbers.size() + 1);
     for (std::size_t i = 0; i < parent_.size(); ++i) parent_[i] = i;
+  }
+
+  void add_spelling(std::u32string_view surface, PersonName name, std::int64_t number) {
+    Spelling spelling;
+    spelling.surface = surface;
+    spelling.cluster = static_cast<std::size_t>(number);
+    spelling.name = std::move(name);
+    read_parts(spelling);
+    spelling.is_full = is_full_name(spelling);
+    spellings_.push_back(std::move(spelling));
   }
 
   // Whether the spelling is less than a name, and of what.
@@ -183,13 +212,18 @@ class Persons {
       --letters;
     }
     const auto behind = text::slice(text_, hit.end, hit.end + 2);
-    const auto plain = without_chinese_title(spelling.name.names.back());
-    for (const auto gender :
-         {gender_of_title(before.substr(letters)), gender_of_title(behind),
-          gender_of(spelling.name),
-          gender_of_title(std::u32string_view(spelling.name.names.back()).substr(plain.size()))}) {
-      if (gender != Gender::UNKNOWN) spelling.genders.insert(gender);
-    }
+    note(spelling, gender_of_word(before.substr(letters)));
+    note(spelling, gender_of_word(behind));
+  }
+
+  static void note(Spelling& spelling, Gender gender) {
+    if (gender != Gender::UNKNOWN) spelling.genders.insert(gender);
+  }
+
+  static void note_gender_of_name(Spelling& spelling) {
+    const std::u32string_view last = spelling.name.names.back();
+    note(spelling, gender_of(spelling.name));
+    note(spelling, gender_of_title(last.substr(without_chinese_title(last).size())));
   }
 
   // ---- Persons by union
@@ -214,7 +248,7 @@ class Persons {
     for (std::size_t m = 0; m + 1 < mentions_.size(); ++m) {
       const auto a = spelling_of_[m];
       const auto b = spelling_of_[m + 1];
-      if (a == NOBODY || b == NOBODY || !is_full(spellings_[a]) || !is_full(spellings_[b]) ||
+      if (a == NOBODY || b == NOBODY || !spellings_[a].is_full || !spellings_[b].is_full ||
           (spellings_[a].is_latin() == spellings_[b].is_latin() && !is_other_name(m))) {
         continue;
       }
@@ -254,7 +288,7 @@ class Persons {
   std::unordered_map<std::u32string, std::size_t> persons_by_pinyin() {
     std::unordered_map<std::u32string, std::size_t> by_letters;
     for (const auto& spelling : spellings_) {
-      if (spelling.is_latin() || !is_full(spelling)) continue;
+      if (spelling.is_latin() || !spelling.is_full) continue;
       const auto name = parse_chinese_name(spelling.name.names.front());
       if (name.surname.empty() || name.given.empty() || !name.title.empty()) continue;
       const auto whose = person(spelling.cluster);
@@ -271,7 +305,7 @@ class Persons {
     if (by_letters.empty()) return;
     const auto listed = listed_pairs();
     for (const auto& spelling : spellings_) {
-      if (!spelling.is_latin() || !is_full(spelling) || paired_.contains(spelling.cluster))
+      if (!spelling.is_latin() || !spelling.is_full || paired_.contains(spelling.cluster))
         continue;
       const auto found = by_letters.find(pinyin_letters(spelling.surface));
       if (found == by_letters.end() || found->second == SEVERAL) continue;
@@ -391,7 +425,7 @@ class Persons {
     }
   }
 
-  static bool is_full(const Spelling& spelling) {
+  static bool is_full_name(const Spelling& spelling) {
     if (spelling.is_latin()) return spelling.name.names.size() >= MIN_FULL_NAME;
     if (spelling.is_form) return false;
     const auto& whole = spelling.name.names.front();
@@ -410,7 +444,7 @@ class Persons {
 
   void index_parts() {
     for (const auto& spelling : spellings_) {
-      if (!is_full(spelling)) continue;
+      if (!spelling.is_full) continue;
       spelling.is_latin() ? index_latin(spelling) : index_chinese(spelling);
     }
   }
@@ -460,7 +494,7 @@ class Persons {
       if (!spelling.job.empty()) jobs_[spelling.part].insert(spelling.job);
     }
     for (const auto& spelling : spellings_) {
-      if (spelling.genders.empty() || !is_full(spelling)) continue;
+      if (spelling.genders.empty() || !spelling.is_full) continue;
       auto& known = genders_of_person_[person(spelling.cluster)];
       known.insert(spelling.genders.begin(), spelling.genders.end());
     }
@@ -486,7 +520,7 @@ class Persons {
     std::vector<KnownPerson> out;
     for (const auto& [whose, group] : members) {
       const auto rank = [](const Spelling* s) {
-        return std::pair(is_full(*s) && s->is_latin(), s->surface.size());
+        return std::pair(s->is_full && s->is_latin(), s->surface.size());
       };
       const auto* chosen =
           *std::max_element(group.begin(), group.end(),

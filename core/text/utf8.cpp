@@ -45,25 +45,54 @@ char32_t decode_one(std::string_view bytes, std::size_t& at) {
   return c;
 }
 
-void append(std::string& out, char32_t c) {
+bool continues(std::uint8_t byte) { return (byte & 0xC0U) == 0x80U; }
+
+// Whether a sequence of three bytes stands at `at` whose lead takes any two bytes that
+// continue it, as all but the first and that of the surrogates do.
+bool is_plain_triple(std::string_view bytes, std::size_t at) {
+  const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(bytes[at + i]); };
+  return bytes.size() - at > 2 && byte(0) > 0xE0 && byte(0) < 0xF0 && byte(0) != 0xED &&
+         continues(byte(1)) && continues(byte(2));
+}
+
+char32_t plain_triple(std::string_view bytes, std::size_t at) {
+  const auto payload = [&](std::size_t i) {
+    return static_cast<char32_t>(static_cast<std::uint8_t>(bytes[at + i]) & 0x3FU);
+  };
+  return ((payload(0) & 0xFU) << 12U) | (payload(1) << 6U) | payload(2);
+}
+
+// How many bytes the characters take.
+std::size_t encoded_size(std::u32string_view text) {
+  std::size_t size = text.size();
+  for (const char32_t c : text) {
+    size += static_cast<std::size_t>(c >= 0x80) + static_cast<std::size_t>(c >= 0x800) +
+            static_cast<std::size_t>(c >= 0x10000);
+  }
+  return size;
+}
+
+// Writes the character and returns where the next one goes.
+char* write(char* to, char32_t c) {
   const auto tail = [c](unsigned shift) {
     return static_cast<char>(0x80U | ((c >> shift) & 0x3FU));
   };
   if (c < 0x80) {
-    out.push_back(static_cast<char>(c));
+    *to++ = static_cast<char>(c);
   } else if (c < 0x800) {
-    out.push_back(static_cast<char>(0xC0U | (c >> 6U)));
-    out.push_back(tail(0));
+    *to++ = static_cast<char>(0xC0U | (c >> 6U));
+    *to++ = tail(0);
   } else if (c < 0x10000) {
-    out.push_back(static_cast<char>(0xE0U | (c >> 12U)));
-    out.push_back(tail(6));
-    out.push_back(tail(0));
+    *to++ = static_cast<char>(0xE0U | (c >> 12U));
+    *to++ = tail(6);
+    *to++ = tail(0);
   } else {
-    out.push_back(static_cast<char>(0xF0U | (c >> 18U)));
-    out.push_back(tail(12));
-    out.push_back(tail(6));
-    out.push_back(tail(0));
+    *to++ = static_cast<char>(0xF0U | (c >> 18U));
+    *to++ = tail(12);
+    *to++ = tail(6);
+    *to++ = tail(0);
   }
+  return to;
 }
 
 }  // namespace
@@ -73,31 +102,36 @@ DecodeError::DecodeError(std::size_t byte_offset)
       byte_offset_(byte_offset) {}
 
 std::u32string decode_utf8(std::string_view bytes) {
-  const auto continues = [](char c) { return (static_cast<std::uint8_t>(c) & 0xC0U) == 0x80U; };
-  std::u32string out;
-  out.reserve(bytes.size() -
-              static_cast<std::size_t>(std::count_if(bytes.begin(), bytes.end(), continues)));
+  const auto inside = std::count_if(bytes.begin(), bytes.end(), [](char c) {
+    return continues(static_cast<std::uint8_t>(c));
+  });
+  std::u32string out(bytes.size() - static_cast<std::size_t>(inside), U'\0');
+  char32_t* to = out.data();
   for (std::size_t at = 0; at < bytes.size();) {
     const auto b = static_cast<std::uint8_t>(bytes[at]);
     if (b < 0x80) {
-      out.push_back(b);
+      *to++ = b;
       ++at;
+    } else if (is_plain_triple(bytes, at)) {
+      *to++ = plain_triple(bytes, at);
+      at += 3;
     } else {
-      out.push_back(decode_one(bytes, at));
+      const char32_t c = decode_one(bytes, at);
+      *to++ = c;
     }
   }
   return out;
 }
 
 std::string encode_utf8(std::u32string_view text) {
-  std::string out;
-  out.reserve(text.size() * 2);
+  std::string out(encoded_size(text), '\0');
+  char* to = out.data();
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char32_t c = text[i];
     if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
       throw ValueError("not a Unicode scalar value at position " + std::to_string(i));
     }
-    append(out, c);
+    to = write(to, c);
   }
   return out;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/anonymization/cleanup/filter_rules.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::anonymization {
@@ -40,6 +41,9 @@ const Regex RE_IT_PRODUCT_YUN_COMPOUND_NOT_ADDRESS(
 
 namespace {
 
+constexpr char32_t UNDERSCORE = U'_';
+constexpr std::size_t SHORTEST_FILL = 2;  // as RE_FILL_UNDERSCORE_RUN has it
+
 // The only types that an analyzer gives to a section number; 3.1.4 as a phone number stays.
 constexpr auto SECTION_NUMBER_TYPES = text::type_names({"DATE_TIME", "DATE", "QUANTITY"});
 
@@ -52,17 +56,44 @@ std::u32string_view surface(std::u32string_view text, const RecognizerResult& r)
   return text::slice(text, r.start, r.end);
 }
 
+// What each pattern begins with tells most surfaces sooner.
 bool is_structural_sequence(std::u32string_view text, const RecognizerResult& r) {
   const auto s = surface(text, r);
-  if (RE_ZH_ORDINAL_SURFACE.full_match(s)) return true;
-  if (RE_EN_BARE_MONTH.full_match(s)) return true;
-  return SECTION_NUMBER_TYPES.contains(r.entity_type) && RE_DOTTED_SECTION_NUMBER.full_match(s);
+  if (s.empty()) return false;
+  const char32_t first = s.front();
+  if (first == U'第') return RE_ZH_ORDINAL_SURFACE.full_match(s).has_value();
+  if (first == U'm' || first == U'M') return RE_EN_BARE_MONTH.full_match(s).has_value();
+  return text::is_decimal_digit(first) && SECTION_NUMBER_TYPES.contains(r.entity_type) &&
+         RE_DOTTED_SECTION_NUMBER.full_match(s);
+}
+
+template <class Words>
+constexpr std::size_t longest_of(const Words& words) {
+  std::size_t longest = 0;
+  for (const auto word : words) longest = std::max(longest, word.size());
+  return longest;
+}
+
+// Most names are longer than any of the words, which takes no search to tell.
+template <class Words>
+bool is_one_of(const Words& words, std::u32string_view s) {
+  return s.size() <= longest_of(words) && words.contains(s);
+}
+
+// A number or brackets, and nothing that could be a letter.
+bool is_pure_numeric(std::u32string_view s) {
+  if (s.empty() || text::is_ideograph(s.front()) || text::is_ascii_alpha(s.front())) return false;
+  return RE_PURE_NUMERIC_SURFACE.full_match(s).has_value();
+}
+
+bool is_phase(std::u32string_view s) {
+  return s.ends_with(U'期') && RE_CN_PHASE_ORDINAL_NOT_ADDRESS.full_match(s);
 }
 
 // Words that name no place although they look like part of one.
 bool is_no_place(std::u32string_view text, const RecognizerResult& r, std::u32string_view s) {
-  if (DIRECTION_REGION_WORD_NOT_ADDRESS.contains(s)) return true;
-  if (GENERIC_GEO_INFRA_NOUN_NOT_ADDRESS.contains(s)) return true;
+  if (is_one_of(DIRECTION_REGION_WORD_NOT_ADDRESS, s)) return true;
+  if (is_one_of(GENERIC_GEO_INFRA_NOUN_NOT_ADDRESS, s)) return true;
   if (_is_it_product_compound_not_address(s)) return true;
   return s == U"云" && text::slice(text, r.end, saturating_add(r.end, 2)) == U"平台";
 }
@@ -70,23 +101,23 @@ bool is_no_place(std::u32string_view text, const RecognizerResult& r, std::u32st
 bool is_generic(std::u32string_view text, const RecognizerResult& r) {
   if (!NAME_OR_PLACE_TYPES.contains(r.entity_type)) return false;
   const auto s = text::strip(surface(text, r));
-  if (GENERIC_INSTITUTION_NOUN.contains(s)) return true;
-  if (RE_PURE_NUMERIC_SURFACE.full_match(s)) return true;
+  if (is_one_of(GENERIC_INSTITUTION_NOUN, s)) return true;
+  if (is_pure_numeric(s)) return true;
   if (PLACE_TYPES.contains(r.entity_type) && is_no_place(text, r, s)) return true;
-  if (ORG_OR_PLACE_TYPES.contains(r.entity_type) && RE_CN_PHASE_ORDINAL_NOT_ADDRESS.full_match(s)) {
-    return true;
-  }
+  if (ORG_OR_PLACE_TYPES.contains(r.entity_type) && is_phase(s)) return true;
   if (r.entity_type != entity_type::ORGANIZATION) return false;
-  return CN_ADDRESS_TAIL_CHAR_NOT_ORG.contains(s) || (s.size() == 1 && text::is_ideograph(s[0]));
+  return is_one_of(CN_ADDRESS_TAIL_CHAR_NOT_ORG, s) || (s.size() == 1 && text::is_ideograph(s[0]));
 }
 
 }  // namespace
 
 std::u32string _normalize_fill_underscores_for_analysis(std::u32string_view text) {
   std::u32string out(text);
-  for (const auto& run : RE_FILL_UNDERSCORE_RUN.find_all(text)) {
-    std::fill(out.begin() + static_cast<std::ptrdiff_t>(run.start()),
-              out.begin() + static_cast<std::ptrdiff_t>(run.end()), U' ');
+  for (auto at = text::find_character(out, UNDERSCORE); at != text::NPOS;
+       at = text::find_character(out, UNDERSCORE, at)) {
+    const auto size = std::min(out.find_first_not_of(UNDERSCORE, at), out.size()) - at;
+    if (size >= SHORTEST_FILL) out.replace(at, size, size, U' ');
+    at += size;
   }
   return out;
 }
@@ -116,6 +147,7 @@ std::vector<RecognizerResult> _drop_generic_institution_noun_results(
 }
 
 bool _is_it_product_compound_not_address(std::u32string_view surf) {
+  if (surf.find(U'云') == surf.npos) return false;  // which all of them hold
   const auto s = text::remove_space(surf);
   return IT_PRODUCT_COMPOUND_NOT_ADDRESS.contains(s) ||
          RE_IT_PRODUCT_YUN_COMPOUND_NOT_ADDRESS.full_match(s).has_value();

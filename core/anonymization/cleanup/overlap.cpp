@@ -62,12 +62,92 @@ std::vector<std::size_t> by_strength(const std::vector<RecognizerResult>& result
   return order;
 }
 
-std::vector<RecognizerResult> take(std::vector<RecognizerResult>& results,
+std::vector<RecognizerResult> take(std::vector<RecognizerResult> results,
                                    const std::vector<std::size_t>& positions) {
+  const bool all_in_order = positions.size() == results.size() &&
+                            std::is_sorted(positions.begin(), positions.end());
+  if (all_in_order) return results;
   std::vector<RecognizerResult> out;
   out.reserve(positions.size());
   for (const std::size_t i : positions) out.push_back(std::move(results[i]));
   return out;
+}
+
+std::vector<std::size_t> outside_long_entities(const std::vector<RecognizerResult>& results,
+                                               std::vector<std::size_t> positions) {
+  struct Span {
+    Offset start;
+    Offset end;
+  };
+  std::vector<Span> guards;
+  for (const std::size_t i : positions) {
+    if (is_long_entity(results[i])) guards.push_back({results[i].start, results[i].end});
+  }
+  const auto index = SpanIndex::of(guards);
+  std::erase_if(positions, [&](std::size_t i) {
+    const auto& r = results[i];
+    return length(r) == 1 && is_guarded(r) && index.covers(r.start, r.end);
+  });
+  return positions;
+}
+
+void sort_by_start(const std::vector<RecognizerResult>& results,
+                   std::vector<std::size_t>& positions) {
+  const auto begins_first = [&](std::size_t a, std::size_t b) {
+    return results[a].start < results[b].start;
+  };
+  if (std::is_sorted(positions.begin(), positions.end(), begins_first)) return;
+  std::stable_sort(positions.begin(), positions.end(), begins_first);
+}
+
+// Of the results at these positions (ascending) those that stay, by start.
+std::vector<std::size_t> strongest(const std::vector<RecognizerResult>& results,
+                                   std::vector<std::size_t> positions) {
+  std::vector<Offset> starts;
+  starts.reserve(positions.size());
+  for (const std::size_t i : positions) starts.push_back(results[i].start);
+  SpanIndex taken(std::move(starts));
+  std::vector<std::size_t> kept;
+  kept.reserve(positions.size());
+  for (const std::size_t i :
+       by_strength(results, outside_long_entities(results, std::move(positions)))) {
+    if (taken.overlaps(results[i].start, results[i].end)) continue;
+    taken.add(results[i].start, results[i].end);
+    kept.push_back(i);
+  }
+  sort_by_start(results, kept);
+  return kept;
+}
+
+std::vector<std::size_t> all_positions(const std::vector<RecognizerResult>& results) {
+  std::vector<std::size_t> positions(results.size());
+  std::iota(positions.begin(), positions.end(), std::size_t{0});
+  return positions;
+}
+
+// Takes those out of the positions (by start) whose results overlap another one, and
+// returns them in ascending order. Every result has a length.
+std::vector<std::size_t> take_contested(const std::vector<RecognizerResult>& results,
+                                        std::vector<std::size_t>& positions) {
+  std::vector<std::size_t> contested;
+  std::size_t left = 0;
+  for (std::size_t from = 0; from < positions.size();) {
+    // from..to overlap each other, directly or through others.
+    Offset end = results[positions[from]].end;
+    std::size_t to = from + 1;
+    for (; to < positions.size() && results[positions[to]].start < end; ++to) {
+      end = std::max(end, results[positions[to]].end);
+    }
+    if (to == from + 1) {
+      positions[left++] = positions[from];
+    } else {
+      for (std::size_t i = from; i < to; ++i) contested.push_back(positions[i]);
+    }
+    from = to;
+  }
+  positions.resize(left);
+  std::sort(contested.begin(), contested.end());
+  return contested;
 }
 
 }  // namespace
@@ -95,43 +175,38 @@ std::tuple<int, double, Offset> _overlap_sort_key(const RecognizerResult& r) {
 
 std::vector<std::size_t> positions_outside_long_entities(
     const std::vector<RecognizerResult>& results) {
-  std::vector<RecognizerResult> guards;
-  std::copy_if(results.begin(), results.end(), std::back_inserter(guards), is_long_entity);
-  const auto index = SpanIndex::of(guards);
-  std::vector<std::size_t> positions;
-  positions.reserve(results.size());
-  for (std::size_t i = 0; i < results.size(); ++i) {
-    const auto& r = results[i];
-    if (!(is_guarded(r) && length(r) == 1 && index.covers(r.start, r.end))) positions.push_back(i);
-  }
-  return positions;
+  return outside_long_entities(results, all_positions(results));
 }
 
+// Nearly every result overlaps no other one, and what does, does so with few: only those
+// are weighed. A result without a length may overlap without being reached by a walk from
+// start to start, and one without a score is refused in the order of weighing.
 std::vector<std::size_t> positions_without_overlaps(const std::vector<RecognizerResult>& results) {
-  std::vector<Offset> starts;
-  starts.reserve(results.size());
-  for (const auto& r : results) starts.push_back(r.start);
-  SpanIndex taken(std::move(starts));
-  std::vector<std::size_t> kept;
-  kept.reserve(results.size());
-  for (const std::size_t i : by_strength(results, positions_outside_long_entities(results))) {
-    if (taken.overlaps(results[i].start, results[i].end)) continue;
-    taken.add(results[i].start, results[i].end);
-    kept.push_back(i);
-  }
-  std::stable_sort(kept.begin(), kept.end(), [&](std::size_t a, std::size_t b) {
-    return results[a].start < results[b].start;
+  const bool plain = std::all_of(results.begin(), results.end(), [](const auto& r) {
+    return r.start < r.end && !std::isnan(r.score);
   });
-  return kept;
+  auto positions = all_positions(results);
+  if (!plain) return strongest(results, std::move(positions));
+  sort_by_start(results, positions);
+  auto contested = take_contested(results, positions);
+  if (contested.empty()) return positions;
+  const auto kept = strongest(results, std::move(contested));
+  std::vector<std::size_t> out(positions.size() + kept.size());
+  std::merge(
+      positions.begin(), positions.end(), kept.begin(), kept.end(), out.begin(),
+      [&](std::size_t a, std::size_t b) { return results[a].start < results[b].start; });
+  return out;
 }
 
 std::vector<RecognizerResult> _drop_single_char_entity_inside_long_entity(
     std::vector<RecognizerResult> results) {
-  return take(results, positions_outside_long_entities(results));
+  const auto positions = positions_outside_long_entities(results);
+  return take(std::move(results), positions);
 }
 
 std::vector<RecognizerResult> _resolve_overlaps(std::vector<RecognizerResult> results) {
-  return take(results, positions_without_overlaps(results));
+  const auto positions = positions_without_overlaps(results);
+  return take(std::move(results), positions);
 }
 
 }  // namespace core::anonymization

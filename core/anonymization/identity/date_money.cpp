@@ -19,12 +19,19 @@ namespace {
 
 // 2023年
 const Regex RE_YEAR("RE_YEAR", UR"((\d{4})年)");
+constexpr std::size_t YEAR_SIZE = 5;
 
 // 角 or 5 分钱 directly behind the figure. "分之" is a fraction and stays.
 const Regex RE_SMALL_UNIT_TAIL("RE_SMALL_UNIT_TAIL", UR"(\s*(?:角|分|毛)(?:钱)?(?!之))");
 
 bool is_any_of(char32_t c, std::u32string_view set) {
   return set.find(c) != std::u32string_view::npos;
+}
+
+// U' ' if there is nothing else.
+char32_t first_behind_space(std::u32string_view s) {
+  const auto* found = std::find_if_not(s.begin(), s.end(), text::is_space);
+  return found == s.end() ? U' ' : *found;
 }
 
 bool joins_digits(char32_t c) { return is_any_of(c, U",，. \t\u00A0"); }
@@ -40,7 +47,9 @@ std::size_t with_sign_and_bracket(std::u32string_view frag, std::size_t start) {
 
 std::u32string _datetime_identity_key(std::u32string_view text, Offset start, Offset end) {
   const auto t = text::fold_parentheses(text::remove_space(text::slice(text, start, end)));
-  if (const auto year = RE_YEAR.full_match(t)) return text::case_fold(year->text(1));
+  if (t.size() == YEAR_SIZE) {
+    if (const auto year = RE_YEAR.full_match(t)) return text::case_fold(year->text(1));
+  }
   return text::case_fold(t);
 }
 
@@ -66,8 +75,14 @@ std::u32string _money_replacement_phrase(std::u32string_view frag, std::u32strin
   if (!run) return std::u32string(money_ph);
   auto prefix = frag.substr(0, with_sign_and_bracket(frag, run->first));
   auto tail = frag.substr(run->second);
-  if (const auto unit = RE_SMALL_UNIT_TAIL.match(tail)) tail.remove_prefix(unit->end());
-  if (RE_EN_WRITTEN_CURRENCY_IN_PARENS.full_match(tail)) tail = {};
+  // What the two begin with, behind white space, tells of most tails that they are neither.
+  if (is_any_of(first_behind_space(tail), U"角分毛")) {
+    if (const auto unit = RE_SMALL_UNIT_TAIL.match(tail)) tail.remove_prefix(unit->end());
+  }
+  if (is_any_of(first_behind_space(tail), U"(（") &&
+      RE_EN_WRITTEN_CURRENCY_IN_PARENS.full_match(tail)) {
+    tail = {};
+  }
   if (!prefix.empty() && is_any_of(prefix.back(), U"【［")) prefix.remove_suffix(1);
   if (!tail.empty() && is_any_of(tail.front(), U"】］")) tail.remove_prefix(1);
   return std::u32string(prefix) + ensure_ascii_placeholder_brackets(money_ph) +

@@ -112,6 +112,7 @@ bool _looks_like_propagable_org_name(std::u32string_view name) {
   const auto raw = text::strip(name);
   const auto s = text::remove_space(raw);
   if (is_refused_org(s)) return false;
+  if (s.ends_with(U"公司")) return true;  // the most frequent of these suffixes
   if (RE_PROPAGABLE_ORG_NAME_SUFFIX.search(s)) return true;
   if (!text::contains_ideograph(s)) return is_english_name(raw, s);
   return s.size() >= MIN_BARE_NAME_LENGTH && RE_CHINESE_NAME_CHARACTERS.full_match(s);
@@ -120,9 +121,9 @@ bool _looks_like_propagable_org_name(std::u32string_view name) {
 bool _looks_like_propagable_location_surface(std::u32string_view name) {
   const auto s = text::remove_space(name);
   if (s.size() < MIN_LOCATION_LENGTH || NON_PROPAGABLE_LOCATION_SURFACE.contains(s)) return false;
-  if (RE_LOWER_LATIN_WORD.full_match(s)) return false;
-  if (RE_GLUED_FIELD_CAPTION.full_match(s)) return false;
-  if (RE_CAMPUS.full_match(s)) return false;
+  if (!text::is_ideograph(s.front()) && RE_LOWER_LATIN_WORD.full_match(s)) return false;
+  if (!text::is_ideograph(s.back()) && RE_GLUED_FIELD_CAPTION.full_match(s)) return false;
+  if (s.ends_with(U"校区") && RE_CAMPUS.full_match(s)) return false;
   if (is_teaching_library(s)) return false;
   if (_is_it_product_compound_not_address(s)) return false;
   if (is_region_narrative(s)) return false;

@@ -1,6 +1,7 @@
 #include "core/anonymization/propagation/surface_spread.hpp"
 
 #include <algorithm>
+#include <bitset>
 #include <map>
 #include <unordered_map>
 #include <unordered_set>
@@ -38,9 +39,14 @@ NameKind kind_of(std::u32string_view name) {
   return NameKind::CHINESE;
 }
 
+// text::case_fold_simple, which leaves an ideograph as it is.
+char32_t fold_character(char32_t c) {
+  return text::is_ideograph(c) ? c : text::case_fold_simple(c);
+}
+
 std::u32string fold_simple(std::u32string_view s) {
   std::u32string out(s);
-  std::transform(out.begin(), out.end(), out.begin(), text::case_fold_simple);
+  std::transform(out.begin(), out.end(), out.begin(), fold_character);
   return out;
 }
 
@@ -206,7 +212,7 @@ std::vector<std::vector<Span>> candidates_of(std::u32string_view text,
           }
         }
       },
-      text::case_fold_simple);
+      fold_character);
   return out;
 }
 
@@ -290,6 +296,67 @@ class PlaceholderEdges {
   std::size_t longest_ = 0;
 };
 
+// A set of characters that may hold more than were added.
+class RoughCharacters {
+ public:
+  void add(std::u32string_view characters) {
+    for (const char32_t c : characters) bits_.set(c % bits_.size());
+  }
+  bool has(char32_t c) const { return bits_.test(c % bits_.size()); }
+
+ private:
+  std::bitset<4096> bits_;
+};
+
+// What placeholders are made of: enough to tell of nearly every surface that it has
+// nothing to do with any of them.
+class PlaceholderCharacters {
+ public:
+  explicit PlaceholderCharacters(const std::vector<std::u32string>& folded) {
+    for (const auto& placeholder : folded) {
+      longest_ = std::max(longest_, placeholder.size());
+      ends_.add({&placeholder.front(), 1});
+      ends_.add({&placeholder.back(), 1});
+      all_.add(placeholder);
+    }
+  }
+
+  // What crosses the edge of a placeholder, or holds a whole one, holds the character at
+  // one of its ends. What occurs within one is made of its characters.
+  bool may_meet(std::u32string_view folded) const {
+    const auto any_end =
+        std::any_of(folded.begin(), folded.end(), [this](char32_t c) { return ends_.has(c); });
+    return any_end || (folded.size() <= longest_ &&
+                       std::all_of(folded.begin(), folded.end(),
+                                   [this](char32_t c) { return all_.has(c); }));
+  }
+
+ private:
+  RoughCharacters ends_;
+  RoughCharacters all_;
+  std::size_t longest_ = 0;
+};
+
+std::vector<std::u32string> folded_placeholders(const std::vector<SurfacePlaceholder>& pairs) {
+  std::vector<std::u32string> out;
+  out.reserve(pairs.size());
+  for (const auto& pair : pairs) out.push_back(fold_simple(pair.placeholder));
+  return out;
+}
+
+// The pairs whose surface may meet a placeholder, by their folded surfaces.
+using PairsBySurface = std::unordered_map<std::u32string, std::vector<std::size_t>>;
+PairsBySurface candidates_to_meet(const std::vector<SurfacePlaceholder>& pairs,
+                                  const std::vector<std::u32string>& placeholders) {
+  const PlaceholderCharacters characters(placeholders);
+  PairsBySurface out;
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    auto folded = fold_simple(pairs[i].surface);
+    if (characters.may_meet(folded)) out[std::move(folded)].push_back(i);
+  }
+  return out;
+}
+
 // For each pair, whether its surface can occur within a placeholder, across the
 // edge of one, or around one. Such a pair is applied by itself.
 std::vector<bool> meets_a_placeholder(const std::vector<SurfacePlaceholder>& pairs) {
@@ -297,28 +364,28 @@ std::vector<bool> meets_a_placeholder(const std::vector<SurfacePlaceholder>& pai
                                      [](const auto& pair) { return pair.placeholder.empty(); });
   std::vector<bool> meets(pairs.size(), has_empty);
   if (has_empty) return meets;
+  const auto placeholders = folded_placeholders(pairs);
+  const auto by_surface = candidates_to_meet(pairs, placeholders);
+  if (by_surface.empty()) return meets;
   PlaceholderEdges edges;
-  std::vector<std::u32string> surfaces;
-  surfaces.reserve(pairs.size());
-  std::unordered_map<std::u32string_view, std::vector<std::size_t>> by_surface;
-  std::u32string placeholders;
-  for (const auto& pair : pairs) {
-    surfaces.push_back(fold_simple(pair.surface));
-    const auto folded = fold_simple(pair.placeholder);
-    edges.add(folded);
-    placeholders += folded;
-    placeholders += NOWHERE;
+  std::u32string joined;
+  for (const auto& placeholder : placeholders) {
+    edges.add(placeholder);
+    joined += placeholder;
+    joined += NOWHERE;
   }
-  for (std::size_t i = 0; i < pairs.size(); ++i) {
-    meets[i] = edges.are_crossed_by(surfaces[i]);
-    by_surface[surfaces[i]].push_back(i);
-  }
+  const auto note = [&](const std::vector<std::size_t>& indices) {
+    for (const std::size_t i : indices) meets[i] = true;
+  };
   std::vector<std::u32string_view> words;
-  words.reserve(by_surface.size());
-  for (const auto& [surface, indices] : by_surface) words.push_back(surface);
-  text::MultiPattern(words).scan(placeholders, [&](const text::MultiPattern::Hit& hit) {
-    for (const std::size_t i : by_surface[words[hit.pattern]]) meets[i] = true;
-  });
+  std::vector<const std::vector<std::size_t>*> owners;
+  for (const auto& [surface, indices] : by_surface) {
+    if (edges.are_crossed_by(surface)) note(indices);
+    words.push_back(surface);
+    owners.push_back(&indices);
+  }
+  text::MultiPattern(words).scan(
+      joined, [&](const text::MultiPattern::Hit& hit) { note(*owners[hit.pattern]); });
   return meets;
 }
 

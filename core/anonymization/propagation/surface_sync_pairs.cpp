@@ -15,6 +15,7 @@
 #include "core/text/multi_pattern.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_map.hpp"
 
 namespace core::anonymization {
 namespace {
@@ -107,11 +108,17 @@ void Collector::register_loc(const Replacement& span) {
   register_pair(std::move(s), *placeholder);
 }
 
+// A surface that stands there again adds nothing.
 void Collector::register_spans() {
+  text::MetWords locations;
+  text::MetWords orgs;
   for (const auto& r : replacements_) {
-    if (is_numbered_placeholder_of(r.placeholder, tag::ADDRESS)) register_loc(r);
-    if (!is_numbered_placeholder_of(r.placeholder, tag::ORG)) continue;
     const auto span = text::slice(text_, r.start, r.end);
+    if (is_numbered_placeholder_of(r.placeholder, tag::ADDRESS)) {
+      if (locations.insert(span)) register_loc(r);
+      continue;
+    }
+    if (!is_numbered_placeholder_of(r.placeholder, tag::ORG) || !orgs.insert(span)) continue;
     register_org(span);
     if (std::none_of(span.begin(), span.end(), is_joiner_fragment)) continue;
     for (const auto piece : RE_JOINER_FRAGMENT_IN_ORG_SPAN.split(span)) {
@@ -184,7 +191,8 @@ std::vector<SurfacePlaceholder> Collector::pairs() const {
 
 std::vector<SurfacePlaceholder> collect_document_entity_surface_sync_pairs(
     std::u32string_view text, const Analyzer& analyzer, std::string_view language,
-    const std::vector<Replacement>* replacements, const PlaceholderByKey* okey_to_org) {
+    const std::vector<Replacement>* replacements, const PlaceholderByKey* okey_to_org,
+    const PlaceholderByKey* okey_to_loc) {
   std::vector<Replacement> built;
   if (replacements == nullptr) {
     built = build_numbered_replacements(text, analyzer, language);
@@ -195,9 +203,12 @@ std::vector<SurfacePlaceholder> collect_document_entity_surface_sync_pairs(
     org_map = build_okey_to_canonical_org_placeholders(text, *replacements, language);
     okey_to_org = &org_map;
   }
-  const auto okey_to_loc =
-      build_okey_to_canonical_location_placeholders(text, *replacements, language);
-  Collector collector(text, *replacements, *okey_to_org, okey_to_loc);
+  PlaceholderByKey loc_map;
+  if (okey_to_loc == nullptr) {
+    loc_map = build_okey_to_canonical_location_placeholders(text, *replacements, language);
+    okey_to_loc = &loc_map;
+  }
+  Collector collector(text, *replacements, *okey_to_org, *okey_to_loc);
   collector.register_spans();
   collector.register_party_names();
   collector.register_located_countries();

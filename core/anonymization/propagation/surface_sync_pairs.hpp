@@ -21,7 +21,7 @@ namespace core::anonymization {
 std::vector<SurfacePlaceholder> collect_document_entity_surface_sync_pairs(
     std::u32string_view text, const Analyzer& analyzer, std::string_view language,
     const std::vector<Replacement>* replacements = nullptr,
-    const PlaceholderByKey* okey_to_org = nullptr);
+    const PlaceholderByKey* okey_to_org = nullptr, const PlaceholderByKey* okey_to_loc = nullptr);
 
 // The organizations among them, as (placeholder, surface).
 std::vector<MappingEntry> collect_document_org_name_placeholder_pairs(std::u32string_view text,

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <unordered_map>
 
@@ -18,8 +19,10 @@
 #include "core/anonymization/replacements/hit_steps.hpp"
 #include "core/anonymization/span_index.hpp"
 #include "core/person_clustering.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
+#include "core/text/view_map.hpp"
 
 namespace core::anonymization {
 namespace {
@@ -36,7 +39,8 @@ constexpr Offset OYJ_CONTEXT = 8;
 // A sentence in which 轨道 is taken for a country's name by its neighbours.
 constexpr std::u32string_view NO_COUNTRY_PHRASE = U"轨道交通技术的飞速发展";
 
-// 中国和格鲁吉亚两国之间
+// 中国和格鲁吉亚两国之间. What it ends in tells whether a text is worth a search.
+constexpr std::u32string_view BETWEEN_TWO_COUNTRIES = U"两国之间";
 const Regex RE_CHINA_AND_ANOTHER("RE_CHINA_AND_ANOTHER",
                                  UR"(中国\s*[和与及]\s*[\u4e00-\u9fffA-Za-z·]{2,24}\s*两国之间)");
 constexpr Offset CHINA_LENGTH = 2;
@@ -45,9 +49,19 @@ constexpr Offset CHINA_LENGTH = 2;
 // numbered and the canonical ones agree.
 constexpr std::string_view PLACEHOLDER_LOCALE = "zh";
 
+// Whether the text holds the phrase, whose first character is rare.
+bool has_phrase(std::u32string_view text, std::u32string_view phrase) {
+  for (auto at = text::find_character(text, phrase.front()); at != text::NPOS;
+       at = text::find_character(text, phrase.front(), at + 1)) {
+    if (text.substr(at).starts_with(phrase)) return true;
+  }
+  return false;
+}
+
 void sort_by_start(auto& spans) {
-  std::stable_sort(spans.begin(), spans.end(),
-                   [](const auto& a, const auto& b) { return a.start < b.start; });
+  const auto begins_first = [](const auto& a, const auto& b) { return a.start < b.start; };
+  if (std::is_sorted(spans.begin(), spans.end(), begins_first)) return;
+  std::stable_sort(spans.begin(), spans.end(), begins_first);
 }
 
 // The hits that are numbered, without overlaps, sorted by start.
@@ -89,10 +103,13 @@ class Numberer {
     Offset start;
     Offset end;
   };
+  // What was written over surfaces of one kind before; empty if it is not to be used again.
+  using WrittenBySurface = text::ViewMap<std::u32string>;
 
   void number_person(const RecognizerResult& r);
-  void number_organization(Span span);
-  void number_location(Span span);
+  std::u32string organization(Span span);
+  std::u32string location(Span span);
+  std::u32string date(Span span);
   void number_money(Span span);
   void number_other(const RecognizerResult& r);
 
@@ -120,6 +137,14 @@ class Numberer {
   void add(Span span, std::u32string written) {
     replacements_.push_back({span.start, span.end, std::move(written)});
   }
+  // What a kind of entities is keyed by is the surface and nothing around it, so that
+  // equal surfaces get what the first one got.
+  template <class Write>
+  void add_by_surface(WrittenBySurface& known, Span span, Write write) {
+    auto& written = known.add(surface(span)).first.value;
+    if (written.empty()) written = write(span);
+    add(span, written);
+  }
 
   std::u32string_view text_;
   std::map<std::pair<Offset, Offset>, Number> person_numbers_;
@@ -128,6 +153,11 @@ class Numberer {
   NumberByKey location_num_by_key_;
   NumberByKey org_num_by_key_;
   std::map<std::string, NumberByKey, std::less<>> generic_num_by_tag_key_;
+  WrittenBySurface organizations_;
+  WrittenBySurface locations_;
+  WrittenBySurface dates_;
+  WrittenBySurface amounts_;
+  std::map<std::string, WrittenBySurface, std::less<>> others_by_type_;
   std::vector<Replacement> replacements_;
 };
 
@@ -138,12 +168,11 @@ void Numberer::number(const RecognizerResult& r) {
   } else if (r.entity_type == entity_type::CARD_LAST4) {
     add(span, format_card_last4_placeholder(surface(span)));
   } else if (r.entity_type == entity_type::ORGANIZATION) {
-    number_organization(with_oyj(span));
+    add_by_surface(organizations_, with_oyj(span), [this](Span s) { return organization(s); });
   } else if (r.entity_type == entity_type::LOCATION) {
-    number_location(with_brackets(span));
+    add_by_surface(locations_, with_brackets(span), [this](Span s) { return location(s); });
   } else if (r.entity_type == entity_type::DATE_TIME) {
-    auto key = _datetime_identity_key(text_, span.start, span.end);
-    add(span, placeholder(tag::DATE, number_of(date_num_by_key_, std::move(key), tag::DATE)));
+    add_by_surface(dates_, span, [this](Span s) { return date(s); });
   } else if (r.entity_type == entity_type::MONEY) {
     number_money(with_brackets(span));
   } else {
@@ -153,15 +182,14 @@ void Numberer::number(const RecognizerResult& r) {
 
 // A span without an identity, or one that the person map lacks, is a person of its own.
 void Numberer::number_person(const RecognizerResult& r) {
-  const auto found = person_identity_key(text_, r.start, r.end).empty()
-                         ? person_numbers_.end()
-                         : person_numbers_.find({r.start, r.end});
+  const auto found = person_numbers_.find({r.start, r.end});
   const Number number = found != person_numbers_.end() ? found->second : next_number(tag::NAME);
   add({r.start, r.end}, placeholder(tag::NAME, number));
 }
 
 Numberer::Span Numberer::with_oyj(Span span) const {
   const auto behind = text::slice(text_, span.end, saturating_add(span.end, OYJ_CONTEXT));
+  if (behind.empty() || !text::is_space(behind.front())) return span;
   if (const auto oyj = RE_OYJ_SUFFIX.match(behind)) span.end += static_cast<Offset>(oyj->end());
   return span;
 }
@@ -178,56 +206,76 @@ std::u32string Numberer::bare_country(Span span) const {
   return is_address ? country : std::u32string();
 }
 
-void Numberer::number_organization(Span span) {
+std::u32string Numberer::organization(Span span) {
   if (const auto country = bare_country(span); !country.empty()) {
-    const auto number = number_of(location_num_by_key_, text::case_fold(country), tag::ADDRESS);
-    return add(span, placeholder(tag::ADDRESS, number));
+    return placeholder(tag::ADDRESS, number_of(location_num_by_key_, text::case_fold(country),
+                                               tag::ADDRESS));
   }
   auto key = _organization_identity_key(text_, span.start, span.end);
-  add(span, placeholder(tag::ORG, number_of(org_num_by_key_, std::move(key), tag::ORG)));
+  return placeholder(tag::ORG, number_of(org_num_by_key_, std::move(key), tag::ORG));
 }
 
-void Numberer::number_location(Span span) {
+std::u32string Numberer::location(Span span) {
   auto key = _location_identity_key(text_, span.start, span.end);
-  const auto number = number_of(location_num_by_key_, std::move(key), tag::ADDRESS);
-  add(span, placeholder(tag::ADDRESS, number));
+  return placeholder(tag::ADDRESS, number_of(location_num_by_key_, std::move(key), tag::ADDRESS));
 }
 
+std::u32string Numberer::date(Span span) {
+  auto key = _datetime_identity_key(text_, span.start, span.end);
+  return placeholder(tag::DATE, number_of(date_num_by_key_, std::move(key), tag::DATE));
+}
+
+// An amount without an identity is one of its own.
 void Numberer::number_money(Span span) {
+  auto& written = amounts_.add(surface(span)).first.value;
+  if (!written.empty()) return add(span, written);
   auto key = _generic_entity_identity_key(entity_type::MONEY, text_, span.start, span.end);
   auto& by_key = generic_num_by_tag_key_[std::string(tag::MONEY)];
+  const bool has_identity = !key.empty();
   const auto number =
-      key.empty() ? next_number(tag::MONEY) : number_of(by_key, std::move(key), tag::MONEY);
-  add(span, _money_replacement_phrase(surface(span), placeholder(tag::MONEY, number)));
+      has_identity ? number_of(by_key, std::move(key), tag::MONEY) : next_number(tag::MONEY);
+  auto phrase = _money_replacement_phrase(surface(span), placeholder(tag::MONEY, number));
+  if (has_identity) written = phrase;
+  add(span, std::move(phrase));
 }
 
 void Numberer::number_other(const RecognizerResult& r) {
+  auto known = others_by_type_.find(r.entity_type);
+  if (known == others_by_type_.end()) {
+    known = others_by_type_.emplace(r.entity_type, WrittenBySurface()).first;
+  }
+  const Span span{r.start, r.end};
+  auto& written = known->second.add(surface(span)).first.value;
+  if (!written.empty()) return add(span, written);
   const auto tag = tag_of_entity_type(r.entity_type);
   auto key = _generic_entity_identity_key(r.entity_type, text_, r.start, r.end);
-  const auto number =
-      key.empty() ? next_number(tag) : number_of(generic_num_by_tag_key_[tag], std::move(key), tag);
-  add({r.start, r.end}, placeholder(tag, number));
+  const bool has_identity = !key.empty();
+  const auto number = has_identity
+                          ? number_of(generic_num_by_tag_key_[tag], std::move(key), tag)
+                          : next_number(tag);
+  auto numbered = placeholder(tag, number);
+  if (has_identity) written = numbered;
+  add(span, std::move(numbered));
 }
 
 void Numberer::expand_party_mentions() {
-  auto& counter = counter_of(tag::ORG);
-  auto expanded = _expand_party_org_mentions({.text = text_,
-                                              .replacements = replacements_,
-                                              .org_num_by_key = org_num_by_key_,
-                                              .org_counter = counter,
-                                              .placeholder_locale = PLACEHOLDER_LOCALE});
-  replacements_ = std::move(expanded.replacements);
-  counter = expanded.org_counter;
+  auto further = further_party_mentions({.text = text_,
+                                         .replacements = replacements_,
+                                         .org_num_by_key = org_num_by_key_,
+                                         .org_counter = counter_of(tag::ORG),
+                                         .placeholder_locale = PLACEHOLDER_LOCALE});
+  std::move(further.begin(), further.end(), std::back_inserter(replacements_));
 }
 
 void Numberer::add_china_phrases() {
+  if (!has_phrase(text_, BETWEEN_TWO_COUNTRIES)) return;
   const auto phrases = RE_CHINA_AND_ANOTHER.find_all(text_);
   if (phrases.empty()) return;
   const auto taken = SpanIndex::of(replacements_);
   for (const auto& phrase : phrases) {
     const auto start = static_cast<Offset>(phrase.start());
-    if (!taken.overlaps(start, start + CHINA_LENGTH))
-      number_location({start, start + CHINA_LENGTH});
+    const Span china{start, start + CHINA_LENGTH};
+    if (!taken.overlaps(china.start, china.end)) add(china, location(china));
   }
 }
 

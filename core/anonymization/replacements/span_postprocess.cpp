@@ -4,6 +4,7 @@
 
 #include "core/anonymization/placeholders.hpp"
 #include "core/anonymization/rules/helpers.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::anonymization {
@@ -36,12 +37,39 @@ constexpr Offset ALIAS_LEFT_CONTEXT = 16;
 // What the document reader marks a hashed paragraph with.
 const Regex RE_HASH_MARKER("RE_HASH_MARKER", UR"(\uE000[0-9a-f]{64}\uE001)");
 
+// Whether a weak organization may begin like this: with a figure or a connective.
+bool begins_weakly(std::u32string_view surface) {
+  if (surface.empty()) return false;
+  const char32_t first = surface.front();
+  return text::is_decimal_digit(first) ||
+         std::any_of(COVER_LINE_ORG_CONNECTIVES.begin(), COVER_LINE_ORG_CONNECTIVES.end(),
+                     [first](std::u32string_view word) { return word.front() == first; });
+}
+
 bool is_weak_org(std::u32string_view src_text, const Replacement& r) {
   if (!is_numbered_placeholder_of(r.placeholder, tag::ORG)) return false;
-  const auto fragment = text::remove_space(text::slice(src_text, r.start, r.end));
+  const auto surface = text::strip(text::slice(src_text, r.start, r.end));
+  if (!begins_weakly(surface)) return false;
+  const auto fragment = text::remove_space(surface);
   return RE_FALSE_ORG_YEAR_SPAN.full_match(fragment) ||
          RE_FALSE_ORG_OUTLINE_SECTION.full_match(fragment) ||
          COVER_LINE_ORG_CONNECTIVES.contains(fragment);
+}
+
+// What every joiner and marker of the document reader begins with. A plain text has none.
+constexpr char32_t MARK = 0xE000;
+
+bool has_marks(std::u32string_view text) {
+  return text::find_character(text, MARK) != text::NPOS;
+}
+
+// The joiners in force that the text may hold.
+std::vector<std::u32string> joiners_of(std::u32string_view text) {
+  auto joiners = docx_para_joiner_sequences();
+  if (!has_marks(text)) {
+    std::erase_if(joiners, [](const auto& joiner) { return joiner.starts_with(MARK); });
+  }
+  return joiners;
 }
 
 // Every occurrence, left to right without overlap; none of the empty word.
@@ -79,6 +107,7 @@ void append_pieces(std::vector<Replacement>& out, std::u32string_view src_text,
 Offset end_before_closers(std::u32string_view src_text, const Replacement& r) {
   const auto left =
       text::slice(src_text, saturating_subtract(r.start, ALIAS_LEFT_CONTEXT), r.start);
+  if (left.find(U'称') == text::NPOS) return r.end;  // which every definition holds
   if (!RE_DEFINED_ALIAS_ORG_LEFT.search(left)) return r.end;
   const auto fragment = text::slice(src_text, r.start, r.end);
   const auto m = RE_DEFINED_ALIAS_ORG_TRAILING_CLOSER.match(fragment);
@@ -112,9 +141,10 @@ std::u32string _strip_docx_joiner_sequences(std::u32string_view text) {
 }
 
 void strip_docx_joiner_sequences(MaskedText& text) {
-  for (const auto& joiner : docx_para_joiner_sequences()) {
+  for (const auto& joiner : joiners_of(text.text())) {
     if (const auto spans = occurrences(text.text(), joiner); !spans.empty()) text.erase(spans);
   }
+  if (!has_marks(text.text())) return;
   std::vector<Edit> markers;
   for (const auto& m : RE_HASH_MARKER.find_all(text.text())) {
     markers.push_back({static_cast<Offset>(m.start()), static_cast<Offset>(m.end()), {}});
@@ -124,7 +154,7 @@ void strip_docx_joiner_sequences(MaskedText& text) {
 
 std::vector<Replacement> _clip_replacements_at_embedded_docx_joiners(
     std::vector<Replacement> replacements, std::u32string_view text) {
-  for (const auto& joiner : docx_para_joiner_sequences()) {
+  for (const auto& joiner : joiners_of(text)) {
     if (text.find(joiner) == std::u32string_view::npos) continue;
     replacements = _split_replacements_at_joiner(std::move(replacements), text, joiner);
   }

@@ -1,6 +1,9 @@
 // Facts about single characters that the name finders share.
 #pragma once
 
+#include <cstddef>
+#include <string_view>
+
 #include "core/text/unicode.hpp"
 
 namespace core::nlp {
@@ -36,6 +39,21 @@ constexpr bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'�
 // What the rules take for a character of a Chinese word.
 constexpr bool is_han(char32_t c) {
   return text::is_ideograph(c) || (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x20000 && c <= 0x3FFFF);
+}
+
+// The first offset from `from` on where one of the characters stands; the length of the
+// text if there is none. Several places are looked at together: for what is rare in a text.
+template <char32_t... Characters>
+std::size_t find_rare(std::u32string_view text, std::size_t from) {
+  constexpr std::size_t BLOCK = 16;
+  const auto is_one = [](char32_t c) { return (static_cast<unsigned>(c == Characters) | ...); };
+  for (; from + BLOCK <= text.size(); from += BLOCK) {
+    unsigned any = 0;
+    for (std::size_t i = 0; i < BLOCK; ++i) any |= is_one(text[from + i]);
+    if (any != 0) break;
+  }
+  while (from < text.size() && is_one(text[from]) == 0) ++from;
+  return from;
 }
 
 }  // namespace core::nlp

@@ -17,8 +17,7 @@ extern "C" const std::uint64_t veildoc_trie_chinese_words[];
 
 namespace core::nlp {
 
-// Level of an administrative division of China.
-enum class Division : std::uint8_t { NONE, PROVINCE, PREFECTURE, COUNTY, TOWN };
+using recognition::Division;
 
 struct ChineseWordFacts {
   recognition::ChineseWordClass word_class = recognition::ChineseWordClass::UNKNOWN;

@@ -113,16 +113,63 @@ class Segmenter {
   std::vector<Step> steps_;
 };
 
+// The words of runs that were cut: a contract uses the same ones again and again.
+class KnownRuns {
+ public:
+  explicit KnownRuns(std::u32string_view text) : text_(text) {}
+
+  // Writes the words of start..end as those of an equal run before; false if none is known,
+  // which is then to be written behind `out`.
+  bool repeat(std::size_t start, std::size_t end, std::vector<ChineseWord>& out) {
+    Run& known = runs_[hash(text_.substr(start, end - start)) >> (64U - BITS)];
+    const bool found = known.end - known.start == end - start &&
+                       text_.substr(known.start, end - start) == text_.substr(start, end - start);
+    if (!found) {
+      known = {start, end, out.size()};
+      return false;
+    }
+    const auto distance = static_cast<std::uint32_t>(start - known.start);
+    for (std::size_t i = known.first_word; i < out.size() && out[i].start < known.end; ++i) {
+      ChineseWord word = out[i];
+      word.start += distance;
+      word.end += distance;
+      out.push_back(word);
+    }
+    return true;
+  }
+
+ private:
+  struct Run {
+    std::size_t start = 0;
+    std::size_t end = 0;
+    std::size_t first_word = 0;
+  };
+  static constexpr unsigned BITS = 11;
+
+  static std::uint64_t hash(std::u32string_view run) {
+    constexpr std::uint64_t MULTIPLIER = 0x9E3779B97F4A7C15;
+    std::uint64_t h = 0;
+    for (const char32_t c : run) h = (h ^ c) * MULTIPLIER;
+    return h;
+  }
+
+  std::u32string_view text_;
+  std::vector<Run> runs_ = std::vector<Run>(std::size_t{1} << BITS);
+};
+
 }  // namespace
 
 recognition::ChineseWords segment_words(std::u32string_view folded) {
   std::vector<ChineseWord> out;
   Segmenter segmenter;
+  KnownRuns known(folded);
   for (std::size_t i = 0; i < folded.size(); ++i) {
     if (!is_han(folded[i])) continue;
     const std::size_t start = i;
     while (i < folded.size() && is_han(folded[i])) ++i;
-    segmenter.add_run(folded.substr(start, i - start), start, out);
+    if (!known.repeat(start, i, out)) {
+      segmenter.add_run(folded.substr(start, i - start), start, out);
+    }
   }
   return recognition::ChineseWords(std::move(out));
 }

@@ -40,6 +40,31 @@ function(veildoc_trie target name)
     COMMAND veildoc_compile_trie ${compiled} ${arguments}
     DEPENDS veildoc_compile_trie ${lists}
     VERBATIM)
+  veildoc_embed_trie(${target} ${name} ${compiled})
+endfunction()
+
+# veildoc_vocabulary(TARGET LIST...): compiles what the embedded analyzer looks for in
+# every text from data/ into TARGET, where core/nlp/vocabulary_data.hpp reads it.
+# tools/lexicons/vocabulary_words.cpp tells how it reads each LIST.
+function(veildoc_vocabulary target)
+  set(compiled ${PROJECT_BINARY_DIR}/lexicons/vocabulary.trie)
+  set(tables ${PROJECT_BINARY_DIR}/lexicons/vocabulary_data.cpp)
+  list(TRANSFORM ARGN PREPEND ${PROJECT_SOURCE_DIR}/data/)
+  list(TRANSFORM ARGN APPEND .txt)
+  add_custom_command(
+    OUTPUT ${compiled} ${tables}
+    COMMAND veildoc_compile_vocabulary ${PROJECT_SOURCE_DIR}/data ${compiled} ${tables}
+    DEPENDS veildoc_compile_vocabulary ${ARGN}
+    VERBATIM)
+  veildoc_embed_trie(${target} vocabulary ${compiled})
+  add_library(vocabulary_tables OBJECT ${tables})
+  target_link_libraries(vocabulary_tables PRIVATE veildoc_flags)
+  set_target_properties(vocabulary_tables PROPERTIES POSITION_INDEPENDENT_CODE ON)
+  target_sources(${target} PRIVATE $<TARGET_OBJECTS:vocabulary_tables>)
+endfunction()
+
+# The compiled trie NAME becomes a part of TARGET.
+function(veildoc_embed_trie target name compiled)
   set(source ${PROJECT_BINARY_DIR}/lexicons/${name}_trie.cpp)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/trie.cpp.in ${source} @ONLY)
   add_library(trie_${name} OBJECT ${source})

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <initializer_list>
 #include <string_view>
 #include <vector>
 
@@ -37,6 +38,30 @@ class CharacterTable {
 
   std::vector<bool> basic_plane_;
   bool has_others_ = false;
+};
+
+// Several sets of characters in one table, each as a bit, for a text whose characters are
+// asked for all of them.
+template <class Bits>
+class CharacterBits {
+ public:
+  struct Set {
+    std::u32string_view characters;  // of the basic plane
+    Bits bit;
+  };
+
+  CharacterBits(std::initializer_list<Set> sets) : bits_(0x10000) {
+    for (const Set& set : sets) {
+      for (const char32_t c : set.characters) add(c, set.bit);
+    }
+  }
+
+  void add(char32_t c, Bits bit) { bits_.at(c) = static_cast<Bits>(bits_.at(c) | bit); }
+
+  Bits of(char32_t c) const { return c < bits_.size() ? bits_[c] : Bits{}; }
+
+ private:
+  std::vector<Bits> bits_;
 };
 
 }  // namespace core::nlp

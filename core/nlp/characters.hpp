@@ -1,14 +1,19 @@
 // Facts about single characters that the name finders share.
 #pragma once
 
+#include <cstddef>
+#include <string_view>
+
 #include "core/text/unicode.hpp"
 
 namespace core::nlp {
 
 // A letter of the Latin script, also with diacritics (é, Ø, ễ).
 constexpr bool is_latin_letter(char32_t c) {
-  return text::is_ascii_alpha(c) || (c >= 0xC0 && c <= 0x24F && c != 0xD7 && c != 0xF7) ||
-         (c >= 0x1E00 && c <= 0x1EFF) || (c >= 0x300 && c <= 0x36F);
+  if (c < 0x80) return text::is_ascii_alpha(c);
+  if (c > 0x1EFF) return false;
+  return (c >= 0xC0 && c <= 0x24F && c != 0xD7 && c != 0xF7) || c >= 0x1E00 ||
+         (c >= 0x300 && c <= 0x36F);
 }
 
 inline char32_t lower(char32_t c) {
@@ -27,7 +32,8 @@ inline bool is_lower(char32_t c) { return is_latin_letter(c) && lower(c) == c; }
 
 // Ends a line, a table cell or a paragraph.
 constexpr bool is_cell_end(char32_t c) {
-  return c == U'\n' || c == U'\r' || c == U'\t' || c == 0xE000 || c == 0xE001;
+  if (c <= U'\r') return c == U'\n' || c == U'\r' || c == U'\t';
+  return c == 0xE000 || c == 0xE001;
 }
 
 // Parts the names of minorities and transliterated ones: 阿依努尔·买买提
@@ -35,7 +41,23 @@ constexpr bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'�
 
 // What the rules take for a character of a Chinese word.
 constexpr bool is_han(char32_t c) {
-  return text::is_ideograph(c) || (c >= 0x3400 && c <= 0x4DBF) || (c >= 0x20000 && c <= 0x3FFFF);
+  if (c < 0x3400) return false;
+  return text::is_ideograph(c) || c <= 0x4DBF || (c >= 0x20000 && c <= 0x3FFFF);
+}
+
+// The first offset from `from` on where one of the characters stands; the length of the
+// text if there is none. Several places are looked at together: for what is rare in a text.
+template <char32_t... Characters>
+std::size_t find_rare(std::u32string_view text, std::size_t from) {
+  constexpr std::size_t BLOCK = 16;
+  const auto is_one = [](char32_t c) { return (static_cast<unsigned>(c == Characters) | ...); };
+  for (; from + BLOCK <= text.size(); from += BLOCK) {
+    unsigned any = 0;
+    for (std::size_t i = 0; i < BLOCK; ++i) any |= is_one(text[from + i]);
+    if (any != 0) break;
+  }
+  while (from < text.size() && is_one(text[from]) == 0) ++from;
+  return from;
 }
 
 }  // namespace core::nlp

@@ -9,11 +9,15 @@
 #include <string_view>
 
 #include "core/recognition/nlp_artifacts.hpp"
+#include "core/text/flat_trie.hpp"
+
+namespace core::text::trie_data {
+extern "C" const std::uint64_t veildoc_trie_chinese_words[];
+}  // namespace core::text::trie_data
 
 namespace core::nlp {
 
-// Level of an administrative division of China.
-enum class Division : std::uint8_t { NONE, PROVINCE, PREFECTURE, COUNTY, TOWN };
+using recognition::Division;
 
 struct ChineseWordFacts {
   recognition::ChineseWordClass word_class = recognition::ChineseWordClass::UNKNOWN;
@@ -52,5 +56,22 @@ int given_name_score(std::u32string_view given);
 
 // Facts in the form in which the trie of words holds them.
 ChineseWordFacts chinese_word_facts(std::uint32_t payload);
+
+// Their frequency alone, for whoever asks for it at every character.
+inline std::uint8_t chinese_word_frequency(std::uint32_t payload) {
+  constexpr std::uint32_t DIVISION = 7U << 9U;
+  return (payload & DIVISION) == 0 ? static_cast<std::uint8_t>(payload & 0x3FU)
+                                   : chinese_word_facts(payload).frequency;
+}
+
+// Calls visit(length, frequency) for every word of the lists that `text` begins with,
+// shortest first.
+template <class Visit>
+void each_chinese_word(std::u32string_view text, Visit visit) {
+  const text::FlatTrie words(text::trie_data::veildoc_trie_chinese_words);
+  words.each_prefix(text, [&](std::size_t length, std::uint32_t payload) {
+    visit(length, chinese_word_frequency(payload));
+  });
+}
 
 }  // namespace core::nlp

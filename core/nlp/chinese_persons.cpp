@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <cstdint>
 #include <unordered_set>
 
+#include "core/nlp/character_table.hpp"
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_lexicon.hpp"
 #include "core/nlp/chinese_names.hpp"
@@ -39,6 +41,9 @@ constexpr auto SURE_TITLES =
 
 // Titles of one character: 周总, 李工
 constexpr std::u32string_view SHORT_TITLES = U"总工哥姐董局叔姨嫂";
+
+// What of a form of address a character may be: 老王, 周工
+enum AddressPart : std::uint8_t { NICKNAME = 1U << 0U, SHORT_TITLE = 1U << 1U };
 
 // What ends a label before a person's name.
 constexpr auto PERSON_ACTS =
@@ -172,7 +177,7 @@ class ChinesePersonSearch {
   // The end of the stretch without a mark that ends a list.
   std::size_t list_end(std::size_t at) const {
     constexpr std::u32string_view ENDS = U"，。；;\n\t(";
-    while (at < t_.size() && ENDS.find(t_[at]) == ENDS.npos) ++at;
+    while (at < t_.size() && (text::is_ideograph(t_[at]) || ENDS.find(t_[at]) == ENDS.npos)) ++at;
     return at;
   }
 
@@ -331,19 +336,22 @@ class ChinesePersonSearch {
         break;
       }
     }
+    if (surnames.empty()) return;
+    static const CharacterBits<std::uint8_t> parts(
+        {{U"老小", NICKNAME}, {SHORT_TITLES, SHORT_TITLE}});
     for (std::size_t at = 0; at + 1 < t_.size(); ++at) {
-      if (is_form_of_address(at, surnames) && is_free(named, at, at + 2)) {
+      const bool nickname = (parts.of(t_[at]) & NICKNAME) != 0;
+      const bool title = (parts.of(t_[at + 1]) & SHORT_TITLE) != 0;
+      if (!nickname && !title) continue;
+      if (is_form_of_address(at, nickname, surnames) && is_free(named, at, at + 2)) {
         add_whole_word(at, at + 2);
       }
     }
   }
 
   // 周工, 老周
-  bool is_form_of_address(std::size_t at,
+  bool is_form_of_address(std::size_t at, bool nickname,
                           const std::unordered_set<std::u32string_view>& surnames) const {
-    const bool nickname = t_[at] == U'老' || t_[at] == U'小';
-    const bool suffix = SHORT_TITLES.find(t_[at + 1]) != SHORT_TITLES.npos;
-    if (!nickname && !suffix) return false;
     return surnames.contains(t_.substr(nickname ? at + 1 : at, 1)) &&
            !is_ordinary_word(t_.substr(at, 2));
   }
@@ -448,9 +456,12 @@ class ChinesePersonSearch {
   }
 
   void dotted_names() {
+    const auto next = [&](std::size_t from) {
+      return find_rare<U'·', U'•', U'・', char32_t{0x2027}>(t_, from);  // see is_dot
+    };
     std::size_t done = 0;
-    for (std::size_t i = 1; i + 1 < t_.size(); ++i) {
-      if (!is_dot(t_[i]) || i < done) continue;
+    for (std::size_t i = next(1); i + 1 < t_.size(); i = next(i + 1)) {
+      if (i < done) continue;
       const std::size_t start = dotted_start(i, done);
       std::size_t end = dotted_end(start, i);
       if (start < i && end > i && end - start >= 4) {

@@ -1,3 +1,8 @@
+#include <cstdint>
+#include <iterator>
+#include <span>
+#include <vector>
+
 #include "core/nlp/character_table.hpp"
 #include "core/nlp/characters.hpp"
 #include "core/nlp/chinese_lexicon.hpp"
@@ -106,7 +111,35 @@ constexpr std::u32string_view STREETS = U"路街道巷弄";
 constexpr std::u32string_view STOPS =
     U"的与由在于为将应须及或并且该其是有被向对按就自至到从已未不无可给让使此各每因若则即但而也还内跨";
 
-const auto UNIT_BEGINNINGS = CharacterTable::first_of(ADDRESS_UNITS);
+// ADDRESS_UNITS by their first characters, each group in their order.
+class AddressUnits {
+ public:
+  static const AddressUnits& instance() {
+    static const AddressUnits units;
+    return units;
+  }
+
+  std::span<const std::u32string_view> beginning_with(char32_t c) const {
+    return groups_[group_.of(c)];
+  }
+
+ private:
+  static_assert(std::size(ADDRESS_UNITS) < 0xFF);
+
+  AddressUnits() : groups_(1) {
+    for (const auto unit : ADDRESS_UNITS) {
+      if (group_.of(unit.front()) == 0) {
+        group_.add(unit.front(), static_cast<std::uint8_t>(groups_.size()));
+        groups_.emplace_back();
+      }
+      groups_[group_.of(unit.front())].push_back(unit);
+    }
+  }
+
+  CharacterBits<std::uint8_t> group_{};
+  std::vector<std::vector<std::u32string_view>> groups_;  // the first one is empty
+};
+
 const CharacterTable STOP_TABLE(STOPS);
 
 bool is_room_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'-' || c == U'#'; }
@@ -227,9 +260,8 @@ class ChinesePlaceSearch {
     if (ends_word_of(WordClass::PLACE, at)) return true;
     const auto* const word = word_at(a_.chinese_words, at - 1);
     if (word == nullptr || word->end != at) return false;
-    const auto facts = chinese_word(t_.substr(word->start, word->length()));
     return word->word_class == recognition::ChineseWordClass::PLACE ||
-           (facts && facts->division != Division::NONE);
+           word->division != Division::NONE;
   }
 
   bool ends_word_of(WordClass c, std::size_t at) const {
@@ -239,14 +271,12 @@ class ChinesePlaceSearch {
 
   // 屏山县; also 扬中, where nothing that could make it part of a longer name stands beside it.
   bool is_division_name(const recognition::ChineseWord& word) const {
-    const auto name = t_.substr(word.start, word.length());
-    const auto facts = chinese_word(name);
-    if (!facts || facts->division == Division::NONE) return false;
-    if (word.length() > 2 && !facts->bare_division) {
-      return !is_generic_division(name);
+    if (word.division == Division::NONE) return false;
+    if (word.length() > 2 && !word.bare_division) {
+      return !is_generic_division(t_.substr(word.start, word.length()));
     }
     constexpr unsigned RARE = 9;
-    if (facts->ambiguous_division && word.frequency > RARE) {
+    if (word.ambiguous_division && word.frequency > RARE) {
       return is_gone_to(word) || stands_with_place(word);
     }
     if (!reader_.is_right_edge(word.end)) return false;
@@ -350,10 +380,12 @@ class ChinesePlaceSearch {
 
   // A cell or a phrase that is a single word such as 鼠浪湖岛, 洛社镇. Not 目的港.
   void by_shape() {
-    constexpr std::u32string_view KINDS = U"岛港镇县";
     constexpr std::u32string_view GENERIC = U"装卸目的运起中转到达本各该进出口空海群半";
-    for (std::size_t i = 2; i < t_.size(); ++i) {
-      if (KINDS.find(t_[i]) == KINDS.npos || is_word_behind(i + 1)) continue;
+    const auto next = [&](std::size_t from) {
+      return find_rare<U'岛', U'港', U'镇', U'县'>(t_, from);
+    };
+    for (std::size_t i = next(2); i < t_.size(); i = next(i + 1)) {
+      if (is_word_behind(i + 1)) continue;
       std::size_t start = i;
       while (start > 0 && i - start < 5 && is_han(t_[start - 1])) --start;
       const std::size_t length = i - start;
@@ -376,8 +408,12 @@ class ChinesePlaceSearch {
     constexpr std::u32string_view DIVISIONS = U"县镇乡村";
     constexpr std::u32string_view ENDS = U"组号室队村部社";
     constexpr std::u32string_view GENERIC = U"本该各全某农乡行山住居现在位往去";
-    for (std::size_t i = 0; i + 3 < t_.size(); ++i) {
-      if (!is_han(t_[i]) || (i > 0 && is_han(t_[i - 1]))) continue;
+    std::size_t end_before = t_.size();
+    for (const auto& word : a_.chinese_words) {
+      const std::size_t i = word.start;
+      const bool begins_run = i != end_before;
+      end_before = word.end;
+      if (!begins_run || i + 3 >= t_.size()) continue;
       std::size_t unit = i + 2;
       while (unit < i + 5 && unit < t_.size() && DIVISIONS.find(t_[unit]) == DIVISIONS.npos) ++unit;
       if (unit >= t_.size() || unit == i + 5 || GENERIC.find(t_[i]) != GENERIC.npos) continue;
@@ -409,13 +445,12 @@ class ChinesePlaceSearch {
     }
     for (const auto& word : a_.chinese_words) {
       const auto at = static_cast<std::size_t>(word.end);
-      if (word.length() < 2 || at >= t_.size()) continue;
+      const bool place = word.division != Division::NONE ||
+                         word.word_class == recognition::ChineseWordClass::PLACE;
+      if (!place || word.length() < 2 || at >= t_.size()) continue;
       const auto* const station = word_at(a_.chinese_words, at);
       if (station == nullptr || !is_station(t_.substr(at, station->length()))) continue;
-      const auto facts = chinese_word(t_.substr(word.start, word.length()));
-      const bool division = facts && facts->division != Division::NONE;
-      const bool place = word.word_class == recognition::ChineseWordClass::PLACE;
-      if (division || place) add(word.start, station->end, PLACE_SCORE);
+      add(word.start, station->end, PLACE_SCORE);
     }
   }
 
@@ -465,10 +500,7 @@ class ChinesePlaceSearch {
       constexpr unsigned COMMON = 17;
       const bool everyday = word.word_class == recognition::ChineseWordClass::ORDINARY &&
                             word.length() > 1 && word.frequency > COMMON;
-      if (everyday && word.end < end) {
-        const auto facts = chinese_word(t_.substr(word.start, word.length()));
-        if (!facts || facts->division == Division::NONE) return false;
-      }
+      if (everyday && word.end < end && word.division == Division::NONE) return false;
       if (word.start < end - 1) own += word.length();
     }
     return own >= FEWEST;
@@ -562,8 +594,7 @@ class ChinesePlaceSearch {
         word->word_class != recognition::ChineseWordClass::PLACE || word->length() < 3) {
       return at;
     }
-    const auto facts = chinese_word(t_.substr(at, word->length()));
-    return facts && facts->division != Division::NONE ? word->end : at;
+    return word->division != Division::NONE ? word->end : at;
   }
 
   // 江苏省, 吴中区: more of an address is to be expected than behind 无锡.
@@ -668,9 +699,9 @@ class ChinesePlaceSearch {
   }
 
   std::size_t unit_at(std::size_t i) const {
-    if (i >= t_.size() || !UNIT_BEGINNINGS.contains(t_[i])) return 0;
+    if (i >= t_.size()) return 0;
     const auto rest = t_.substr(i);
-    for (const auto unit : ADDRESS_UNITS) {
+    for (const auto unit : units_.beginning_with(t_[i])) {
       if (rest.starts_with(unit)) return is_no_part(unit, i) ? 0 : unit.size();
     }
     return 0;
@@ -733,6 +764,7 @@ class ChinesePlaceSearch {
   const NlpArtifacts& a_;
   std::u32string_view t_;
   NamePieceReader reader_;
+  const AddressUnits& units_ = AddressUnits::instance();
   std::vector<RecognizerResult> out_;
 };
 

@@ -9,7 +9,6 @@
 #include "core/nlp/chinese_names.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/name_evidence.hpp"
-#include "core/nlp/span_cover.hpp"
 #include "core/nlp/vocabulary.hpp"
 #include "core/nlp/word_segmentation.hpp"
 #include "core/text/lexicon.hpp"
@@ -64,11 +63,11 @@ constexpr std::u32string_view NOT_IN_NAMES =
     U"送货提供使施用途验检测试修理管控制造产设计划算结拟拒按照如若除非经";
 
 // Single characters that may stand directly before a name in a sentence.
-const CharacterTable LINKS_BEFORE(
-    U"由与向和及跟给被让对请为至从据如因经或同即系将以指找交归若仅凭叫是在并而但则使替代约称问送付报请派雇聘托陪帮邀推选举欠借还赔致转询诉告");
+constexpr std::u32string_view LINKS_BEFORE =
+    U"由与向和及跟给被让对请为至从据如因经或同即系将以指找交归若仅凭叫是在并而但则使替代约称问送付报请派雇聘托陪帮邀推选举欠借还赔致转询诉告";
 // And behind one.
-const CharacterTable LINKS_BEHIND(
-    U"与和及或向对将应须于因可已未仅曾均在的之为系是也从由持称诉辩述等经把被让就按承签自不拟故无有代以所到负同任须得家需给说指如若现仍至均各先再");
+constexpr std::u32string_view LINKS_BEHIND =
+    U"与和及或向对将应须于因可已未仅曾均在的之为系是也从由持称诉辩述等经把被让就按承签自不拟故无有代以所到负同任须得家需给说指如若现仍至均各先再";
 
 // Surnames that follow a role or a name as words: 主任应指定, 张三和李四.
 constexpr std::u32string_view LINKING_SURNAMES = U"应于时向任经能有后";
@@ -127,6 +126,13 @@ constexpr auto VERBS_BEHIND = text::words(
 // The last characters of units whose members are named behind them: 设备科王建国.
 constexpr std::u32string_view MEASURE_UNITS = U"科部组处室队厂村家店院所局司行站班中心";
 
+// The last characters of words for offices, and those that are such words alone: 泥工.
+constexpr std::u32string_view OFFICES = U"员师工长手匠";
+constexpr std::u32string_view SHORT_OFFICES = U"员师工";
+
+// Behind a place.
+constexpr std::u32string_view PLACE_UNITS = U"省市县区镇乡村路街巷道号";
+
 const text::ViewSet& japanese_surnames() {
   static const text::ViewSet names = [] {
     auto list = text::lexicon_words(text::lexicon_data::japanese_surnames);
@@ -135,12 +141,40 @@ const text::ViewSet& japanese_surnames() {
   return names;
 }
 
-bool begins_japanese_surname(char32_t c) {
-  static const auto characters = CharacterTable::first_of(japanese_surnames());
-  return characters.contains(c);
-}
+// What the lists above say of a character.
+enum Sign : std::uint16_t {
+  IN_NO_NAME = 1U << 0U,
+  LINK_BEFORE_NAME = 1U << 1U,
+  LINK_BEHIND_NAME = 1U << 2U,
+  LINKING = 1U << 3U,
+  JOINING = 1U << 4U,
+  BEGINS_VERB = 1U << 5U,
+  UNIT = 1U << 6U,
+  OFFICE = 1U << 7U,
+  SHORT_OFFICE = 1U << 8U,
+  PLACE_UNIT = 1U << 9U,
+  BEGINS_JAPANESE_SURNAME = 1U << 10U,
+  BEFORE_JAPANESE_NAME = 1U << 11U
+};
 
-bool holds(std::u32string_view set, char32_t c) { return set.find(c) != set.npos; }
+const CharacterBits<std::uint16_t>& signs() {
+  static const auto table = [] {
+    CharacterBits<std::uint16_t> out({{NOT_IN_NAMES, IN_NO_NAME},
+                                      {LINKS_BEFORE, LINK_BEFORE_NAME},
+                                      {LINKS_BEHIND, LINK_BEHIND_NAME},
+                                      {LINKING_SURNAMES, LINKING},
+                                      {JOINING_SURNAMES, JOINING},
+                                      {FIRST_OF_VERBS, BEGINS_VERB},
+                                      {MEASURE_UNITS, UNIT},
+                                      {OFFICES, OFFICE},
+                                      {SHORT_OFFICES, SHORT_OFFICE},
+                                      {PLACE_UNITS, PLACE_UNIT},
+                                      {U"由与和向对经及请", BEFORE_JAPANESE_NAME}});
+    for (const auto& name : japanese_surnames()) out.add(name.front(), BEGINS_JAPANESE_SURNAME);
+    return out;
+  }();
+  return table;
+}
 
 struct Candidate {
   std::size_t start = 0;
@@ -151,14 +185,21 @@ struct Candidate {
 class ChineseProseSearch {
  public:
   explicit ChineseProseSearch(const NlpArtifacts& a)
-      : a_(a), t_(a.folded), edges_(a.folded.size() + 1) {
+      : a_(a),
+        t_(a.folded),
+        names_(NameCharacters::instance()),
+        signs_(signs()),
+        edges_(a.folded.size() + 1) {
     for (const auto c :
          {WordClass::COMPANY_FORM, WordClass::BANK, WordClass::BRANCH, WordClass::PUBLIC_NAME,
           WordClass::SHIELD, WordClass::INSTITUTION, WordClass::PUBLIC_BODY, WordClass::CURRENCY}) {
       cover(c);
     }
     for (std::size_t c = 0; c < recognition::LABEL_CLASSES; ++c) cover(static_cast<WordClass>(c));
-    taken_.finish();
+    for (const auto& place : a.of(WordClass::PLACE)) note_all(place.start, place.end, IN_PLACE);
+    for (const auto& word : a.of(WordClass::TRADE_WORD)) {
+      note_all(word.start, word.end, IN_TRADE_WORD);
+    }
     for (const auto c : {WordClass::COMPANY_FORM, WordClass::PLAIN_COMPANY, WordClass::BRANCH,
                          WordClass::BANK, WordClass::INSTITUTION, WordClass::PUBLIC_BODY}) {
       for (const auto& unit : a.of(c)) note(unit.end, UNIT_ENDS);
@@ -199,22 +240,32 @@ class ChineseProseSearch {
   // Names may hold the characters of short words by accident, of longer ones not.
   void cover(WordClass c) {
     for (const auto& hit : a_.of(c)) {
-      if (hit.end - hit.start > 1) {
-        taken_.add(static_cast<std::ptrdiff_t>(hit.start), static_cast<std::ptrdiff_t>(hit.end));
-      }
+      if (hit.end - hit.start > 1) note_all(hit.start, hit.end, TAKEN);
     }
   }
 
-  // What begins or ends at a place of the text.
-  using Edges = std::uint8_t;
+  // What begins or ends at a place of the text, or goes on there.
+  using Edges = std::uint16_t;
   static constexpr Edges ROLE_ENDS = 1U << 0U;   // a word for a person
   static constexpr Edges PARTY_ENDS = 1U << 1U;  // one for a party
   static constexpr Edges UNIT_ENDS = 1U << 2U;   // a company or an office
   static constexpr Edges FORM_BEGINS = 1U << 3U;
   static constexpr Edges TITLE_BEGINS = 1U << 4U;
   static constexpr Edges CLAUSE_WORD_BEGINS = 1U << 5U;
+  static constexpr Edges TAKEN = 1U << 6U;  // by a word that is no part of a name
+  static constexpr Edges IN_PLACE = 1U << 7U;
+  static constexpr Edges IN_TRADE_WORD = 1U << 8U;
 
   void note(std::size_t at, Edges edge) { edges_[at] = static_cast<Edges>(edges_[at] | edge); }
+  void note_all(std::size_t start, std::size_t end, Edges edge) {
+    for (std::size_t i = start; i < end; ++i) note(i, edge);
+  }
+  // What any of the characters of start..end has.
+  Edges all_of(std::size_t start, std::size_t end) const {
+    Edges edges = 0;
+    for (std::size_t i = start; i < end; ++i) edges = static_cast<Edges>(edges | edges_[i]);
+    return edges;
+  }
   bool has(std::size_t at, Edges edge) const { return (edges_[at] & edge) != 0; }
 
   void note_beginnings(WordClass c, Edges edge) {
@@ -231,9 +282,10 @@ class ChineseProseSearch {
 
   void collect() {
     for (std::size_t at = 0; at + 1 < t_.size(); ++at) {
-      if (!is_han(t_[at]) || !is_han(t_[at + 1])) continue;
-      std::size_t surname = surname_length(t_, at);
-      const bool japanese = begins_japanese_surname(t_[at]);
+      const bool japanese = is(t_[at], BEGINS_JAPANESE_SURNAME);
+      const bool chinese = names_.of(t_[at]).begins_surname && !has(at, TAKEN);
+      if ((!chinese && !japanese) || !is_han(t_[at]) || !is_han(t_[at + 1])) continue;
+      std::size_t surname = chinese ? names_.surname_length(t_, at) : 0;
       if (surname == 0 && !japanese) continue;
       const Evidence left = left_weight(at);
       if (left == NEVER || (japanese && try_japanese(at, left))) continue;
@@ -249,7 +301,7 @@ class ChineseProseSearch {
       if (end < t_.size() && is_han(t_[end])) continue;
       const auto given = t_.substr(at + surname, end - at - surname);
       if (std::any_of(given.begin(), given.end(),
-                      [](char32_t c) { return !is_han(c) || holds(NOT_IN_NAMES, c); })) {
+                      [this](char32_t c) { return !is_han(c) || is(c, IN_NO_NAME); })) {
         return false;
       }
       candidates_.push_back({at, end, left + MARK_BEHIND + JAPANESE});
@@ -267,7 +319,7 @@ class ChineseProseSearch {
         candidates_.push_back({at, end, left + right + JAPANESE});
         return true;
       }
-      if (end >= t_.size() || !is_han(t_[end]) || holds(NOT_IN_NAMES, t_[end])) break;
+      if (end >= t_.size() || !is_han(t_[end]) || is(t_[end], IN_NO_NAME)) break;
     }
     return false;
   }
@@ -277,7 +329,7 @@ class ChineseProseSearch {
     for (std::size_t surname = 3; surname >= 2; --surname) {
       if (!japanese_surnames().contains(t_.substr(at, surname))) continue;
       if (at > 0 && is_han(t_[at - 1]) && !has(at, ROLE_ENDS) &&
-          !holds(U"由与和向对经及请", t_[at - 1])) {
+          !is(t_[at - 1], BEFORE_JAPANESE_NAME)) {
         return false;
       }
       if (up_to_mark(at, surname, left) || up_to_word(at, surname, left)) return true;
@@ -287,11 +339,11 @@ class ChineseProseSearch {
 
   void try_name(std::size_t at, std::size_t surname, std::size_t given, Evidence left) {
     const std::size_t end = at + surname + given;
-    if (end > t_.size()) return;
-    const Evidence inside = inner_weight(at, surname, end);
-    if (inside == NEVER) return;
+    if (end > t_.size() || (all_of(at, end) & TAKEN) != 0) return;
     const Evidence right = right_weight(end);
     if (right == NEVER) return;
+    const Evidence inside = inner_weight(at, surname, end, POSSIBLE - left - right);
+    if (inside == NEVER) return;
     const Evidence weight = left + inside + right;
     if (weight >= POSSIBLE) candidates_.push_back({at, end, weight});
   }
@@ -317,18 +369,18 @@ class ChineseProseSearch {
     const auto* word = word_at(a_.chinese_words, at - 1);
     const char32_t c = t_[at - 1];
     const bool alone = word == nullptr || word->start == at - 1;
-    if (alone && LINKS_BEFORE.contains(c)) return LINK_BEFORE;
+    if (alone && is(c, LINK_BEFORE_NAME)) return LINK_BEFORE;
     if (has(at, UNIT_ENDS)) return UNIT_BEFORE;
     // 收货方 is no person of the surname 方.
     if (t_[at] == U'方') return UNKNOWN_AROUND;
     if (word == nullptr || word->end > at) return 0;
     const auto text = t_.substr(word->start, word->end - word->start);
     if (text.size() > 1 && word->known() && !NO_OFFICES.contains(text)) {
-      if (holds(U"员师工长手匠", c)) return OFFICE_BEFORE;
+      if (is(c, OFFICE)) return OFFICE_BEFORE;
       if (c == U'人' || c == U'方') return PARTY_BEFORE;
     }
-    if (text.size() == 1 && holds(U"员师工", c)) return PARTY_BEFORE;  // 泥工
-    if (holds(MEASURE_UNITS, c)) return UNIT_BEFORE;
+    if (text.size() == 1 && is(c, SHORT_OFFICE)) return PARTY_BEFORE;  // 泥工
+    if (is(c, UNIT)) return UNIT_BEFORE;
     return word->known() ? WORD_AROUND : UNKNOWN_AROUND;
   }
 
@@ -341,8 +393,8 @@ class ChineseProseSearch {
     if (has(end, FORM_BEGINS)) return NEVER;
     if (has(end, TITLE_BEGINS)) return TITLE_BEHIND;
     if (VERBS_BEHIND.contains(t_.substr(end, 2))) return VERB_BEHIND;
-    if (holds(U"省市县区镇乡村路街巷道号", c)) return UNLIKELY;
-    if (LINKS_BEHIND.contains(c)) return LINK_BEHIND;
+    if (is(c, PLACE_UNIT)) return UNLIKELY;
+    if (is(c, LINK_BEHIND_NAME)) return LINK_BEHIND;
     if (has(end, CLAUSE_WORD_BEGINS)) return LINK_BEHIND;
     const auto* word = word_at(a_.chinese_words, end);
     if (word != nullptr && word->word_class == recognition::ChineseWordClass::PLACE &&
@@ -352,33 +404,33 @@ class ChineseProseSearch {
     return word == nullptr || word->known() ? WORD_AROUND : UNKNOWN_AROUND;
   }
 
-  Evidence inner_weight(std::size_t at, std::size_t surname, std::size_t end) const {
+  // Of the characters themselves, which nothing raises; NEVER if they weigh less than `least`.
+  Evidence inner_weight(std::size_t at, std::size_t surname, std::size_t end,
+                        Evidence least) const {
     const auto name = t_.substr(at, end - at);
-    if (taken_.touches(static_cast<std::ptrdiff_t>(at), static_cast<std::ptrdiff_t>(end))) {
-      return NEVER;
+    Evidence weight = 0;
+    const Edges inside = all_of(at, end);
+    if ((inside & IN_PLACE) != 0) weight += PLACE_INSIDE;
+    if ((inside & IN_TRADE_WORD) != 0) weight += PLACE_INSIDE;
+    if (surname == 1 && !names_.of(name.front()).listed_surname) weight += UNLISTED_SURNAME;
+    if (at > 0 && is_han(t_[at - 1])) {
+      if (is(t_[at], JOINING)) weight += JOINING_SURNAME;
+      if (is(t_[at], LINKING)) weight += LINKING_SURNAME;
     }
-    Evidence weight = name_evidence(a_, at, end, surname);
-    if (weight == NEVER) return NEVER;
-    for (std::size_t length = 2; length <= name.size(); ++length) {
+    if (end < t_.size() && is_han(t_[end]) && is(t_[end - 1], BEGINS_VERB)) weight += VERB_INSIDE;
+    const Evidence evidence = name_evidence_from(a_, at, end, surname, least - weight);
+    if (evidence == NEVER || evidence < least - weight) return NEVER;
+    weight += evidence;
+    for (std::size_t length = 2; length <= name.size() && weight >= least; ++length) {
       if (is_everyday_word(name.substr(0, length))) weight += EVERYDAY_WORD;
     }
-    if (is_touched(a_.of(WordClass::PLACE), at, end)) weight += PLACE_INSIDE;
-    if (is_touched(a_.of(WordClass::TRADE_WORD), at, end)) weight += PLACE_INSIDE;
-    if (surname == 1 && !is_listed_surname(name.front())) weight += UNLISTED_SURNAME;
-    if (at > 0 && is_han(t_[at - 1])) {
-      if (holds(JOINING_SURNAMES, t_[at])) weight += JOINING_SURNAME;
-      if (holds(LINKING_SURNAMES, t_[at])) weight += LINKING_SURNAME;
-    }
-    if (end < t_.size() && is_han(t_[end]) && holds(FIRST_OF_VERBS, t_[end - 1])) {
-      weight += VERB_INSIDE;
-    }
-    return weight;
+    return weight >= least ? weight : NEVER;
   }
 
   // 万 春 生, 付　敏 on a line of signatures
   void spaced_names(std::vector<anonymization::RecognizerResult>& out) const {
     for (std::size_t at = 0; at + 2 < t_.size(); ++at) {
-      if (!is_han(t_[at]) || t_[at + 1] != U' ' || !stands_alone(at)) continue;
+      if (t_[at + 1] != U' ' || !is_han(t_[at]) || !stands_alone(at)) continue;
       if (!is_chinese_surname(t_.substr(at, 1))) continue;
       if (at > 1 && t_[at - 1] == U' ' && is_han(t_[at - 2]) && !has(at - 1, ROLE_ENDS)) continue;
       const std::size_t second = next_alone(at);
@@ -416,9 +468,12 @@ class ChineseProseSearch {
     }
   }
 
+  bool is(char32_t c, Sign sign) const { return (signs_.of(c) & sign) != 0; }
+
   const NlpArtifacts& a_;
   std::u32string_view t_;
-  SpanCover taken_;
+  const NameCharacters& names_;
+  const CharacterBits<std::uint16_t>& signs_;
   std::vector<Edges> edges_;  // of each place, also the end of the text
   std::vector<Candidate> candidates_;
 };

@@ -52,6 +52,11 @@ bool is_wrapped(std::u32string_view line) {
   return line.size() >= FULL_LINE || line.back() == U',';
 }
 
+// Of a table
+bool is_row(std::u32string_view line) {
+  return line.find(U'\t') != line.npos || line.find(U"   ") != line.npos;
+}
+
 // "Payment: T/T" below a full line
 bool begins_with_label(std::u32string_view line) {
   constexpr std::size_t LONGEST_LABEL = 30;
@@ -70,13 +75,12 @@ bool is_small_word(std::u32string_view word) { return SMALL_WORDS.contains(lower
 std::u32string unwrapped(std::u32string_view folded) {
   std::u32string out(folded);
   std::size_t line = 0;
-  for (std::size_t i = 0; i + 1 < out.size(); ++i) {
-    if (out[i] != U'\n') continue;
+  for (std::size_t i = find_rare<U'\n'>(out, 0); i + 1 < out.size();
+       i = find_rare<U'\n'>(out, i + 1)) {
     const auto before = std::u32string_view(out).substr(line, i - line);
     const bool goes_on = is_latin_letter(out[i + 1]) || text::is_ascii_digit(out[i + 1]);
-    const bool table = before.find(U'\t') != before.npos || before.find(U"   ") != before.npos;
     line = i + 1;
-    if (goes_on && !table && is_wrapped(before) &&
+    if (goes_on && is_wrapped(before) && !is_row(before) &&
         !begins_with_label(std::u32string_view(out).substr(line))) {
       out[i] = U' ';
     }

@@ -30,7 +30,8 @@ bool has_lower(std::u32string_view s) { return std::any_of(s.begin(), s.end(), i
 
 void add_front_headed_organizations(const NlpArtifacts& a, std::u32string_view unwrapped,
                                     std::vector<RecognizerResult>& out) {
-  for (const auto& m : RE_INSTITUTION.find_all(unwrapped)) {
+  // Unwrapping writes blanks for line ends, which are of one kind: the index serves both.
+  for (const auto& m : RE_INSTITUTION.find_all(unwrapped, a.index)) {
     add_by_line(a.folded, anonymization::entity_type::ORGANIZATION, m.start(), m.end(),
                 FRONT_HEADED_SCORE, out);
   }

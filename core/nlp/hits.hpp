@@ -44,6 +44,22 @@ inline bool is_touched(const std::vector<WordHit>& hits, std::size_t start, std:
   return it != hits.begin() && std::prev(it)->end > start;
 }
 
+// Answers is_touched for spans that are asked for from the left to the right. Hits may be
+// added at the end of the list meanwhile.
+class HitCursor {
+ public:
+  explicit HitCursor(const std::vector<WordHit>& hits) : hits_(hits) {}
+
+  bool touches(std::size_t start, std::size_t end) {
+    while (next_ < hits_.size() && hits_[next_].end <= start) ++next_;
+    return next_ < hits_.size() && hits_[next_].start < end;
+  }
+
+ private:
+  const std::vector<WordHit>& hits_;
+  std::size_t next_ = 0;
+};
+
 inline anonymization::RecognizerResult make_hit(std::string_view type, std::size_t start,
                                                 std::size_t end, double score) {
   return {std::string(type), static_cast<std::ptrdiff_t>(start), static_cast<std::ptrdiff_t>(end),

@@ -81,6 +81,7 @@ struct Piece {
 };
 
 constexpr bool is_hard_break(char32_t c) {
+  if (text::is_ideograph(c)) return true;
   return is_cell_end(c) || c == U';' || c == U'(' || c == U')' || c == U'"' || c == U':' ||
          c == 0x201C || c == 0x201D || is_han(c) || c == U'，' || c == U'。' || c == U'；' ||
          c == U'、' || c == U'|' || c == U'[' || c == U']' || c == U'_' || c == U'\u300A';
@@ -130,9 +131,10 @@ const Regex RE_LINE_BELOW(
 std::u32string prepared(const NlpArtifacts& a) {
   const std::u32string_view folded = a.folded;
   std::u32string out = unwrapped(folded);
-  for (char32_t& c : out) {
-    if (c == 0xBA || c == 0xAA || c == 0xB0) c = U'o';
-  }
+  const auto next_ordinal = [&](std::size_t from) {
+    return find_rare<char32_t{0xBA}, char32_t{0xAA}, char32_t{0xB0}>(out, from);
+  };
+  for (std::size_t i = next_ordinal(0); i < out.size(); i = next_ordinal(i + 1)) out[i] = U'o';
   for (const auto& m : RE_CITY_LINE.find_all(folded, a.index)) {
     const std::size_t line = folded.rfind(U'\n', m.start() - 1) + 1;
     const auto above = folded.substr(line, m.start() - line);
@@ -150,13 +152,15 @@ class LatinPlaceSearch {
       : a_(a), unwrapped_(prepared(a)), t_(unwrapped_) {}
 
   std::vector<RecognizerResult> run() {
+    HitCursor streets(streets_);
+    HitCursor places(a_.of(WordClass::EN_PLACE));
+    HitCursor street_words(a_.of(WordClass::EN_STREET_WORD));
     for (std::size_t i = 0; i < t_.size();) {
       while (i < t_.size() && is_hard_break(t_[i])) ++i;
       std::size_t end = i;
       while (end < t_.size() && !is_hard_break(t_[end])) ++end;
       find_streets(i, end);
-      if (is_touched(streets_, i, end) || is_touched(a_.of(WordClass::EN_PLACE), i, end) ||
-          is_touched(a_.of(WordClass::EN_STREET_WORD), i, end)) {
+      if (streets.touches(i, end) || places.touches(i, end) || street_words.touches(i, end)) {
         read_stretch(i, end);
       }
       i = end;

@@ -249,6 +249,10 @@ class Words {
     bool opens_line = true;
     for (std::size_t i = 0; i < t_.size();) {
       const char32_t c = t_[i];
+      if (text::is_ideograph(c)) {
+        ++i;
+        continue;
+      }
       if (!is_latin_letter(c)) {
         if (is_cell_end(c) || c == U'。' || c == U'：' || c == U'；' || c == U':' || c == U'_' ||
             c == U'|' || c == 0x3000) {

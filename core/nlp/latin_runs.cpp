@@ -91,6 +91,11 @@ class Reader {
     bool opens = true;   // a sentence
     bool joins = false;  // to the run before
     for (std::size_t i = start; i < end;) {
+      if (text::is_ideograph(t_[i])) {
+        joins = false;
+        ++i;
+        continue;
+      }
       if (!is_word_start(i)) {
         if (t_[i] != U' ') joins = false;
         opens |= ends_sentence(i);

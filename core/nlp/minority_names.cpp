@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "core/nlp/character_table.hpp"
@@ -140,9 +141,42 @@ constexpr std::u32string_view PLACE_ENDINGS = U"省市县区旗镇乡村路街�
 constexpr std::size_t SHORTEST_ELEMENT = 2;
 constexpr std::size_t LONGEST_ELEMENT = 5;
 
+// What the lists above say of a character.
+enum Sound : std::uint8_t {
+  BEGINS_ELEMENT = 1U << 0U,
+  TIBETAN_SYLLABLE = 1U << 1U,
+  BEGINS_BORDER_NAME = 1U << 2U,
+  BORDER_SYLLABLE = 1U << 3U
+};
+
+class Sounds {
+ public:
+  static const Sounds& instance() {
+    static const Sounds sounds;
+    return sounds;
+  }
+
+  bool has(char32_t c, Sound sound) const { return (bits_.of(c) & sound) != 0; }
+  bool begins_name(char32_t c) const {
+    return (bits_.of(c) & (BEGINS_ELEMENT | TIBETAN_SYLLABLE | BEGINS_BORDER_NAME)) != 0;
+  }
+  bool make(std::u32string_view part, Sound sound) const {
+    return std::all_of(part.begin(), part.end(), [&](char32_t c) { return has(c, sound); });
+  }
+
+ private:
+  Sounds()
+      : bits_({{TIBETAN, TIBETAN_SYLLABLE},
+               {BORDER_FIRST, BEGINS_BORDER_NAME},
+               {BORDER_SYLLABLES, BORDER_SYLLABLE}}) {
+    for (const auto element : ELEMENTS) bits_.add(element.front(), BEGINS_ELEMENT);
+  }
+
+  CharacterBits<std::uint8_t> bits_;
+};
+
 std::size_t element_end(std::u32string_view t, std::size_t at) {
-  static const auto first = CharacterTable::first_of(ELEMENTS);
-  if (at >= t.size() || !first.contains(t[at])) return at;
+  if (at >= t.size() || !Sounds::instance().has(t[at], BEGINS_ELEMENT)) return at;
   for (std::size_t length = std::min(LONGEST_ELEMENT, t.size() - at); length >= SHORTEST_ELEMENT;
        --length) {
     if (ELEMENTS.contains(t.substr(at, length))) return at + length;
@@ -181,40 +215,22 @@ bool may_begin(const NlpArtifacts& a, std::size_t at) {
          (at > 1 && t[at - 1] == U'民' && is_word_boundary(a.chinese_words, at));
 }
 
-// A set of characters that is asked at each ideograph of a text.
-class Syllables {
- public:
-  explicit Syllables(std::u32string_view characters) : bits_(0x10000) {
-    for (const char32_t c : characters) bits_[c] = true;
-  }
-  bool has(char32_t c) const { return c < bits_.size() && bits_[c]; }
-  bool make(std::u32string_view part) const {
-    return std::all_of(part.begin(), part.end(), [this](char32_t c) { return has(c); });
-  }
-
- private:
-  std::vector<bool> bits_;
-};
-
-const Syllables& tibetan() {
-  static const Syllables syllables(TIBETAN);
-  return syllables;
-}
-
 // 拉旦才让, 拉毛杰: two syllables of which the list has none beside an element that it has
 std::size_t tibetan_name_end(const NlpArtifacts& a, std::size_t at) {
   const std::u32string_view t = a.folded;
   const auto closes = [&](std::size_t end) {
     return end >= t.size() || !is_han(t[end]) || is_word_boundary(a.chinese_words, end);
   };
-  if (!tibetan().has(t[at]) || !may_begin(a, at)) return at;
+  const Sounds& sounds = Sounds::instance();
+  if (!sounds.has(t[at], TIBETAN_SYLLABLE) || !may_begin(a, at)) return at;
   const std::size_t first = element_end(t, at);
   for (std::size_t more = 2; first == at + 2 && more > 0; --more) {
     const std::size_t end = first + more;
-    if (end <= t.size() && tibetan().make(t.substr(first, more)) && closes(end)) return end;
+    if (end <= t.size() && sounds.make(t.substr(first, more), TIBETAN_SYLLABLE) && closes(end))
+      return end;
   }
   const std::size_t second = at + 2;
-  if (second + 2 > t.size() || !tibetan().make(t.substr(at, 2))) return at;
+  if (second + 2 > t.size() || !sounds.make(t.substr(at, 2), TIBETAN_SYLLABLE)) return at;
   const std::size_t end = element_end(t, second);
   return end == second + 2 && closes(end) ? end : at;
 }
@@ -222,11 +238,11 @@ std::size_t tibetan_name_end(const NlpArtifacts& a, std::size_t at) {
 // 岩温罕, 娜朵: behind a word for persons, or in a list behind such a name
 std::size_t border_name_end(const NlpArtifacts& a, std::size_t at, bool listed) {
   const std::u32string_view t = a.folded;
-  if (BORDER_FIRST.find(t[at]) == BORDER_FIRST.npos || !(listed || ends_label(a, at))) return at;
-  static const Syllables syllables(BORDER_SYLLABLES);
+  const Sounds& sounds = Sounds::instance();
+  if (!sounds.has(t[at], BEGINS_BORDER_NAME) || !(listed || ends_label(a, at))) return at;
   for (std::size_t more = 2; more > 0; --more) {
     const std::size_t end = at + 1 + more;
-    if (end > t.size() || !syllables.make(t.substr(at + 1, more))) continue;
+    if (end > t.size() || !sounds.make(t.substr(at + 1, more), BORDER_SYLLABLE)) continue;
     if (end >= t.size() || !is_han(t[end]) || is_word_boundary(a.chinese_words, end)) return end;
   }
   return at;
@@ -246,9 +262,10 @@ bool is_of_place(const NlpArtifacts& a, std::size_t start, std::size_t end) {
 
 void find_minority_names(const NlpArtifacts& a, std::vector<anonymization::RecognizerResult>& out) {
   const std::u32string_view t = a.folded;
+  const Sounds& sounds = Sounds::instance();
   std::size_t found = 0;  // where the last one ends
   for (std::size_t at = 0; at < t.size();) {
-    if (!is_han(t[at])) {
+    if (!sounds.begins_name(t[at])) {
       ++at;
       continue;
     }

@@ -2,6 +2,7 @@
 #include <iterator>
 #include <unordered_map>
 
+#include "core/nlp/characters.hpp"
 #include "core/nlp/hits.hpp"
 #include "core/nlp/refinements.hpp"
 #include "core/nlp/span_cover.hpp"
@@ -117,6 +118,17 @@ void drop_parts_of_names(std::vector<RecognizerResult>& results) {
   std::erase_if(results, [](const auto& r) { return is_name(r.entity_type) && r.score <= 0; });
 }
 
+SpanCover titles_of_laws(std::u32string_view text) {
+  SpanCover titles;
+  for (std::size_t at = find_rare<U'《'>(text, 0); at < text.size();) {
+    const auto m = RE_LAW.match_at(text, at);
+    if (m) titles.add(static_cast<std::ptrdiff_t>(at), static_cast<std::ptrdiff_t>(m->end()));
+    at = find_rare<U'《'>(text, m ? m->end() : at + 1);
+  }
+  titles.finish();
+  return titles;
+}
+
 }  // namespace
 
 std::vector<RecognizerResult> drop_misplaced(const NlpArtifacts& artifacts,
@@ -147,11 +159,7 @@ std::vector<RecognizerResult> drop_misplaced(const NlpArtifacts& artifacts,
     if (r.entity_type == entity_type::ORGANIZATION) names.add(r.start, r.end);
   }
   names.finish();
-  SpanCover titles;
-  for (const auto& m : RE_LAW.find_all(artifacts.text)) {
-    titles.add(static_cast<std::ptrdiff_t>(m.start()), static_cast<std::ptrdiff_t>(m.end()));
-  }
-  titles.finish();
+  const SpanCover titles = titles_of_laws(artifacts.text);
   std::erase_if(results, [&](const auto& r) {
     if (is_in_title_type(r) && titles.contains(r.start, r.end)) return true;
     if (r.entity_type == entity_type::LOCATION && codes.contains(r.start, r.end)) return true;

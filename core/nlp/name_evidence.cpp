@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <vector>
 
 #include "core/nlp/characters.hpp"
@@ -23,6 +24,8 @@ using recognition::NlpArtifacts;
 
 // What a word costs that stands once in the corpus of the lists.
 constexpr Evidence RAREST = 52;
+// And the most frequent one that the lists could hold.
+constexpr Evidence CHEAPEST_WORD = RAREST - 63;
 constexpr Evidence NEUTRAL = 16;
 constexpr Evidence UNSEEN_GIVEN = 9;
 constexpr Evidence LISTED_GIVEN = 20;
@@ -53,144 +56,141 @@ Evidence word_cost(std::u32string_view word) {
   return facts ? RAREST - facts->frequency : RAREST;
 }
 
-// What is known of a character, all in one place: it is asked of every character of a text.
-struct Character {
-  std::int16_t surname = NO_NAME;  // evidence as a surname
-  std::int8_t middle = 0;          // as the first of two given characters
-  std::int8_t last = 0;            // as the last one
-  std::uint8_t cost = RAREST;      // as a word
-  bool listed_surname = false;
-  bool begins_compound = false;  // 欧 of 欧阳
-  bool word_as_surname = false;
-};
-
-class Characters {
- public:
-  static const Character& of(char32_t c) {
-    static const Characters characters;
-    const std::size_t i = c - FIRST;
-    return c >= FIRST && i < characters.facts_.size() ? characters.facts_[i] : characters.other_;
-  }
-
- private:
-  static constexpr char32_t FIRST = 0x3400;  // the ideographs of the basic plane
-  static constexpr std::size_t COUNT = 0xA000 - FIRST;
-
-  Characters() : facts_(COUNT) {
-    for (std::size_t i = 0; i < COUNT; ++i) read(static_cast<char32_t>(FIRST + i), facts_[i]);
-    for (const auto& word : text::lexicon_words(text::lexicon_data::given_name_characters)) {
-      if (Character* c = at(word.front())) {
-        c->middle = std::max<std::int8_t>(c->middle, LISTED_GIVEN - NEUTRAL);
-        c->last = std::max<std::int8_t>(c->last, LISTED_GIVEN - NEUTRAL);
-      }
-    }
-    for (const char32_t name : WORDS_AS_SURNAMES) {
-      Character* c = at(name);
-      c->word_as_surname = true;
-      c->surname = std::max<std::int16_t>(c->surname, WORD_AS_SURNAME);
-    }
-    for (const auto& name : text::lexicon_words(text::lexicon_data::chinese_surnames)) {
-      Character* c = at(name.front());
-      if (c == nullptr) continue;
-      if (name.size() > 1) {
-        c->begins_compound = true;
-        continue;
-      }
-      c->listed_surname = true;
-      // A rare surname; one that is a frequent word begins names less often still.
-      if (c->surname == NO_NAME) {
-        c->surname = static_cast<std::int16_t>(
-            std::min<Evidence>(LISTED_SURNAME - NEUTRAL, c->cost - FREQUENT_WORD));
-      }
-    }
-  }
-
-  static void read(char32_t c, Character& out) {
-    const NameCharacter name = name_character(c);
-    if (name.surname > 0) out.surname = static_cast<std::int16_t>(name.surname - NEUTRAL);
-    const auto given = [](std::uint8_t known) {
-      return static_cast<std::int8_t>((known > 0 ? known : UNSEEN_GIVEN) - NEUTRAL);
-    };
-    out.middle = given(name.middle);
-    out.last = given(name.last);
-    out.cost = static_cast<std::uint8_t>(word_cost({&c, 1}));
-  }
-
-  Character* at(char32_t c) {
-    return c >= FIRST && c - FIRST < COUNT ? &facts_[c - FIRST] : nullptr;
-  }
-
-  std::vector<Character> facts_;
-  Character other_{NO_NAME, UNSEEN_GIVEN - NEUTRAL, UNSEEN_GIVEN - NEUTRAL, RAREST, false, false};
-};
+NameCharacterFacts facts_by_lists(char32_t c) {
+  NameCharacterFacts out;
+  const NameCharacter name = name_character(c);
+  if (name.surname > 0) out.surname = static_cast<std::int16_t>(name.surname - NEUTRAL);
+  const auto given = [](std::uint8_t known) {
+    return static_cast<std::int8_t>((known > 0 ? known : UNSEEN_GIVEN) - NEUTRAL);
+  };
+  out.middle = given(name.middle);
+  out.last = given(name.last);
+  out.cost = static_cast<std::uint8_t>(word_cost({&c, 1}));
+  return out;
+}
 
 // The cost of the likeliest words of a short stretch.
 Evidence cost_of_words(std::u32string_view text) {
   constexpr std::size_t LONGEST = 12;
   constexpr std::size_t LONGEST_WORD = 4;
   if (text.empty()) return 0;
+  const NameCharacters& characters = NameCharacters::instance();
+  if (text.size() == 1) return characters.of(text.front()).cost;
   if (text.size() > LONGEST) return RAREST;
   std::array<Evidence, LONGEST + 1> best{};
-  for (std::size_t end = 1; end <= text.size(); ++end) {
-    best[end] = best[end - 1] + Characters::of(text[end - 1]).cost;
-    for (std::size_t length = 2; length <= std::min(end, LONGEST_WORD); ++length) {
-      const auto facts = chinese_word(text.substr(end - length, length));
-      if (facts) best[end] = std::min(best[end], best[end - length] + RAREST - facts->frequency);
-    }
+  std::fill_n(best.begin() + 1, text.size(), (RAREST + 1) * static_cast<Evidence>(LONGEST));
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    best[at + 1] = std::min(best[at + 1], best[at] + characters.of(text[at]).cost);
+    each_chinese_word(
+        text.substr(at, LONGEST_WORD), [&](std::size_t length, std::uint8_t frequency) {
+          if (length == 1) return;
+          best[at + length] = std::min(best[at + length], best[at] + RAREST - frequency);
+        });
   }
   return best[text.size()];
 }
 
-// What the characters of the name cost when it is one.
-Evidence cost_of_name(std::u32string_view name, std::size_t surname) {
-  const auto given = name.substr(surname);
-  Evidence weight = 0;
-  Evidence cost = 0;
+// What the characters of the surname cost when it is one.
+Evidence cost_of_surname(std::u32string_view surname) {
+  const Evidence cost = surname.size() == 1 ? NameCharacters::instance().of(surname.front()).cost
+                                            : word_cost(surname);
+  return cost - surname_evidence(surname);
+}
+
+struct GivenName {
+  Evidence weight = 0;  // as a given name
+  Evidence cost = 0;    // of its characters as words
+};
+
+GivenName weigh_given_name(std::u32string_view given) {
+  GivenName out;
   for (std::size_t i = 0; i < given.size(); ++i) {
-    const Character& facts = Characters::of(given[i]);
-    weight += i + 1 < given.size() ? facts.middle : facts.last;
-    cost += facts.cost;
+    const NameCharacterFacts& facts = NameCharacters::instance().of(given[i]);
+    out.weight += i + 1 < given.size() ? facts.middle : facts.last;
+    out.cost += facts.cost;
   }
-  if (given.size() == 2) {
-    const Evidence as_word = word_cost(given);
-    if (as_word < RAREST && weight > 0) cost = std::min(cost, as_word + WORD_AS_GIVEN_NAME);
-  }
-  const auto first = name.substr(0, surname);
-  const Evidence first_cost = surname == 1 ? Characters::of(first.front()).cost : word_cost(first);
-  return first_cost - surname_evidence(first) + cost - weight;
+  return out;
+}
+
+bool may_be_given_name(std::u32string_view given) {
+  return std::all_of(given.begin(), given.end(), [](char32_t c) {
+    return is_han(c) && !NameCharacters::instance().of(c).never_in_name;
+  });
 }
 
 }  // namespace
 
-std::size_t surname_length(std::u32string_view t, std::size_t at) {
-  if (at >= t.size()) return 0;
-  const Character& facts = Characters::of(t[at]);
-  if (facts.begins_compound && at + 2 <= t.size() && is_chinese_surname(t.substr(at, 2))) return 2;
-  return facts.listed_surname || facts.surname >= 0 || facts.word_as_surname ? 1 : 0;
+const NameCharacters& NameCharacters::instance() {
+  static const NameCharacters characters;
+  return characters;
 }
 
-bool is_listed_surname(char32_t c) { return Characters::of(c).listed_surname; }
+NameCharacters::NameCharacters()
+    : facts_(COUNT), other_{NO_NAME, UNSEEN_GIVEN - NEUTRAL, UNSEEN_GIVEN - NEUTRAL, RAREST} {
+  for (std::size_t i = 0; i < COUNT; ++i) {
+    facts_[i] = facts_by_lists(static_cast<char32_t>(FIRST + i));
+  }
+  for (const auto& word : text::lexicon_words(text::lexicon_data::given_name_characters)) {
+    if (NameCharacterFacts* c = at(word.front())) {
+      c->middle = std::max<std::int8_t>(c->middle, LISTED_GIVEN - NEUTRAL);
+      c->last = std::max<std::int8_t>(c->last, LISTED_GIVEN - NEUTRAL);
+    }
+  }
+  for (const char32_t name : WORDS_AS_SURNAMES) {
+    NameCharacterFacts* c = at(name);
+    c->is_surname = true;
+    c->surname = std::max<std::int16_t>(c->surname, WORD_AS_SURNAME);
+  }
+  for (const auto& name : text::lexicon_words(text::lexicon_data::chinese_surnames)) {
+    NameCharacterFacts* c = at(name.front());
+    if (c == nullptr) continue;
+    if (name.size() > 1) {
+      c->begins_compound = true;
+      continue;
+    }
+    c->listed_surname = true;
+    // A rare surname; one that is a frequent word begins names less often still.
+    if (c->surname == NO_NAME) {
+      c->surname = static_cast<std::int16_t>(
+          std::min<Evidence>(LISTED_SURNAME - NEUTRAL, c->cost - FREQUENT_WORD));
+    }
+  }
+  for (NameCharacterFacts& c : facts_) {
+    c.is_surname = c.is_surname || c.listed_surname || c.surname >= 0;
+    c.begins_surname = c.is_surname || c.begins_compound;
+  }
+  for (const char32_t c : NEVER_BETWEEN_WORDS_OF_NAMES) at(c)->never_in_name = true;
+}
+
+NameCharacterFacts* NameCharacters::at(char32_t c) {
+  return c >= FIRST && c - FIRST < COUNT ? &facts_[c - FIRST] : nullptr;
+}
+
+bool NameCharacters::begins_with_compound(std::u32string_view text) {
+  return text.size() >= 2 && is_chinese_surname(text.substr(0, 2));
+}
+
+std::size_t surname_length(std::u32string_view t, std::size_t at) {
+  return NameCharacters::instance().surname_length(t, at);
+}
+
+bool is_listed_surname(char32_t c) { return NameCharacters::instance().of(c).listed_surname; }
 
 Evidence surname_evidence(std::u32string_view surname) {
   if (surname.size() > 1) return is_chinese_surname(surname) ? COMPOUND_SURNAME : NO_NAME;
-  return Characters::of(surname.front()).surname;
+  return NameCharacters::instance().of(surname.front()).surname;
 }
 
-Evidence given_evidence(char32_t c) {
-  const Character& facts = Characters::of(c);
-  return std::max(facts.middle, facts.last);
-}
+Evidence given_evidence(char32_t c) { return NameCharacters::instance().of(c).given(); }
 
-Evidence name_evidence(const NlpArtifacts& a, std::size_t start, std::size_t end,
-                       std::size_t surname) {
+Evidence name_evidence_from(const NlpArtifacts& a, std::size_t start, std::size_t end,
+                            std::size_t surname, Evidence least) {
   const std::u32string_view t = a.folded;
   const auto name = t.substr(start, end - start);
   if (surname == 0 || name.size() <= surname) return NO_NAME;
-  if (surname_evidence(name.substr(0, surname)) == NO_NAME) return NO_NAME;
-  for (const char32_t c : name.substr(surname)) {
-    if (!is_han(c) || NEVER_BETWEEN_WORDS_OF_NAMES.find(c) != NEVER_BETWEEN_WORDS_OF_NAMES.npos)
-      return NO_NAME;
-  }
+  const auto first = name.substr(0, surname);
+  const auto given = name.substr(surname);
+  if (surname_evidence(first) == NO_NAME || !may_be_given_name(given)) return NO_NAME;
   std::size_t left = start;
   std::size_t right = end;
   Evidence words = 0;
@@ -206,9 +206,26 @@ Evidence name_evidence(const NlpArtifacts& a, std::size_t start, std::size_t end
       words += UNLIKELY_PLACE;
     }
   }
+  // What can only lower the sum, or raise it by little, is looked up last.
+  const GivenName weighed = weigh_given_name(given);
+  const Evidence so_far = words + weighed.weight - cost_of_surname(first);
+  const bool may_be_word = given.size() == 2 && weighed.weight > 0;
+  const Evidence least_cost =
+      may_be_word ? std::min(weighed.cost, CHEAPEST_WORD + WORD_AS_GIVEN_NAME) : weighed.cost;
+  if (so_far - least_cost < least) return NO_NAME;
   const Evidence around =
       cost_of_words(t.substr(left, start - left)) + cost_of_words(t.substr(end, right - end));
-  return words - around - cost_of_name(name, surname);
+  Evidence cost = weighed.cost;
+  if (may_be_word && so_far - least_cost - around >= least) {
+    const Evidence as_word = word_cost(given);
+    if (as_word < RAREST) cost = std::min(cost, as_word + WORD_AS_GIVEN_NAME);
+  }
+  return so_far - around - cost;
+}
+
+Evidence name_evidence(const NlpArtifacts& a, std::size_t start, std::size_t end,
+                       std::size_t surname) {
+  return name_evidence_from(a, start, end, surname, std::numeric_limits<Evidence>::min());
 }
 
 std::size_t likeliest_name_end(const NlpArtifacts& a, std::size_t at, std::size_t surname) {

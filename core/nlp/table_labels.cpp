@@ -1,6 +1,8 @@
 #include "core/nlp/table_labels.hpp"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 #include <vector>
 
 #include "core/nlp/characters.hpp"
@@ -30,21 +32,26 @@ class TableReader {
 
   void read() {
     const std::u32string_view t = artifacts_.folded;
+    std::size_t tab = 0;  // the first one from the line on
     for (std::size_t line = 0; line < t.size();) {
-      const std::size_t stop = std::min(t.find(U'\n', line), t.size());
-      read_line(line, stop);
+      const std::size_t stop = find_rare<U'\n'>(t, line);
+      if (tab < line || line == 0) tab = find_rare<U'\t'>(t, line);
+      if (tab < stop) {
+        read_line(line, stop);
+      } else {
+        head_.clear();
+      }
       line = stop + 1;
     }
-    for (std::size_t c = 0; c < LABEL_CLASSES; ++c) merge(artifacts_.words[c], found_[c]);
+    for (std::size_t c = 0; c < LABEL_CLASSES; ++c) {
+      if (!found_[c].empty()) merge(artifacts_.words[c], found_[c]);
+    }
   }
 
  private:
+  // Of two cells or more.
   void read_line(std::size_t start, std::size_t stop) {
     Row row = cells(start, stop);
-    if (row.size() < 2) {
-      head_.clear();
-      return;
-    }
     for (Cell& cell : row) cell.label = label_of(cell);
     if (row.size() == head_.size()) {
       label_below_head(row);
@@ -137,10 +144,14 @@ class TableReader {
 
   void add(std::size_t label, std::size_t at) { found_[label].push_back({at, at, true}); }
 
-  static void merge(std::vector<WordHit>& words, const std::vector<WordHit>& more) {
-    words.insert(words.end(), more.begin(), more.end());
-    std::stable_sort(words.begin(), words.end(),
-                     [](const auto& a, const auto& b) { return a.start < b.start; });
+  static void merge(std::vector<WordHit>& words, std::vector<WordHit>& more) {
+    const auto by_start = [](const WordHit& a, const WordHit& b) { return a.start < b.start; };
+    std::stable_sort(more.begin(), more.end(), by_start);
+    std::vector<WordHit> merged;
+    merged.reserve(words.size() + more.size());
+    std::merge(words.begin(), words.end(), more.begin(), more.end(), std::back_inserter(merged),
+               by_start);
+    words = std::move(merged);
   }
 
   NlpArtifacts& artifacts_;

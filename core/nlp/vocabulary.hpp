@@ -8,8 +8,7 @@
 
 namespace core::nlp {
 
-// Makes artifacts with the vocabulary compiled in from data/. The vocabulary is
-// built once a process, at the first call.
+// Makes artifacts with the vocabulary compiled in from data/.
 std::unique_ptr<const recognition::NlpEngine> make_embedded_nlp_engine();
 
 // Whether `name` is a Chinese surname of one character or of several.

@@ -53,11 +53,26 @@ class Segmenter {
     const std::uint64_t cost = steps_[at].cost;
     reach(at, 1, cost + RAREST, NOT_A_WORD);
     text::FlatTrie::Node node = text::FlatTrie::root();
-    for (std::size_t i = at; i < labels_.size() && trie_.advance_label(node, labels_[i]); ++i) {
+    for (std::size_t i = at; i < labels_.size() && advance(node, i, i - at); ++i) {
       if (!node.is_word()) continue;
-      const std::uint32_t frequency = chinese_word_facts(node.payload()).frequency;
+      const std::uint32_t frequency = chinese_word_frequency(node.payload());
       reach(at, i + 1 - at, cost + RAREST - frequency, node.payload());
     }
+  }
+
+  // A run of many words begins at nearly every character of a text, and most texts hold the
+  // same few thousand pairs of characters: where the second one leads is remembered.
+  bool advance(text::FlatTrie::Node& node, std::size_t at, std::size_t depth) {
+    if (depth != 1) return trie_.advance_label(node, labels_[at]);
+    const std::uint32_t pair = labels_[at - 1] << 16U | labels_[at];
+    Second& second = seconds_[(pair * 0x9E3779B1U) >> (32U - SECONDS_BITS)];
+    if (second.pair != pair) {
+      second.pair = pair;
+      second.node = node;
+      second.found = trie_.advance_label(second.node, labels_[at]);
+    }
+    node = second.node;
+    return second.found;
   }
 
   void reach(std::size_t from, std::size_t length, std::uint64_t cost, std::uint32_t payload) {
@@ -75,15 +90,71 @@ class Segmenter {
         const auto facts = chinese_word_facts(step.payload);
         word.word_class = facts.word_class;
         word.frequency = facts.frequency;
+        word.division = facts.division;
+        word.bare_division = facts.bare_division;
+        word.ambiguous_division = facts.ambiguous_division;
       }
       out.push_back(word);
     }
     std::reverse(out.begin() + static_cast<std::ptrdiff_t>(first), out.end());
   }
 
+  // The node behind two characters, by their labels.
+  struct Second {
+    std::uint32_t pair = 0;
+    bool found = false;
+    text::FlatTrie::Node node;
+  };
+  static constexpr unsigned SECONDS_BITS = 11;
+
   text::FlatTrie trie_{text::trie_data::veildoc_trie_chinese_words};
+  std::vector<Second> seconds_ = std::vector<Second>(std::size_t{1} << SECONDS_BITS);
   std::vector<std::uint32_t> labels_;
   std::vector<Step> steps_;
+};
+
+// The words of runs that were cut: a contract uses the same ones again and again.
+class KnownRuns {
+ public:
+  explicit KnownRuns(std::u32string_view text) : text_(text) {}
+
+  // Writes the words of start..end as those of an equal run before; false if none is known,
+  // which is then to be written behind `out`.
+  bool repeat(std::size_t start, std::size_t end, std::vector<ChineseWord>& out) {
+    Run& known = runs_[hash(text_.substr(start, end - start)) >> (64U - BITS)];
+    const bool found = known.end - known.start == end - start &&
+                       text_.substr(known.start, end - start) == text_.substr(start, end - start);
+    if (!found) {
+      known = {start, end, out.size()};
+      return false;
+    }
+    const auto distance = static_cast<std::uint32_t>(start - known.start);
+    for (std::size_t i = known.first_word; i < out.size() && out[i].start < known.end; ++i) {
+      ChineseWord word = out[i];
+      word.start += distance;
+      word.end += distance;
+      out.push_back(word);
+    }
+    return true;
+  }
+
+ private:
+  struct Run {
+    std::size_t start = 0;
+    std::size_t end = 0;
+    std::size_t first_word = 0;
+  };
+  static constexpr unsigned BITS = 11;
+
+  static std::uint64_t hash(std::u32string_view run) {
+    constexpr std::uint64_t MULTIPLIER = 0x9E3779B97F4A7C15;
+    std::uint64_t h = 0;
+    for (const char32_t c : run) h = (h ^ c) * MULTIPLIER;
+    return h;
+  }
+
+  std::u32string_view text_;
+  std::vector<Run> runs_ = std::vector<Run>(std::size_t{1} << BITS);
 };
 
 }  // namespace
@@ -91,11 +162,14 @@ class Segmenter {
 recognition::ChineseWords segment_words(std::u32string_view folded) {
   std::vector<ChineseWord> out;
   Segmenter segmenter;
+  KnownRuns known(folded);
   for (std::size_t i = 0; i < folded.size(); ++i) {
     if (!is_han(folded[i])) continue;
     const std::size_t start = i;
     while (i < folded.size() && is_han(folded[i])) ++i;
-    segmenter.add_run(folded.substr(start, i - start), start, out);
+    if (!known.repeat(start, i, out)) {
+      segmenter.add_run(folded.substr(start, i - start), start, out);
+    }
   }
   return recognition::ChineseWords(std::move(out));
 }

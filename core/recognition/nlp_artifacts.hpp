@@ -93,6 +93,9 @@ enum class ChineseWordClass : std::uint8_t {
   ORGANIZATION  // 商务部, 清华
 };
 
+// Level of an administrative division of China.
+enum class Division : std::uint8_t { NONE, PROVINCE, PREFECTURE, COUNTY, TOWN };
+
 // A word of the segmented text.
 struct ChineseWord {
   std::uint32_t start = 0;
@@ -101,6 +104,9 @@ struct ChineseWord {
   // Half steps of the binary logarithm of how often it stands in a large corpus:
   // 1 (rare) to 40 (的); 0 if unknown.
   std::uint8_t frequency = 0;
+  Division division = Division::NONE;   // that has the name
+  bool bare_division : 1 = false;       // 南山 for 南山区
+  bool ambiguous_division : 1 = false;  // also an everyday word: 和平, 城关
 
   std::size_t length() const { return end - start; }
   bool known() const { return word_class > ChineseWordClass::CHARACTER; }

@@ -15,10 +15,13 @@
 // Objects are views, free to make and to copy, and may be used from any thread.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string_view>
+#include <type_traits>
 
 namespace core::text {
 
@@ -118,6 +121,11 @@ class FlatTrie {
 
  private:
   static constexpr std::uint32_t half_word(const std::uint64_t* words, std::size_t i) {
+    if (std::endian::native == std::endian::little && !std::is_constant_evaluated()) {
+      std::uint16_t half = 0;
+      std::memcpy(&half, reinterpret_cast<const char*>(words) + i * sizeof half, sizeof half);
+      return half;
+    }
     return static_cast<std::uint32_t>(words[i / 4] >> (i % 4 * 16)) & 0xFFFFU;
   }
 

@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <stdexcept>
 #include <string_view>
 
@@ -23,10 +25,18 @@ class WordSet {
     if (std::adjacent_find(words_.begin(), words_.end()) != words_.end()) {
       throw std::logic_error("a word stands twice");
     }
+    for (std::size_t i = 0; i < N; ++i) {
+      std::size_t slot = first_slot(words_[i]);
+      while (slots_[slot] != FREE) slot = (slot + 1) % SLOTS;
+      slots_[slot] = static_cast<std::uint16_t>(i);
+    }
   }
 
   constexpr bool contains(std::basic_string_view<Char> word) const {
-    return std::binary_search(words_.begin(), words_.end(), word);
+    for (std::size_t slot = first_slot(word); slots_[slot] != FREE; slot = (slot + 1) % SLOTS) {
+      if (words_[slots_[slot]] == word) return true;
+    }
+    return false;
   }
 
   // In code-point order.
@@ -35,7 +45,29 @@ class WordSet {
   constexpr std::size_t size() const { return N; }
 
  private:
+  static_assert(N < 0xFFFF);
+  static constexpr std::uint16_t FREE = 0xFFFF;
+  static constexpr std::size_t SLOTS = std::bit_ceil(4 * N);
+
+  // Sets are asked for words of any length: the hash reads only the ends, which tell the
+  // words of such sets well apart.
+  static constexpr std::size_t first_slot(std::basic_string_view<Char> word) {
+    if (word.empty()) return 0;
+    constexpr std::uint64_t MULTIPLIER = 0x9E3779B97F4A7C15;
+    const auto second = static_cast<std::uint64_t>(word[word.size() > 1 ? 1 : 0]);
+    const std::uint64_t ends = (static_cast<std::uint64_t>(word.front()) << 32U) ^ (second << 16U) ^
+                               static_cast<std::uint64_t>(word.back());
+    return static_cast<std::size_t>(((ends + word.size()) * MULTIPLIER) >> 32U) % SLOTS;
+  }
+
+  static constexpr std::array<std::uint16_t, SLOTS> free_slots() {
+    std::array<std::uint16_t, SLOTS> slots{};
+    slots.fill(FREE);
+    return slots;
+  }
+
   std::array<std::basic_string_view<Char>, N> words_{};
+  std::array<std::uint16_t, SLOTS> slots_ = free_slots();  // into words_, with linear probing
 };
 
 template <std::size_t N>

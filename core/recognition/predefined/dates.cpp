@@ -128,16 +128,21 @@ const Regex RE_EN_MONTH_DAY(
     UR"((?<![A-Za-z])(?:J(?:an(?:uary)?|une?|uly?|AN(?:UARY)?|UNE?|ULY?)|F(?:eb(?:ruary)?|EB(?:RUARY)?)|M(?:ar(?:ch)?|ay|AR(?:CH)?|AY)|A(?:pr(?:il)?|ug(?:ust)?|PR(?:IL)?|UG(?:UST)?)|S(?:ept?(?:ember)?|EPT?(?:EMBER)?)|O(?:ct(?:ober)?|CT(?:OBER)?)|N(?:ov(?:ember)?|OV(?:EMBER)?)|D(?:ec(?:ember)?|EC(?:EMBER)?)))"
     UR"((?:\.?,? ?(?:(?:3[01]|[12]\d|0?[1-9])(?:st|nd|rd|th)?,? ?)?(?:19|20)\d{2}(?!\d)|[-/](?:19|20)?\d{2}(?![\d/-])| ?'\d{2}(?!\d)|(?<!May)(?<!MAY)\.? (?:3[01]|[12]\d|0?[1-9])(?:st|nd|rd|th)?(?![\dA-Za-z%]|[.:,]\d|,? (?:of )?(?:each|every|any)\b| (?:units|days|months|pcs|shares))|(?<=May|MAY) (?:3[01]|[12]\d|0?[1-9])(?:st|nd|rd|th|(?=[,.;)]|$| (?:to|at|and|through|until|or)\b|-\d))))");
 
-// The last day of a range in one month: March 15-20, 2024; the first day of 15-20 March 2024
+// The last day of a range behind its month: March 15-20, 2024
 const Regex RE_EN_LAST_DAY(
     "RE_EN_LAST_DAY",
-    UR"((?<=uary \d-|arch \d-|pril \d-|June \d-|July \d-|gust \d-|mber \d-|ober \d-|uary \d\d-|arch \d\d-|pril \d\d-|June \d\d-|July \d\d-|gust \d\d-|mber \d\d-|ober \d\d-|May \d-|May \d\d-)(?:3[01]|[12]\d|0?[1-9])(?:,? (?:19|20)\d{2})?(?![\d.:])|(?<![\d./-])(?:3[01]|[12]\d|0?[1-9])(?= ?(?:-|to|and|&) ?(?:3[01]|[12]\d|0?[1-9]) (?:January|February|March|April|May|June|July|August|September|October|November|December)\b))");
+    UR"((?:uary|arch|pril|June|July|gust|mber|ober|May) \d\d?-((?:3[01]|[12]\d|0?[1-9])(?:,? (?:19|20)\d{2})?)(?![\d.:]))");
+
+// The first day of a range before its month: 15-20 March 2024
+const Regex RE_EN_FIRST_DAY(
+    "RE_EN_FIRST_DAY",
+    UR"((?<![\d./-])(?:3[01]|[12]\d|0?[1-9])(?= ?(?:-|to|and|&) ?(?:3[01]|[12]\d|0?[1-9]) (?:January|February|March|April|May|June|July|August|September|October|November|December)\b))");
 
 // accounts for 2024, in 2023, ___ / ___ / 2023, FY2024, Q1 2024, 2021, 2022 and 2023, summer 2015,
 // the 2024 accounts. Not Companies Act 2006, not 2024 units.
 const Regex RE_EN_YEAR(
     "RE_EN_YEAR",
-    UR"((?i)(?:(?<=\bin )|(?<=\bfor )|(?<=\bduring )|(?<=\bsince )|(?<=\buntil )|(?<=\btill )|(?<=\bfrom )|(?<=\bborn )|(?<=\bbuilt )|(?<=\bfounded )|(?<=\bestablished )|(?<=\bend of )|(?<=\byear )|(?<=\bcrop )|(?<=\bsummer )|(?<=\bwinter )|(?<=\bautumn )|(?<=\bspring )|(?<=\bearly )|(?<=\blate )|(?<=\bcirca )|(?<=\bfy)|(?<=\bfy )|(?<=\bq[1-4] )|(?<=\bh[12] )|(?<=\b(?:19|20)\d\d, )|(?<=\b(?:19|20)\d\d and )|(?<=\b(?:19|20)\d\d, and )|(?<=\b(?:19|20)\d\d or )|(?<=_ / )|(?<=_/)|(?<=__ )|(?<=   )|(?<=  / )|(?<=\.\./))(?:19|20)\d{2}(?:/\d{2}(?!\d))?(?![\d,]\d|\d|[A-Za-z%-]|/\d| ?(?:act|rules|regulations|units|pcs|sqm|kg|mt|shares|words|pages|hours|元|万|吨|平)))"
+    UR"((?i)(?<=[ y/])(?:(?<=\bin )|(?<=\bfor )|(?<=\bduring )|(?<=\bsince )|(?<=\buntil )|(?<=\btill )|(?<=\bfrom )|(?<=\bborn )|(?<=\bbuilt )|(?<=\bfounded )|(?<=\bestablished )|(?<=\bend of )|(?<=\byear )|(?<=\bcrop )|(?<=\bsummer )|(?<=\bwinter )|(?<=\bautumn )|(?<=\bspring )|(?<=\bearly )|(?<=\blate )|(?<=\bcirca )|(?<=\bfy)|(?<=\bfy )|(?<=\bq[1-4] )|(?<=\bh[12] )|(?<=\b(?:19|20)\d\d, )|(?<=\b(?:19|20)\d\d and )|(?<=\b(?:19|20)\d\d, and )|(?<=\b(?:19|20)\d\d or )|(?<=_ / )|(?<=_/)|(?<=__ )|(?<=   )|(?<=  / )|(?<=\.\./))(?:19|20)\d{2}(?:/\d{2}(?!\d))?(?![\d,]\d|\d|[A-Za-z%-]|/\d| ?(?:act|rules|regulations|units|pcs|sqm|kg|mt|shares|words|pages|hours|元|万|吨|平)))"
     UR"(|(?<![\dA-Za-z./$,-])(?:19|20)\d{2}(?=(?:, (?:19|20)\d{2}){0,4},? (?:and|or|to) (?:19|20)\d{2}(?![\d,])))"
     UR"(|(?i)(?<=\bthe )(?:19|20)\d{2}(?= (?:financial|annual|audited|fiscal|season|budget|tax|accounts|crop|harvest|academic|calendar|programme|results|report)\b))");
 
@@ -231,7 +236,8 @@ void add_date_recognizers(RecognizerRegistry& registry) {
                                {"day and month", &RE_EN_DAY_MONTH, 0.85, AT_NUMBER},
                                {"ordinal and month", &RE_EN_ORDINAL_DAY, 0.85, {}},
                                {"month and day", &RE_EN_MONTH_DAY, 0.85, {}},
-                               {"last day", &RE_EN_LAST_DAY, 0.7, AT_NUMBER},
+                               {"last day", &RE_EN_LAST_DAY, 0.7, {}},
+                               {"first day", &RE_EN_FIRST_DAY, 0.7, AT_NUMBER},
                                {"year", &RE_EN_YEAR, 0.5, AT_INNER_DIGIT}}}));
   registry.add_recognizer(std::make_shared<DateRecognizer>(PatternRecognizerConfig{
       "BareDateRecognizer",

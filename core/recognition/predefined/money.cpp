@@ -31,12 +31,17 @@ const Regex RE_RANGE_END(
     UR"( ?(?:-|~|至|到|to|and|or) ?((?:\d{1,3}(?:[,']\d{2,3})*[,']\d{3}(?!\d)(?:\.\d+)?|\d{1,3}(?:，\d{3})+(?!\d)(?:\.\d+)?|\d{1,3}(?:\.\d{3})+(?:,\d{1,2})?(?!\d)|\d{1,3}(?: \d{3})+(?![\d:])(?:[.,]\d{1,2}(?!\d))?|\d+(?:\.\d+|,\d{1,2}(?!\d))?))"
     UR"((?!\d)(?: ?(?:万亿|百万|千万|万|亿|千|million|billion|trillion|thousand|Million|Billion|MILLION|BILLION|lakhs?|crores?|Lakhs?|Crores?|mn|bn|m|k|M|K|MM|mil|Mio\.?|Mrd\.?|tn)(?![A-Za-z]))?(?: ?[元圆])?(?![\dA-Za-z年月日%‰/-]|\.\d)(?! ?(?:days|months|years|weeks|percent))))");
 
+// What stands behind the figure of RE_BEFORE_CURRENCY.
+const std::u32string CURRENCY_BEHIND =
+    UR"( ?(?:万亿|百万|千万|万|亿|千|million|billion|trillion|thousand|Million|Billion|MILLION|BILLION|lakhs?|crores?|Lakhs?|Crores?|mn|bn|m|k|M|K|MM|mil|Mio\.?|Mrd\.?|tn)?[多余]? ?(?:美分|欧分|港仙|便士|丹麦克朗|瑞典克朗|挪威克朗|捷克克朗|冰岛克朗|克朗|兹罗提|福林|雷亚尔|墨西哥比索|菲律宾比索|比索|谢克尔|第纳尔|沙特里亚尔|里亚尔|肯尼亚先令|先令|奈拉|塞地|坚戈|图格里克|塔卡|澳门元|澳门币|新西兰元|纽币|马币|令吉|印尼盾|南非兰特|兰特|土耳其里拉|里拉|加币|澳币|韩币|日币|瑞典币|埃及镑|索姆|苏姆|基普|瑞尔|缅元|美元|港元|欧元|日元|日圆|英镑|韩元|美金|港币|港纸|新加坡元|新加坡币|新币|澳元|加元|瑞士法郎|瑞郎|新台币|台币|卢布|卢比|泰铢|林吉特|迪拉姆|越南盾|人民币|元人民币|[元圆](?![件素月旦器])(?:\d{1,2}角)?(?:\d{1,2}分)?|块(?:钱|(?=[，。、；！？,;!?)]))|円|원|엔|억 ?원|만 ?원|(?i:(?:us|u\.s\.|hong kong|singapore|canadian|australian) )?(?i:dollars?|euros?|cents|pence|yuan|renminbi|pounds(?: sterling)?|rand|rupees|swiss francs|francs|kroner|kronor|yen|won|baht|pesos|naira|ringgit|dirhams|riyals|shillings|usd|rmb)(?![A-Za-z])|\(?(?:USD|RMB|CNY|EUR|GBP|HKD|JPY|SGD|AUD|CHF|NOK|SEK|DKK|AED|SAR|CAD|NZD|TWD|NTD|KRW|INR|ZAR|PLN|CZK|HUF|BRL|MXN|MYR|THB|IDR|PHP|VND|RUB|TRY|ILS|NGN|KES|KZT|MOP|ISK|RON|BGN|UAH|EGP|QAR|KWD|BHD|OMR|PKR|BDT|LKR|CLP|COP|PEN|ARS|USDT|CNH|TZS|UGX|GHS|ETB|MAD|XOF|XAF|MUR|HRK|RSD|GEL|UZS|MNT|KHR|LAK|MMK|BND)(?![A-Za-z])\)?|[€£](?!\d))[整正]?)";
+const Regex RE_CURRENCY_BEHIND("RE_CURRENCY_BEHIND", CURRENCY_BEHIND);
+
 // Before a currency: 3,450.00元, 500万美元, 4.2亿日元, 5,000 US dollars, 87.500,00 EUR, 125 000 €,
 // 1亿2000万元, 5元8角, 5000块. Not 3元件, not 3块板.
 const Regex RE_BEFORE_CURRENCY(
     "RE_BEFORE_CURRENCY",
-    UR"((?<![\d.])(?<!\d，)(?:\d+(?:\.\d+)? ?亿 ?\d+(?:\.\d+)?(?= ?万)|\d{1,3}(?:[,']\d{2,3})*[,']\d{3}(?!\d)(?:\.\d+)?|\d{1,3}(?:，\d{3})+(?!\d)(?:\.\d+)?|\d{1,3}(?:\.\d{3})+(?:,\d{1,2})?(?!\d)|\d{1,3}(?: \d{3})+(?![\d:])(?:[.,]\d{1,2}(?!\d))?|\d+(?:\.\d+|,\d{1,2}(?!\d))?))"
-    UR"( ?(?:万亿|百万|千万|万|亿|千|million|billion|trillion|thousand|Million|Billion|MILLION|BILLION|lakhs?|crores?|Lakhs?|Crores?|mn|bn|m|k|M|K|MM|mil|Mio\.?|Mrd\.?|tn)?[多余]? ?(?:美分|欧分|港仙|便士|丹麦克朗|瑞典克朗|挪威克朗|捷克克朗|冰岛克朗|克朗|兹罗提|福林|雷亚尔|墨西哥比索|菲律宾比索|比索|谢克尔|第纳尔|沙特里亚尔|里亚尔|肯尼亚先令|先令|奈拉|塞地|坚戈|图格里克|塔卡|澳门元|澳门币|新西兰元|纽币|马币|令吉|印尼盾|南非兰特|兰特|土耳其里拉|里拉|加币|澳币|韩币|日币|瑞典币|埃及镑|索姆|苏姆|基普|瑞尔|缅元|美元|港元|欧元|日元|日圆|英镑|韩元|美金|港币|港纸|新加坡元|新加坡币|新币|澳元|加元|瑞士法郎|瑞郎|新台币|台币|卢布|卢比|泰铢|林吉特|迪拉姆|越南盾|人民币|元人民币|[元圆](?![件素月旦器])(?:\d{1,2}角)?(?:\d{1,2}分)?|块(?:钱|(?=[，。、；！？,;!?)]))|円|원|엔|억 ?원|만 ?원|(?i:(?:us|u\.s\.|hong kong|singapore|canadian|australian) )?(?i:dollars?|euros?|cents|pence|yuan|renminbi|pounds(?: sterling)?|rand|rupees|swiss francs|francs|kroner|kronor|yen|won|baht|pesos|naira|ringgit|dirhams|riyals|shillings|usd|rmb)(?![A-Za-z])|\(?(?:USD|RMB|CNY|EUR|GBP|HKD|JPY|SGD|AUD|CHF|NOK|SEK|DKK|AED|SAR|CAD|NZD|TWD|NTD|KRW|INR|ZAR|PLN|CZK|HUF|BRL|MXN|MYR|THB|IDR|PHP|VND|RUB|TRY|ILS|NGN|KES|KZT|MOP|ISK|RON|BGN|UAH|EGP|QAR|KWD|BHD|OMR|PKR|BDT|LKR|CLP|COP|PEN|ARS|USDT|CNH|TZS|UGX|GHS|ETB|MAD|XOF|XAF|MUR|HRK|RSD|GEL|UZS|MNT|KHR|LAK|MMK|BND)(?![A-Za-z])\)?|[€£](?!\d))[整正]?)");
+    UR"((?<![\d.])(?<!\d，)(?:\d+(?:\.\d+)? ?亿 ?\d+(?:\.\d+)?(?= ?万)|\d{1,3}(?:[,']\d{2,3})*[,']\d{3}(?!\d)(?:\.\d+)?|\d{1,3}(?:，\d{3})+(?!\d)(?:\.\d+)?|\d{1,3}(?:\.\d{3})+(?:,\d{1,2})?(?!\d)|\d{1,3}(?: \d{3})+(?![\d:])(?:[.,]\d{1,2}(?!\d))?|\d+(?:\.\d+|,\d{1,2}(?!\d))?))" +
+        CURRENCY_BEHIND);
 
 // 壹佰贰拾捌万元整, 捌拾叁万壹仟元整, 壹佰万美元. Not 壹式肆份.
 const Regex RE_CAPITAL(
@@ -167,20 +172,31 @@ class MoneyRecognizer : public EntityRecognizer {
     if (const auto m = RE_RANGE_END.match_at(window(t, at), at)) add(out, m->start(1), m->end());
   }
 
+  // Whether 万 or 亿 at this place ends a figure or a numeral.
+  static bool ends_figure(std::u32string_view t, std::size_t at) {
+    constexpr std::u32string_view NUMERALS = U"一二三四五六七八九十百千两零";
+    if (at > 0 && t[at - 1] == U' ') --at;
+    return at > 0 &&
+           (text::is_decimal_digit(t[at - 1]) || NUMERALS.find(t[at - 1]) != NUMERALS.npos);
+  }
+
   // Amounts without a currency, around each 万 and 亿.
   static void add_spoken(std::u32string_view t, std::vector<RecognizerResult>& out) {
     constexpr std::size_t BEFORE = 24;
     constexpr std::size_t BEHIND = 8;
     for (std::size_t at = t.find_first_of(U"万亿"); at != t.npos;
          at = t.find_first_of(U"万亿", at + 1)) {
+      if (!ends_figure(t, at)) continue;
       const std::size_t from = at > BEFORE ? at - BEFORE : 0;
       const auto around = t.substr(from, at + BEHIND - from);
+      // Another one near has a window of its own, which shows what stands behind it.
+      const auto add_here = [&](std::size_t start, std::size_t end) {
+        if (from + start < at && at < from + end) add(out, from + start, from + end);
+      };
       for (const Regex* regex : {&RE_SPOKEN_TEN_THOUSANDS, &RE_LONE_TEN_THOUSANDS}) {
-        for (const auto& m : regex->find_all(around)) add(out, from + m.start(), from + m.end());
+        for (const auto& m : regex->find_all(around)) add_here(m.start(), m.end());
       }
-      for (const auto& m : RE_BARE_TEN_THOUSANDS.find_all(around)) {
-        add(out, from + m.start(1), from + m.end(1));
-      }
+      for (const auto& m : RE_BARE_TEN_THOUSANDS.find_all(around)) add_here(m.start(1), m.end(1));
     }
   }
 
@@ -268,23 +284,18 @@ class MoneyRecognizer : public EntityRecognizer {
     if (!figures && std::find(heads.begin(), heads.end(), true) != heads.end()) columns = heads;
   }
 
-  // The first character behind the figure at `at`, its separators and blanks; 0 at the end.
-  static char32_t behind_figure(std::u32string_view t, std::size_t at) {
+  // Whether a figure that begins at `at` may be an amount. Most are dates and numbers of
+  // clauses; no unit begins with what figures are made of, so that it stands behind that.
+  static bool may_be_amount(std::u32string_view t, std::size_t at) {
     constexpr std::u32string_view SEPARATORS = U".,' ，";
     while (at < t.size() &&
            (text::is_ascii_digit(t[at]) || SEPARATORS.find(t[at]) != SEPARATORS.npos)) {
       ++at;
     }
-    return at < t.size() ? t[at] : U'\0';
-  }
-
-  // Whether a figure before this character may be an amount. Most figures are dates and
-  // numbers of clauses: what begins no unit and no currency is named, since currencies are many.
-  static bool may_follow_amount(char32_t c) {
-    using namespace std::string_view_literals;
-    constexpr auto NEVER = U"\0年月号条款项页份楼层天%％‰:：;；。、)）/\n\t\r]】》”"sv;
-    static_assert(NEVER.front() == U'\0', "the end of the text is one of them");
-    return NEVER.find(c) == NEVER.npos;
+    // 1亿2000万元, 100-200元: the figure goes on
+    constexpr std::u32string_view GOING_ON = U"亿万k-~至到";
+    return at < t.size() && (GOING_ON.find(t[at]) != GOING_ON.npos ||
+                             RE_CURRENCY_BEHIND.match_at(t, at).has_value());
   }
 
   static void add_before_currency(const NlpArtifacts& a, std::vector<RecognizerResult>& out) {
@@ -294,7 +305,7 @@ class MoneyRecognizer : public EntityRecognizer {
       while (at < run.end && !text::is_ascii_digit(a.folded[at])) ++at;
       if (at < free_from) continue;
       const auto seen = window(a.folded, at);
-      if (!may_follow_amount(behind_figure(seen, at))) continue;
+      if (!may_be_amount(seen, at)) continue;
       if (const auto m = RE_RANGE_START.match_at(seen, at)) {
         add(out, m->start(), m->end());
         free_from = m->end();

@@ -123,6 +123,13 @@ class ScannedPatterns {
     scan_.reset();
   }
 
+  std::vector<std::u32string_view> patterns() {
+    const std::lock_guard lock(mutex_);
+    std::vector<std::u32string_view> out;
+    for (const auto& item : items_) out.push_back(item.pattern);
+    return out;
+  }
+
   // Nothing if so little text does not pay for making it.
   std::shared_ptr<const PatternScan> scan(std::size_t code_points) {
     constexpr std::size_t WORTH_A_SCAN = 20'000;
@@ -227,6 +234,10 @@ Regex::~Regex() = default;
 
 void Regex::join_scan(SearchIndex::Kinds where) const {
   ScannedPatterns::instance().join(programs_->scan_id, programs_->pattern, where);
+}
+
+std::vector<std::u32string_view> scanned_patterns() {
+  return ScannedPatterns::instance().patterns();
 }
 
 void scan_patterns(std::u32string_view text, SearchIndex& index) {

@@ -119,6 +119,9 @@ class Regex {
 // so much text has been seen that it is worth it.
 void scan_patterns(std::u32string_view text, SearchIndex& index);
 
+// The patterns that have joined the scan so far, for measurements.
+std::vector<std::u32string_view> scanned_patterns();
+
 // `text` with every character that has a meaning in a pattern escaped, so that
 // the pattern matches it literally.
 std::u32string escape_for_regex(std::u32string_view text);

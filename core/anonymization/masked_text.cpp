@@ -129,6 +129,7 @@ std::u32string surface_of(std::u32string_view text, const Region& region) {
       placements.front().end == region.end) {
     return std::move(placements.front().surface);
   }
+  if (placements.empty()) return std::u32string(text::slice(text, region.start, region.end));
   std::u32string out;
   Offset at = region.start;
   for (const Placement& p : placements) {

@@ -47,11 +47,6 @@ constexpr std::size_t SHORTEST_FILL = 2;  // as RE_FILL_UNDERSCORE_RUN has it
 // The only types that an analyzer gives to a section number; 3.1.4 as a phone number stays.
 constexpr auto SECTION_NUMBER_TYPES = text::type_names({"DATE_TIME", "DATE", "QUANTITY"});
 
-constexpr auto NAME_OR_PLACE_TYPES =
-    text::type_names({"ORGANIZATION", "LOCATION", "GPE", "PERSON"});
-constexpr auto PLACE_TYPES = text::type_names({"LOCATION", "GPE"});
-constexpr auto ORG_OR_PLACE_TYPES = text::type_names({"ORGANIZATION", "LOCATION", "GPE"});
-
 std::u32string_view surface(std::u32string_view text, const RecognizerResult& r) {
   return text::slice(text, r.start, r.end);
 }
@@ -99,13 +94,16 @@ bool is_no_place(std::u32string_view text, const RecognizerResult& r, std::u32st
 }
 
 bool is_generic(std::u32string_view text, const RecognizerResult& r) {
-  if (!NAME_OR_PLACE_TYPES.contains(r.entity_type)) return false;
+  const std::string_view type = r.entity_type;
+  const bool is_org = type == entity_type::ORGANIZATION;
+  const bool is_place = type == entity_type::LOCATION || type == entity_type::GPE;
+  if (!is_org && !is_place && type != entity_type::PERSON) return false;
   const auto s = text::strip(surface(text, r));
   if (is_one_of(GENERIC_INSTITUTION_NOUN, s)) return true;
   if (is_pure_numeric(s)) return true;
-  if (PLACE_TYPES.contains(r.entity_type) && is_no_place(text, r, s)) return true;
-  if (ORG_OR_PLACE_TYPES.contains(r.entity_type) && is_phase(s)) return true;
-  if (r.entity_type != entity_type::ORGANIZATION) return false;
+  if (is_place && is_no_place(text, r, s)) return true;
+  if ((is_org || is_place) && is_phase(s)) return true;
+  if (!is_org) return false;
   return is_one_of(CN_ADDRESS_TAIL_CHAR_NOT_ORG, s) || (s.size() == 1 && text::is_ideograph(s[0]));
 }
 

@@ -49,15 +49,6 @@ constexpr Offset CHINA_LENGTH = 2;
 // numbered and the canonical ones agree.
 constexpr std::string_view PLACEHOLDER_LOCALE = "zh";
 
-// Whether the text holds the phrase, whose first character is rare.
-bool has_phrase(std::u32string_view text, std::u32string_view phrase) {
-  for (auto at = text::find_character(text, phrase.front()); at != text::NPOS;
-       at = text::find_character(text, phrase.front(), at + 1)) {
-    if (text.substr(at).starts_with(phrase)) return true;
-  }
-  return false;
-}
-
 void sort_by_start(auto& spans) {
   const auto begins_first = [](const auto& a, const auto& b) { return a.start < b.start; };
   if (std::is_sorted(spans.begin(), spans.end(), begins_first)) return;
@@ -268,7 +259,7 @@ void Numberer::expand_party_mentions() {
 }
 
 void Numberer::add_china_phrases() {
-  if (!has_phrase(text_, BETWEEN_TWO_COUNTRIES)) return;
+  if (text::find_rare(text_, BETWEEN_TWO_COUNTRIES) == text::NPOS) return;
   const auto phrases = RE_CHINA_AND_ANOTHER.find_all(text_);
   if (phrases.empty()) return;
   const auto taken = SpanIndex::of(replacements_);

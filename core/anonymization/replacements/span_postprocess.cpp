@@ -75,9 +75,8 @@ std::vector<std::u32string> joiners_of(std::u32string_view text) {
 // Every occurrence, left to right without overlap; none of the empty word.
 std::vector<Edit> occurrences(std::u32string_view text, std::u32string_view word) {
   std::vector<Edit> out;
-  if (word.empty()) return out;
-  for (auto at = text.find(word); at != std::u32string_view::npos;
-       at = text.find(word, at + word.size())) {
+  for (auto at = text::find_rare(text, word); at != text::NPOS;
+       at = text::find_rare(text, word, at + word.size())) {
     out.push_back({static_cast<Offset>(at), static_cast<Offset>(at + word.size()), {}});
   }
   return out;
@@ -155,7 +154,7 @@ void strip_docx_joiner_sequences(MaskedText& text) {
 std::vector<Replacement> _clip_replacements_at_embedded_docx_joiners(
     std::vector<Replacement> replacements, std::u32string_view text) {
   for (const auto& joiner : joiners_of(text)) {
-    if (text.find(joiner) == std::u32string_view::npos) continue;
+    if (text::find_rare(text, joiner) == text::NPOS) continue;
     replacements = _split_replacements_at_joiner(std::move(replacements), text, joiner);
   }
   return replacements;

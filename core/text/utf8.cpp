@@ -102,9 +102,8 @@ DecodeError::DecodeError(std::size_t byte_offset)
       byte_offset_(byte_offset) {}
 
 std::u32string decode_utf8(std::string_view bytes) {
-  const auto inside = std::count_if(bytes.begin(), bytes.end(), [](char c) {
-    return continues(static_cast<std::uint8_t>(c));
-  });
+  const auto inside = std::count_if(bytes.begin(), bytes.end(),
+                                    [](char c) { return continues(static_cast<std::uint8_t>(c)); });
   std::u32string out(bytes.size() - static_cast<std::size_t>(inside), U'\0');
   char32_t* to = out.data();
   for (std::size_t at = 0; at < bytes.size();) {

@@ -64,8 +64,8 @@ std::vector<std::size_t> by_strength(const std::vector<RecognizerResult>& result
 
 std::vector<RecognizerResult> take(std::vector<RecognizerResult> results,
                                    const std::vector<std::size_t>& positions) {
-  const bool all_in_order = positions.size() == results.size() &&
-                            std::is_sorted(positions.begin(), positions.end());
+  const bool all_in_order =
+      positions.size() == results.size() && std::is_sorted(positions.begin(), positions.end());
   if (all_in_order) return results;
   std::vector<RecognizerResult> out;
   out.reserve(positions.size());
@@ -192,9 +192,8 @@ std::vector<std::size_t> positions_without_overlaps(const std::vector<Recognizer
   if (contested.empty()) return positions;
   const auto kept = strongest(results, std::move(contested));
   std::vector<std::size_t> out(positions.size() + kept.size());
-  std::merge(
-      positions.begin(), positions.end(), kept.begin(), kept.end(), out.begin(),
-      [&](std::size_t a, std::size_t b) { return results[a].start < results[b].start; });
+  std::merge(positions.begin(), positions.end(), kept.begin(), kept.end(), out.begin(),
+             [&](std::size_t a, std::size_t b) { return results[a].start < results[b].start; });
   return out;
 }
 

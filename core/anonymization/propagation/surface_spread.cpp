@@ -327,9 +327,9 @@ class PlaceholderCharacters {
   bool may_meet(std::u32string_view folded) const {
     const auto any_end =
         std::any_of(folded.begin(), folded.end(), [this](char32_t c) { return ends_.has(c); });
-    return any_end || (folded.size() <= longest_ &&
-                       std::all_of(folded.begin(), folded.end(),
-                                   [this](char32_t c) { return all_.has(c); }));
+    return any_end ||
+           (folded.size() <= longest_ &&
+            std::all_of(folded.begin(), folded.end(), [this](char32_t c) { return all_.has(c); }));
   }
 
  private:

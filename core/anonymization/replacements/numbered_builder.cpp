@@ -199,8 +199,8 @@ std::u32string Numberer::bare_country(Span span) const {
 
 std::u32string Numberer::organization(Span span) {
   if (const auto country = bare_country(span); !country.empty()) {
-    return placeholder(tag::ADDRESS, number_of(location_num_by_key_, text::case_fold(country),
-                                               tag::ADDRESS));
+    return placeholder(tag::ADDRESS,
+                       number_of(location_num_by_key_, text::case_fold(country), tag::ADDRESS));
   }
   auto key = _organization_identity_key(text_, span.start, span.end);
   return placeholder(tag::ORG, number_of(org_num_by_key_, std::move(key), tag::ORG));
@@ -241,9 +241,8 @@ void Numberer::number_other(const RecognizerResult& r) {
   const auto tag = tag_of_entity_type(r.entity_type);
   auto key = _generic_entity_identity_key(r.entity_type, text_, r.start, r.end);
   const bool has_identity = !key.empty();
-  const auto number = has_identity
-                          ? number_of(generic_num_by_tag_key_[tag], std::move(key), tag)
-                          : next_number(tag);
+  const auto number = has_identity ? number_of(generic_num_by_tag_key_[tag], std::move(key), tag)
+                                   : next_number(tag);
   auto numbered = placeholder(tag, number);
   if (has_identity) written = numbered;
   add(span, std::move(numbered));

@@ -59,9 +59,7 @@ bool is_weak_org(std::u32string_view src_text, const Replacement& r) {
 // What every joiner and marker of the document reader begins with. A plain text has none.
 constexpr char32_t MARK = 0xE000;
 
-bool has_marks(std::u32string_view text) {
-  return text::find_character(text, MARK) != text::NPOS;
-}
+bool has_marks(std::u32string_view text) { return text::find_character(text, MARK) != text::NPOS; }
 
 // The joiners in force that the text may hold.
 std::vector<std::u32string> joiners_of(std::u32string_view text) {

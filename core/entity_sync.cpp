@@ -19,9 +19,8 @@ void apply_entity_surface_sync(MaskedText& out, std::u32string_view src_text,
                                const PlaceholderByKey& org_by_okey,
                                const PlaceholderByKey* loc_by_okey) {
   const auto locale = _document_text_entity_sync_locale(language, src_text);
-  auto pairs = collect_document_entity_surface_sync_pairs(src_text, analyzer, locale,
-                                                          &filtered_replacements, &org_by_okey,
-                                                          loc_by_okey);
+  auto pairs = collect_document_entity_surface_sync_pairs(
+      src_text, analyzer, locale, &filtered_replacements, &org_by_okey, loc_by_okey);
   std::erase_if(pairs, [](const SurfacePlaceholder& pair) {
     return is_non_propagable_location_surface(pair.surface) &&
            is_numbered_placeholder_of(pair.placeholder, tag::ADDRESS);

@@ -48,8 +48,7 @@ class Along {
 bool is_bare(std::u32string_view written) {
   const auto inside = written.substr(written.empty() ? 0 : 1);
   const auto bracket = [](char32_t c) { return c == U'[' || c == U']'; };
-  return written.size() > 1 &&
-         std::none_of(inside.begin(), inside.end() - 1, bracket) &&
+  return written.size() > 1 && std::none_of(inside.begin(), inside.end() - 1, bracket) &&
          !has_full_width_brackets(inside.substr(0, inside.size() - 1));
 }
 

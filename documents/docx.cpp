@@ -158,8 +158,8 @@ void DocxDocument::mask_text(const anonymization::AnonymizedDocument& masked) {
   std::vector<std::u32string> surfaces;
   std::vector<DocxText::Span> spans;
   for (const auto& stretch : stretches) {
-    surfaces.push_back(as_written(
-        std::u32string(core::text::slice(text_.text(), stretch.start, stretch.end))));
+    surfaces.push_back(
+        as_written(std::u32string(core::text::slice(text_.text(), stretch.start, stretch.end))));
     spans.push_back({static_cast<std::size_t>(stretch.start), static_cast<std::size_t>(stretch.end),
                      stretch.placeholder});
   }

@@ -102,8 +102,7 @@ class CountryTable {
   // Whether some name begins like this one. Of two ideographs the first two characters of
   // its key are these two; of anything else nothing is told.
   bool may_begin_name(std::u32string_view name) const {
-    const bool told =
-        name.size() > 1 && text::is_ideograph(name[0]) && text::is_ideograph(name[1]);
+    const bool told = name.size() > 1 && text::is_ideograph(name[0]) && text::is_ideograph(name[1]);
     return !told || beginnings_.test(place_of(name[0], name[1]));
   }
 

@@ -97,7 +97,8 @@ constexpr Sign sign_of(char32_t c) {
 constexpr std::size_t rough(char32_t c) { return (c ^ (c >> 8U)) & 0xFFU; }
 constexpr auto MAY_BE_SIGN = [] {
   std::array<bool, 256> out{};
-  for (const char32_t c : std::u32string_view(U"()（）\n\uE000称\"＂“„'‘「『")) out[rough(c)] = true;
+  for (const char32_t c : std::u32string_view(U"()（）\n\uE000称\"＂“„'‘「『"))
+    out[rough(c)] = true;
   return out;
 }();
 

@@ -123,12 +123,13 @@ std::size_t size_with(std::u32string_view text, const std::vector<Edit>& edits) 
 }
 
 // What the document has where the region stands. Takes it from the placements.
-std::u32string surface_of(std::u32string_view text, const Region& region) {
+std::u32string surface_beneath(std::u32string_view text, const Region& region) {
   const auto placements = region.placements;
   if (placements.size() == 1 && placements.front().start == region.start &&
       placements.front().end == region.end) {
     return std::move(placements.front().surface);
   }
+  if (placements.empty()) return std::u32string(text::slice(text, region.start, region.end));
   std::u32string out;
   Offset at = region.start;
   for (const Placement& p : placements) {
@@ -168,7 +169,7 @@ void MaskedText::write(const std::vector<Edit>& edits) {
     }
     out += text::slice(text_, at, region.end);
     made.end = size_of(out);
-    made.surface = surface_of(text_, region);
+    made.surface = surface_beneath(text_, region);
     placements.push_back(std::move(made));
     last = region.end;
   }

@@ -11,6 +11,7 @@
 #include "core/anonymization/text_findings.hpp"
 #include "core/text/find_character.hpp"
 #include "core/text/multi_pattern.hpp"
+#include "core/text/rare_words.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/view_map.hpp"
@@ -114,7 +115,7 @@ std::vector<MultiPattern::Hit> occurrences(std::u32string_view text,
   words.reserve(names.size());
   for (const auto& name : names) words.push_back(name.name);
   std::vector<MultiPattern::Hit> hits;
-  MultiPattern(words).scan(text, [&hits](const MultiPattern::Hit& hit) { hits.push_back(hit); });
+  text::RareWords(words).scan(text, [&hits](const MultiPattern::Hit& hit) { hits.push_back(hit); });
   std::sort(hits.begin(), hits.end(), [](const auto& a, const auto& b) {
     return a.start != b.start ? a.start < b.start : a.end > b.end;
   });

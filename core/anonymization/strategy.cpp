@@ -29,7 +29,7 @@ bool is_alias_candidate(const RecognizerResult& r) {
   return r.defined_at != RecognizerResult::NOT_AN_ALIAS;
 }
 
-struct Span {
+struct ReportedSpan {
   Offset start;
   Offset end;
 };
@@ -37,7 +37,7 @@ struct Span {
 // What the analyzer reported, seen from an alias candidate.
 class AliasSupport {
  public:
-  AliasSupport(std::u32string_view text, const std::vector<Span>& reported,
+  AliasSupport(std::u32string_view text, const std::vector<ReportedSpan>& reported,
                std::vector<Offset> org_ends)
       : reported_(SpanIndex::of(reported)), org_ends_(std::move(org_ends)) {
     std::sort(org_ends_.begin(), org_ends_.end());
@@ -80,7 +80,7 @@ std::vector<RecognizerResult> drop_unsupported_aliases(std::u32string_view text,
                                                        std::vector<RecognizerResult> results,
                                                        IsLeft is_left) {
   if (std::none_of(results.begin(), results.end(), is_alias_candidate)) return results;
-  std::vector<Span> reported;
+  std::vector<ReportedSpan> reported;
   std::vector<Offset> org_ends;
   reported.reserve(results.size());
   for (const auto& r : results) {

@@ -11,15 +11,16 @@ namespace {
 
 using anonymization::RecognizerResult;
 
-struct Place {
+struct OrganizationPlace {
   Offset start;
   Offset end;
   Offset defined_at;
 };
 
 // Organizations in text order, none within another; of equals the definition.
-std::vector<Place> outermost(std::u32string_view text, const std::vector<RecognizerResult>& hits) {
-  std::vector<Place> found;
+std::vector<OrganizationPlace> outermost(std::u32string_view text,
+                                         const std::vector<RecognizerResult>& hits) {
+  std::vector<OrganizationPlace> found;
   for (const auto& hit : anonymization::scan_defined_alias_candidates(text)) {
     found.push_back({hit.start, hit.end, hit.defined_at});
   }
@@ -30,7 +31,7 @@ std::vector<Place> outermost(std::u32string_view text, const std::vector<Recogni
   std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) {
     return a.start != b.start ? a.start < b.start : a.end > b.end;
   });
-  std::vector<Place> out;
+  std::vector<OrganizationPlace> out;
   for (const auto& hit : found) {
     if (out.empty() || hit.start >= out.back().end) out.push_back(hit);
   }

@@ -9,7 +9,7 @@ namespace core::parties {
 
 namespace {
 
-bool has(const std::vector<std::u32string>& surfaces, std::u32string_view surface) {
+bool lists(const std::vector<std::u32string>& surfaces, std::u32string_view surface) {
   return std::find(surfaces.begin(), surfaces.end(), surface) != surfaces.end();
 }
 
@@ -19,7 +19,7 @@ std::size_t PartyNames::add(std::u32string_view surface, Offset start) {
   auto& known = number_by_surface_.add(surface).first.value;
   if (known) return *known;
   const auto number = read(surface, start);
-  if (has(names_[number].surfaces, surface)) known = number;
+  if (lists(names_[number].surfaces, surface)) known = number;
   return number;
 }
 
@@ -36,7 +36,7 @@ std::size_t PartyNames::read(std::u32string_view surface, Offset start) {
     names_.push_back(std::move(name));
   }
   auto& name = names_[number];
-  if (has(name.surfaces, surface)) return number;
+  if (lists(name.surfaces, surface)) return number;
   constexpr std::size_t MOST_SURFACES = 16;
   if (name.surfaces.size() < MOST_SURFACES) name.surfaces.emplace_back(surface);
   // Acme and Acme Limited have one key: the full one tells more.

@@ -305,8 +305,7 @@ class Persons {
     if (by_letters.empty()) return;
     const auto listed = listed_pairs();
     for (const auto& spelling : spellings_) {
-      if (!spelling.is_latin() || !spelling.is_full || paired_.contains(spelling.cluster))
-        continue;
+      if (!spelling.is_latin() || !spelling.is_full || paired_.contains(spelling.cluster)) continue;
       const auto found = by_letters.find(pinyin_letters(spelling.surface));
       if (found == by_letters.end() || found->second == SEVERAL) continue;
       if (listed.contains({person(spelling.cluster), found->second})) continue;

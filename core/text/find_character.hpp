@@ -32,4 +32,15 @@ inline std::size_t find_character(std::u32string_view text, char32_t c, std::siz
   return find_either(text, c, c, from);
 }
 
+// Where a phrase begins whose first character is rare; NPOS if nowhere, and for no phrase.
+inline std::size_t find_rare(std::u32string_view text, std::u32string_view phrase,
+                             std::size_t from = 0) {
+  if (phrase.empty()) return NPOS;
+  for (auto at = find_character(text, phrase.front(), from); at != NPOS;
+       at = find_character(text, phrase.front(), at + 1)) {
+    if (text.substr(at).starts_with(phrase)) return at;
+  }
+  return NPOS;
+}
+
 }  // namespace core::text

@@ -73,7 +73,7 @@ std::size_t encoded_size(std::u32string_view text) {
 }
 
 // Writes the character and returns where the next one goes.
-char* write(char* to, char32_t c) {
+char* write_character(char* to, char32_t c) {
   const auto tail = [c](unsigned shift) {
     return static_cast<char>(0x80U | ((c >> shift) & 0x3FU));
   };
@@ -102,9 +102,8 @@ DecodeError::DecodeError(std::size_t byte_offset)
       byte_offset_(byte_offset) {}
 
 std::u32string decode_utf8(std::string_view bytes) {
-  const auto inside = std::count_if(bytes.begin(), bytes.end(), [](char c) {
-    return continues(static_cast<std::uint8_t>(c));
-  });
+  const auto inside = std::count_if(bytes.begin(), bytes.end(),
+                                    [](char c) { return continues(static_cast<std::uint8_t>(c)); });
   std::u32string out(bytes.size() - static_cast<std::size_t>(inside), U'\0');
   char32_t* to = out.data();
   for (std::size_t at = 0; at < bytes.size();) {
@@ -131,7 +130,7 @@ std::string encode_utf8(std::u32string_view text) {
     if (c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) {
       throw ValueError("not a Unicode scalar value at position " + std::to_string(i));
     }
-    to = write(to, c);
+    to = write_character(to, c);
   }
   return out;
 }

@@ -54,9 +54,8 @@ class ViewMap {
   std::size_t place_of(std::uint64_t hash, std::u32string_view word) const {
     const std::size_t mask = slots_.size() - 1;
     std::size_t i = hash & mask;
-    while (slots_[i].entry != NONE &&
-           (slots_[i].hash != static_cast<std::uint32_t>(hash) ||
-            !is_same(entries_[slots_[i].entry].word, word))) {
+    while (slots_[i].entry != NONE && (slots_[i].hash != static_cast<std::uint32_t>(hash) ||
+                                       !is_same(entries_[slots_[i].entry].word, word))) {
       i = (i + 1) & mask;
     }
     return i;

@@ -116,4 +116,22 @@ TEST(LabelPatterns, EndOnLongText) {
   }
 }
 
+// A label ends in the colon only if what is asked before the search does not deny it.
+TEST(MayEndPartyLabel, DeniesNoLabel) {
+  const std::u32string befores[] = {U"",          U"甲",     U"单", U"Party A / ",
+                                    U"Lender/甲", U"股东（", U"账"};
+  const std::u32string behinds[] = {U"", U"一", U"  ", U"12", U"）", U" Party A", U"(s)"};
+  for (char32_t c = 0x4E00; c <= 0x9FFF; ++c) {
+    for (const auto& before : befores) {
+      const auto label = before + c + behinds[c % std::size(behinds)];
+      if (core::anonymization::may_end_party_label(label)) continue;
+      ASSERT_FALSE(core::anonymization::RE_PARTY_LABEL.search(label + U"：")) << test::u8(label);
+    }
+  }
+  for (const auto* label : {U"地址", U"联系电话", U"甲方 / 签订日期", U"如下"}) {
+    const bool stroke = std::u32string_view(label).find(U'/') != std::u32string_view::npos;
+    EXPECT_EQ(core::anonymization::may_end_party_label(label), stroke) << test::u8(label);
+  }
+}
+
 }  // namespace

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/text/rare_words.hpp"
 #include "core/text/unicode.hpp"
 
 namespace core::text {
@@ -12,7 +13,8 @@ namespace {
 
 using Found = std::set<std::tuple<std::size_t, std::size_t, std::size_t>>;
 
-Found scan(const MultiPattern& words, std::u32string_view text) {
+template <class Words>
+Found scan(const Words& words, std::u32string_view text) {
   Found out;
   words.scan(text, [&](const MultiPattern::Hit& h) { out.insert({h.pattern, h.start, h.end}); });
   return out;
@@ -45,6 +47,9 @@ TEST(MultiPattern, FindsWhatASearchForEachWordFinds) {
     const std::vector<std::u32string_view> views(words.begin(), words.end());
     const auto text = draw(60);
     EXPECT_EQ(scan(MultiPattern(views), text), search_each(views, text)) << "round " << round;
+    std::u32string sparse;  // most of it is of no word
+    for (const char32_t c : text) sparse.append(random() % 6, U'丙').push_back(c);
+    EXPECT_EQ(scan(RareWords(views), sparse), search_each(views, sparse)) << "round " << round;
   }
 }
 

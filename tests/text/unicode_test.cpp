@@ -6,6 +6,7 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include "core/text/find_character.hpp"
 #include "core/text/regex.hpp"
 #include "tests/support/notation.hpp"
 
@@ -119,6 +120,19 @@ TEST(Unicode, StripsAndCompactsChineseBlanks) {
   EXPECT_EQ(strip(U" \u3000"), U"");
   EXPECT_EQ(test::u8(fold_parentheses(U"（中国)）")), "(中国))");
   EXPECT_EQ(test::u8(replace_all(U"aaa", U"aa", U"b")), "ba");
+}
+
+TEST(FindCharacter, FindsWhatASearchCharacterByCharacterFinds) {
+  std::u32string text(100, U'甲');
+  for (const std::size_t at : {0U, 1U, 15U, 16U, 17U, 63U, 98U, 99U}) {
+    text[at] = U'：';
+    for (std::size_t from = 0; from <= text.size(); ++from) {
+      EXPECT_EQ(find_either(text, U':', U'：', from), text.find(U'：', from));
+      EXPECT_EQ(find_rare(text, U"：甲", from), text.find(U"：甲", from)) << at << " " << from;
+    }
+  }
+  EXPECT_EQ(find_rare(text, U""), NPOS);
+  EXPECT_EQ(find_character(U"", U'甲'), NPOS);
 }
 
 }  // namespace

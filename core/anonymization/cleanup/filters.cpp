@@ -47,11 +47,6 @@ constexpr std::size_t SHORTEST_FILL = 2;  // as RE_FILL_UNDERSCORE_RUN has it
 // The only types that an analyzer gives to a section number; 3.1.4 as a phone number stays.
 constexpr auto SECTION_NUMBER_TYPES = text::type_names({"DATE_TIME", "DATE", "QUANTITY"});
 
-constexpr auto NAME_OR_PLACE_TYPES =
-    text::type_names({"ORGANIZATION", "LOCATION", "GPE", "PERSON"});
-constexpr auto PLACE_TYPES = text::type_names({"LOCATION", "GPE"});
-constexpr auto ORG_OR_PLACE_TYPES = text::type_names({"ORGANIZATION", "LOCATION", "GPE"});
-
 std::u32string_view surface(std::u32string_view text, const RecognizerResult& r) {
   return text::slice(text, r.start, r.end);
 }
@@ -76,7 +71,7 @@ constexpr std::size_t longest_of(const Words& words) {
 
 // Most names are longer than any of the words, which takes no search to tell.
 template <class Words>
-bool is_one_of(const Words& words, std::u32string_view s) {
+bool is_word_of(const Words& words, std::u32string_view s) {
   return s.size() <= longest_of(words) && words.contains(s);
 }
 
@@ -92,21 +87,24 @@ bool is_phase(std::u32string_view s) {
 
 // Words that name no place although they look like part of one.
 bool is_no_place(std::u32string_view text, const RecognizerResult& r, std::u32string_view s) {
-  if (is_one_of(DIRECTION_REGION_WORD_NOT_ADDRESS, s)) return true;
-  if (is_one_of(GENERIC_GEO_INFRA_NOUN_NOT_ADDRESS, s)) return true;
+  if (is_word_of(DIRECTION_REGION_WORD_NOT_ADDRESS, s)) return true;
+  if (is_word_of(GENERIC_GEO_INFRA_NOUN_NOT_ADDRESS, s)) return true;
   if (_is_it_product_compound_not_address(s)) return true;
   return s == U"云" && text::slice(text, r.end, saturating_add(r.end, 2)) == U"平台";
 }
 
 bool is_generic(std::u32string_view text, const RecognizerResult& r) {
-  if (!NAME_OR_PLACE_TYPES.contains(r.entity_type)) return false;
+  const std::string_view type = r.entity_type;
+  const bool is_org = type == entity_type::ORGANIZATION;
+  const bool is_place = type == entity_type::LOCATION || type == entity_type::GPE;
+  if (!is_org && !is_place && type != entity_type::PERSON) return false;
   const auto s = text::strip(surface(text, r));
-  if (is_one_of(GENERIC_INSTITUTION_NOUN, s)) return true;
+  if (is_word_of(GENERIC_INSTITUTION_NOUN, s)) return true;
   if (is_pure_numeric(s)) return true;
-  if (PLACE_TYPES.contains(r.entity_type) && is_no_place(text, r, s)) return true;
-  if (ORG_OR_PLACE_TYPES.contains(r.entity_type) && is_phase(s)) return true;
-  if (r.entity_type != entity_type::ORGANIZATION) return false;
-  return is_one_of(CN_ADDRESS_TAIL_CHAR_NOT_ORG, s) || (s.size() == 1 && text::is_ideograph(s[0]));
+  if (is_place && is_no_place(text, r, s)) return true;
+  if ((is_org || is_place) && is_phase(s)) return true;
+  if (!is_org) return false;
+  return is_word_of(CN_ADDRESS_TAIL_CHAR_NOT_ORG, s) || (s.size() == 1 && text::is_ideograph(s[0]));
 }
 
 }  // namespace

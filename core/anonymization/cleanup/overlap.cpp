@@ -64,8 +64,8 @@ std::vector<std::size_t> by_strength(const std::vector<RecognizerResult>& result
 
 std::vector<RecognizerResult> take(std::vector<RecognizerResult> results,
                                    const std::vector<std::size_t>& positions) {
-  const bool all_in_order = positions.size() == results.size() &&
-                            std::is_sorted(positions.begin(), positions.end());
+  const bool all_in_order =
+      positions.size() == results.size() && std::is_sorted(positions.begin(), positions.end());
   if (all_in_order) return results;
   std::vector<RecognizerResult> out;
   out.reserve(positions.size());
@@ -75,11 +75,11 @@ std::vector<RecognizerResult> take(std::vector<RecognizerResult> results,
 
 std::vector<std::size_t> outside_long_entities(const std::vector<RecognizerResult>& results,
                                                std::vector<std::size_t> positions) {
-  struct Span {
+  struct Guard {
     Offset start;
     Offset end;
   };
-  std::vector<Span> guards;
+  std::vector<Guard> guards;
   for (const std::size_t i : positions) {
     if (is_long_entity(results[i])) guards.push_back({results[i].start, results[i].end});
   }
@@ -91,8 +91,8 @@ std::vector<std::size_t> outside_long_entities(const std::vector<RecognizerResul
   return positions;
 }
 
-void sort_by_start(const std::vector<RecognizerResult>& results,
-                   std::vector<std::size_t>& positions) {
+void order_by_start(const std::vector<RecognizerResult>& results,
+                    std::vector<std::size_t>& positions) {
   const auto begins_first = [&](std::size_t a, std::size_t b) {
     return results[a].start < results[b].start;
   };
@@ -115,7 +115,7 @@ std::vector<std::size_t> strongest(const std::vector<RecognizerResult>& results,
     taken.add(results[i].start, results[i].end);
     kept.push_back(i);
   }
-  sort_by_start(results, kept);
+  order_by_start(results, kept);
   return kept;
 }
 
@@ -187,14 +187,13 @@ std::vector<std::size_t> positions_without_overlaps(const std::vector<Recognizer
   });
   auto positions = all_positions(results);
   if (!plain) return strongest(results, std::move(positions));
-  sort_by_start(results, positions);
+  order_by_start(results, positions);
   auto contested = take_contested(results, positions);
   if (contested.empty()) return positions;
   const auto kept = strongest(results, std::move(contested));
   std::vector<std::size_t> out(positions.size() + kept.size());
-  std::merge(
-      positions.begin(), positions.end(), kept.begin(), kept.end(), out.begin(),
-      [&](std::size_t a, std::size_t b) { return results[a].start < results[b].start; });
+  std::merge(positions.begin(), positions.end(), kept.begin(), kept.end(), out.begin(),
+             [&](std::size_t a, std::size_t b) { return results[a].start < results[b].start; });
   return out;
 }
 

@@ -32,7 +32,7 @@ const Regex RE_CURRENCY_SUFFIX("RE_CURRENCY_SUFFIX", UR"((?i)(?:USD|EUR|GBP|JPY|
 // 100元, 100万. Of 100万元 the whole 万元 goes.
 const Regex RE_UNIT_SUFFIX("RE_UNIT_SUFFIX", UR"((?:元|圆|万元|万|亿|千万|千元|角|分|块)$)");
 
-bool is_one_of(char32_t c, std::u32string_view set) { return set.find(c) != set.npos; }
+bool is_among(char32_t c, std::u32string_view set) { return set.find(c) != set.npos; }
 
 // A character that begins or ends no currency of RE_CURRENCY_PREFIX and RE_CURRENCY_SUFFIX,
 // as those of most amounts are.
@@ -51,11 +51,11 @@ std::u32string money_key(std::u32string_view surface) {
   };
   const auto first = [&t] { return t.empty() ? U' ' : t.front(); };
   const auto last = [&t] { return t.empty() ? U' ' : t.back(); };
-  take_off(is_one_of(first(), U"约大上左多余"), RE_APPROXIMATION_PREFIX);
-  take_off(is_one_of(first(), U"-−"), RE_SIGN_PREFIX);
+  take_off(is_among(first(), U"约大上左多余"), RE_APPROXIMATION_PREFIX);
+  take_off(is_among(first(), U"-−"), RE_SIGN_PREFIX);
   take_off(!is_no_currency(first()), RE_CURRENCY_PREFIX);
   take_off(!is_no_currency(last()), RE_CURRENCY_SUFFIX);
-  take_off(is_one_of(last(), U"元圆万亿角分块"), RE_UNIT_SUFFIX);
+  take_off(is_among(last(), U"元圆万亿角分块"), RE_UNIT_SUFFIX);
   return text::case_fold(t);
 }
 

@@ -8,6 +8,7 @@
 
 #include "core/anonymization/propagation/propagable_surfaces.hpp"
 #include "core/text/multi_pattern.hpp"
+#include "core/text/rare_words.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/view_set.hpp"
 #include "core/text/word_set.hpp"
@@ -200,7 +201,7 @@ std::vector<std::vector<Span>> candidates_of(std::u32string_view text,
     owners.push_back(&indices);
   }
   std::vector<std::vector<Span>> out(pairs.size());
-  const text::MultiPattern search(words);
+  const text::RareWords search(words);  // most mentions are masked by now
   search.scan(
       text,
       [&](const text::MultiPattern::Hit& hit) {
@@ -326,9 +327,9 @@ class PlaceholderCharacters {
   bool may_meet(std::u32string_view folded) const {
     const auto any_end =
         std::any_of(folded.begin(), folded.end(), [this](char32_t c) { return ends_.has(c); });
-    return any_end || (folded.size() <= longest_ &&
-                       std::all_of(folded.begin(), folded.end(),
-                                   [this](char32_t c) { return all_.has(c); }));
+    return any_end ||
+           (folded.size() <= longest_ &&
+            std::all_of(folded.begin(), folded.end(), [this](char32_t c) { return all_.has(c); }));
   }
 
  private:

@@ -12,7 +12,9 @@
 #include "core/anonymization/propagation/propagable_surfaces.hpp"
 #include "core/anonymization/replacements/numbered_builder.hpp"
 #include "core/anonymization/span_index.hpp"
+#include "core/text/find_character.hpp"
 #include "core/text/multi_pattern.hpp"
+#include "core/text/rare_words.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/unicode.hpp"
 #include "core/text/view_map.hpp"
@@ -43,8 +45,8 @@ std::u32string registered_org_name(std::u32string_view name) {
 // What the text names behind 位于 and before 国: the stems of all such phrases.
 std::unordered_set<std::u32string_view> located_in_stems(std::u32string_view text) {
   std::unordered_set<std::u32string_view> stems;
-  for (auto at = text.find(LOCATED_IN); at != std::u32string_view::npos;
-       at = text.find(LOCATED_IN, at + 1)) {
+  for (auto at = text::find_rare(text, LOCATED_IN); at != text::NPOS;
+       at = text::find_rare(text, LOCATED_IN, at + 1)) {
     const auto begin = at + LOCATED_IN.size();
     for (auto length = MIN_STEM; length <= MAX_STEM && begin + length < text.size(); ++length) {
       if (text[begin + length] == COUNTRY) stems.insert(text.substr(begin, length));
@@ -145,7 +147,7 @@ void Collector::register_party_names() {
   std::copy_if(replacements_.begin(), replacements_.end(), std::back_inserter(orgs),
                [](const auto& r) { return is_numbered_placeholder_of(r.placeholder, tag::ORG); });
   const auto masked = SpanIndex::of(orgs);
-  const text::MultiPattern search(std::vector<std::u32string_view>(names.begin(), names.end()));
+  const text::RareWords search(std::vector<std::u32string_view>(names.begin(), names.end()));
   std::vector<std::size_t> cursor(names.size(), 0);
   std::vector<bool> is_masked(names.size(), false);
   search.scan(text_, [&](const text::MultiPattern::Hit& hit) {

@@ -49,15 +49,6 @@ constexpr Offset CHINA_LENGTH = 2;
 // numbered and the canonical ones agree.
 constexpr std::string_view PLACEHOLDER_LOCALE = "zh";
 
-// Whether the text holds the phrase, whose first character is rare.
-bool has_phrase(std::u32string_view text, std::u32string_view phrase) {
-  for (auto at = text::find_character(text, phrase.front()); at != text::NPOS;
-       at = text::find_character(text, phrase.front(), at + 1)) {
-    if (text.substr(at).starts_with(phrase)) return true;
-  }
-  return false;
-}
-
 void sort_by_start(auto& spans) {
   const auto begins_first = [](const auto& a, const auto& b) { return a.start < b.start; };
   if (std::is_sorted(spans.begin(), spans.end(), begins_first)) return;
@@ -208,8 +199,8 @@ std::u32string Numberer::bare_country(Span span) const {
 
 std::u32string Numberer::organization(Span span) {
   if (const auto country = bare_country(span); !country.empty()) {
-    return placeholder(tag::ADDRESS, number_of(location_num_by_key_, text::case_fold(country),
-                                               tag::ADDRESS));
+    return placeholder(tag::ADDRESS,
+                       number_of(location_num_by_key_, text::case_fold(country), tag::ADDRESS));
   }
   auto key = _organization_identity_key(text_, span.start, span.end);
   return placeholder(tag::ORG, number_of(org_num_by_key_, std::move(key), tag::ORG));
@@ -250,9 +241,8 @@ void Numberer::number_other(const RecognizerResult& r) {
   const auto tag = tag_of_entity_type(r.entity_type);
   auto key = _generic_entity_identity_key(r.entity_type, text_, r.start, r.end);
   const bool has_identity = !key.empty();
-  const auto number = has_identity
-                          ? number_of(generic_num_by_tag_key_[tag], std::move(key), tag)
-                          : next_number(tag);
+  const auto number = has_identity ? number_of(generic_num_by_tag_key_[tag], std::move(key), tag)
+                                   : next_number(tag);
   auto numbered = placeholder(tag, number);
   if (has_identity) written = numbered;
   add(span, std::move(numbered));
@@ -268,7 +258,7 @@ void Numberer::expand_party_mentions() {
 }
 
 void Numberer::add_china_phrases() {
-  if (!has_phrase(text_, BETWEEN_TWO_COUNTRIES)) return;
+  if (text::find_rare(text_, BETWEEN_TWO_COUNTRIES) == text::NPOS) return;
   const auto phrases = RE_CHINA_AND_ANOTHER.find_all(text_);
   if (phrases.empty()) return;
   const auto taken = SpanIndex::of(replacements_);

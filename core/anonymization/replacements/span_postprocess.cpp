@@ -59,9 +59,7 @@ bool is_weak_org(std::u32string_view src_text, const Replacement& r) {
 // What every joiner and marker of the document reader begins with. A plain text has none.
 constexpr char32_t MARK = 0xE000;
 
-bool has_marks(std::u32string_view text) {
-  return text::find_character(text, MARK) != text::NPOS;
-}
+bool has_marks(std::u32string_view text) { return text::find_character(text, MARK) != text::NPOS; }
 
 // The joiners in force that the text may hold.
 std::vector<std::u32string> joiners_of(std::u32string_view text) {
@@ -75,9 +73,8 @@ std::vector<std::u32string> joiners_of(std::u32string_view text) {
 // Every occurrence, left to right without overlap; none of the empty word.
 std::vector<Edit> occurrences(std::u32string_view text, std::u32string_view word) {
   std::vector<Edit> out;
-  if (word.empty()) return out;
-  for (auto at = text.find(word); at != std::u32string_view::npos;
-       at = text.find(word, at + word.size())) {
+  for (auto at = text::find_rare(text, word); at != text::NPOS;
+       at = text::find_rare(text, word, at + word.size())) {
     out.push_back({static_cast<Offset>(at), static_cast<Offset>(at + word.size()), {}});
   }
   return out;
@@ -155,7 +152,7 @@ void strip_docx_joiner_sequences(MaskedText& text) {
 std::vector<Replacement> _clip_replacements_at_embedded_docx_joiners(
     std::vector<Replacement> replacements, std::u32string_view text) {
   for (const auto& joiner : joiners_of(text)) {
-    if (text.find(joiner) == std::u32string_view::npos) continue;
+    if (text::find_rare(text, joiner) == text::NPOS) continue;
     replacements = _split_replacements_at_joiner(std::move(replacements), text, joiner);
   }
   return replacements;

@@ -9,7 +9,7 @@ cd "$(dirname "$0")/.."
 layers='
 tests/support                      core
 tests                              tests/support cli documents core bench tools
-tools                              core/text
+tools                              core/text core/nlp/characters core/nlp/vocabulary_data core/recognition/nlp_artifacts
 bench                              tests/support core
 cli                                documents core
 documents                          core

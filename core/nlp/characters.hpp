@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 #include "core/text/unicode.hpp"
@@ -46,17 +48,23 @@ constexpr bool is_han(char32_t c) {
 }
 
 // The first offset from `from` on where one of the characters stands; the length of the
-// text if there is none. Several places are looked at together: for what is rare in a text.
+// text if there is none. Four places are looked at together: for what is rare in a text.
 template <char32_t... Characters>
 std::size_t find_rare(std::u32string_view text, std::size_t from) {
+  using Lanes [[gnu::vector_size(16)]] = std::uint32_t;
   constexpr std::size_t BLOCK = 16;
-  const auto is_one = [](char32_t c) { return (static_cast<unsigned>(c == Characters) | ...); };
+  constexpr std::size_t LANES = sizeof(Lanes) / sizeof(char32_t);
+  constexpr std::uint32_t WANTED[] = {Characters...};
   for (; from + BLOCK <= text.size(); from += BLOCK) {
-    unsigned any = 0;
-    for (std::size_t i = 0; i < BLOCK; ++i) any |= is_one(text[from + i]);
-    if (any != 0) break;
+    Lanes found{};
+    for (std::size_t i = from; i < from + BLOCK; i += LANES) {
+      Lanes some{};
+      std::memcpy(&some, text.data() + i, sizeof some);
+      for (const std::uint32_t c : WANTED) found |= static_cast<Lanes>(some == Lanes{} + c);
+    }
+    if ((found[0] | found[1] | found[2] | found[3]) != 0) break;
   }
-  while (from < text.size() && is_one(text[from]) == 0) ++from;
+  while (from < text.size() && ((text[from] != Characters) && ...)) ++from;
   return from;
 }
 

@@ -186,7 +186,7 @@ class ChinesePersonSearch {
     const std::size_t colon = t_.substr(from, stop - from).find(U':');
     if (colon != t_.npos) from += colon + 1;
     for (std::size_t at = from; at < stop;) {
-      const std::size_t comma = std::min(t_.find(U'、', at), stop);
+      const std::size_t comma = at + std::min(t_.substr(at, stop - at).find(U'、'), stop - at);
       const std::size_t end = many ? before_count(at, comma) : comma;
       std::size_t han = at;
       while (han < end && (is_han(t_[han]) || is_dot(t_[han]))) ++han;

@@ -146,7 +146,11 @@ bool is_room_character(char32_t c) { return text::is_ascii_alnum(c) || c == U'-'
 
 class ChinesePlaceSearch {
  public:
-  explicit ChinesePlaceSearch(const NlpArtifacts& a) : a_(a), t_(a.folded), reader_(a) {}
+  explicit ChinesePlaceSearch(const NlpArtifacts& a)
+      : a_(a), t_(a.folded), reader_(a), begins_(a.folded.size()) {
+    for (const auto& word : a.of(WordClass::CLAUSE_WORD)) begins_[word.start] |= CLAUSE_WORD;
+    for (const auto& body : a.of(WordClass::PUBLIC_BODY)) begins_[body.start] |= BODY;
+  }
 
   std::vector<RecognizerResult> run() {
     from_places();
@@ -663,6 +667,7 @@ class ChinesePlaceSearch {
   // 秦州区|市场监督|管理局: no part of an address goes on there.
   bool ends_in_body(std::size_t at) const {
     constexpr std::u32string_view ENDS = U"局院厅署会关庭";
+    if ((begins_[at] & BODY) == 0) return false;
     const std::size_t end = end_of_word_at(a_.of(WordClass::PUBLIC_BODY), at);
     return end > at && ENDS.find(t_[end - 1]) != ENDS.npos;
   }
@@ -695,7 +700,8 @@ class ChinesePlaceSearch {
   }
 
   bool is_clause_at(std::size_t i) const {
-    return end_of_word_at(a_.of(WordClass::CLAUSE_WORD), i) > i + 1;
+    return (begins_[i] & CLAUSE_WORD) != 0 &&
+           end_of_word_at(a_.of(WordClass::CLAUSE_WORD), i) > i + 1;
   }
 
   std::size_t unit_at(std::size_t i) const {
@@ -761,9 +767,14 @@ class ChinesePlaceSearch {
     return number && !goes_on ? end : at;
   }
 
+  // What begins at a place of the text
+  static constexpr std::uint8_t CLAUSE_WORD = 1U << 0U;
+  static constexpr std::uint8_t BODY = 1U << 1U;
+
   const NlpArtifacts& a_;
   std::u32string_view t_;
   NamePieceReader reader_;
+  std::vector<std::uint8_t> begins_;
   const AddressUnits& units_ = AddressUnits::instance();
   std::vector<RecognizerResult> out_;
 };

@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <deque>
-#include <set>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -48,16 +48,16 @@ bool is_filler(std::u32string_view text, std::size_t i) {
 class Squeezed {
  public:
   explicit Squeezed(std::u32string_view text) {
-    squeezed_.reserve(text.size());
-    place_.reserve(text.size());
+    squeezed_.resize(text.size());
+    place_.resize(text.size());
+    std::size_t size = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-      const bool left_out =
-          is_blank(text[i]) ? !ends_paragraph(text, i) : is_stop_behind_word(text, i);
-      if (!left_out) {
-        squeezed_.push_back(lower(text[i]));
-        place_.push_back(static_cast<std::uint32_t>(i));
-      }
+      if (!text::is_ideograph(text[i]) && is_left_out(text, i)) continue;
+      squeezed_[size] = lower(text[i]);
+      place_[size] = static_cast<std::uint32_t>(i);
+      ++size;
     }
+    squeezed_.resize(size);
   }
 
   std::u32string_view text() const { return squeezed_; }
@@ -66,6 +66,10 @@ class Squeezed {
   std::size_t end(std::size_t at) const { return place_[at - 1] + 1; }
 
  private:
+  static bool is_left_out(std::u32string_view text, std::size_t i) {
+    return is_blank(text[i]) ? !ends_paragraph(text, i) : is_stop_behind_word(text, i);
+  }
+
   // An empty line follows, or what is no word.
   static bool ends_paragraph(std::u32string_view text, std::size_t i) {
     if (text[i] != U'\n') return false;
@@ -110,7 +114,7 @@ class Mentions {
     for (const auto& r : results_) {
       if (!is_name_type(r.entity_type)) continue;
       const auto surface = text::slice(t_, r.start, r.end);
-      if (!seen_.emplace(surface, r.entity_type).second) continue;
+      if (!seen_[r.entity_type].insert(surface).second) continue;
       if (may_spread(r, surface)) add({std::u32string(surface), r.entity_type, false});
       for (auto& form : short_forms_of(a_, r)) add(std::move(form));
     }
@@ -153,10 +157,24 @@ class Mentions {
         found.push_back(f);
       }
     });
-    std::sort(found.begin(), found.end(), [](const Found& x, const Found& y) {
-      return x.start != y.start ? x.start < y.start : x.end > y.end;
-    });
+    sort_by_start(found);
     report(found, everyday);
+  }
+
+  // What was found comes by its ends, so that little stands far from its place.
+  static void sort_by_start(std::vector<Found>& found) {
+    constexpr std::size_t FEW = 4;
+    const auto before = [](const Found& x, const Found& y) {
+      return x.start != y.start ? x.start < y.start : x.end > y.end;
+    };
+    std::size_t moves = 0;
+    for (std::size_t i = 1; i < found.size() && moves <= FEW * found.size(); ++i) {
+      const Found at = found[i];
+      std::size_t to = i;
+      for (; to > 0 && before(at, found[to - 1]); --to, ++moves) found[to] = found[to - 1];
+      found[to] = at;
+    }
+    if (moves > FEW * found.size()) std::sort(found.begin(), found.end(), before);
   }
 
   void report(const std::vector<Found>& found, const std::vector<bool>& everyday) {
@@ -300,7 +318,8 @@ class Mentions {
   std::u32string key_;  // of the form at hand
   std::vector<ShortForm> forms_;
   std::unordered_set<std::u32string_view> index_;  // of keys_
-  std::set<std::pair<std::u32string_view, std::string_view>> seen_;
+  // The surfaces of each type
+  std::unordered_map<std::string, std::unordered_set<std::u32string_view>> seen_;
 };
 
 }  // namespace

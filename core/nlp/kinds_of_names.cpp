@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <set>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -126,12 +126,14 @@ class Kinds {
 void join_partners(const NlpArtifacts& a, std::vector<RecognizerResult>& results) {
   const std::u32string_view t = a.folded;
   constexpr std::u32string_view AND = U" & ";
-  std::set<std::ptrdiff_t> starts;
-  for (const auto& r : results) starts.insert(r.start);
+  std::unordered_set<std::ptrdiff_t> starts;  // empty until they are asked for
   for (auto& r : results) {
     const auto end = static_cast<std::size_t>(r.end);
     if (r.entity_type != PERSON || !is_latin_letter(t[end - 1]) || !t.substr(end).starts_with(AND))
       continue;
+    if (starts.empty()) {
+      for (const auto& other : results) starts.insert(other.start);
+    }
     const std::size_t next = end + AND.size();
     const Token word = token_after(t, next);
     if (word.empty() || word.start != next || !is_upper(t[next]) || word.end < next + 3 ||
@@ -155,15 +157,19 @@ std::vector<RecognizerResult> agree_on_kinds(const NlpArtifacts& artifacts,
     return text::case_fold(text::slice(artifacts.folded, hit.start, hit.end));
   };
   Kinds kinds;
-  std::set<std::pair<std::ptrdiff_t, std::ptrdiff_t>> persons;
-  std::set<std::pair<std::ptrdiff_t, std::ptrdiff_t>> organizations;
+  // A text is shorter than 2^32.
+  const auto span_of = [](const RecognizerResult& hit) {
+    return static_cast<std::uint64_t>(hit.start) << 32U | static_cast<std::uint64_t>(hit.end);
+  };
+  std::unordered_set<std::uint64_t> persons;
+  std::unordered_set<std::uint64_t> organizations;
   for (const auto& hit : results) {
-    if (hit.entity_type == PERSON && persons.emplace(hit.start, hit.end).second) {
+    if (hit.entity_type == PERSON && persons.insert(span_of(hit)).second) {
       kinds.add_person(surface_of(hit));
     }
   }
   for (const auto& hit : results) {
-    if (hit.entity_type == ORGANIZATION && organizations.emplace(hit.start, hit.end).second) {
+    if (hit.entity_type == ORGANIZATION && organizations.insert(span_of(hit)).second) {
       kinds.add_organization(surface_of(hit));
     }
   }

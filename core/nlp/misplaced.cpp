@@ -80,6 +80,11 @@ void drop_nested(const std::vector<RecognizerResult*>& sorted) {
 // Ngozi Young of Aire Valley University: a person and a firm. Not Bank of Cyprus.
 void part_persons_from_firms(std::u32string_view t, std::vector<RecognizerResult>& results) {
   constexpr std::u32string_view OF = U" of ";
+  const bool any = std::any_of(results.begin(), results.end(), [&](const auto& r) {
+    return r.entity_type == entity_type::ORGANIZATION &&
+           text::slice(t, r.start, r.end).find(OF) != t.npos;
+  });
+  if (!any) return;
   std::unordered_map<anonymization::Offset, anonymization::Offset> person_ends;
   for (const auto& r : results) {
     if (r.entity_type == entity_type::PERSON) person_ends.emplace(r.start, r.end);

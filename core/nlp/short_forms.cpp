@@ -1,5 +1,8 @@
 #include "core/nlp/short_forms.hpp"
 
+#include <cstdint>
+
+#include "core/nlp/character_table.hpp"
 #include "core/nlp/company_short_forms.hpp"
 #include "core/nlp/contract_language.hpp"
 #include "core/nlp/hits.hpp"
@@ -34,6 +37,45 @@ const Regex RE_TRANSLATION("RE_TRANSLATION",
 const Regex RE_UNQUOTED("RE_UNQUOTED",
                         UR"(简称(?:为)?[: ]?([\u4e00-\u9fffA-Za-z]{2,12})(?=[)，,]))",
                         Regex::Scanned::YES);
+
+// Where the patterns above may begin.
+class Openings {
+ public:
+  explicit Openings(std::u32string_view text) {
+    static const CharacterBits<std::uint8_t> signs(
+        {{U"\"“「『'【‘", QUOTE}, {U"(", BRACKET}, {U"简", SHORT_NAME}});
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      const std::uint8_t sign = signs.of(text[i]);
+      if (sign == 0) continue;
+      if (sign == QUOTE) quotes_.push_back(i);
+      if (sign == BRACKET) behind_brackets_.push_back(i + 1);
+      if (sign == SHORT_NAME) short_names_.push_back(i);
+    }
+  }
+
+  const std::vector<std::size_t>& quotes() const { return quotes_; }
+  const std::vector<std::size_t>& behind_brackets() const { return behind_brackets_; }
+  const std::vector<std::size_t>& short_names() const { return short_names_; }
+
+ private:
+  enum Sign : std::uint8_t { QUOTE = 1U << 0U, BRACKET = 1U << 1U, SHORT_NAME = 1U << 2U };
+
+  std::vector<std::size_t> quotes_;
+  std::vector<std::size_t> behind_brackets_;
+  std::vector<std::size_t> short_names_;
+};
+
+// All matches of a pattern that begins at `places` only.
+std::vector<text::Match> find_all_at(const Regex& regex, std::u32string_view text,
+                                     const std::vector<std::size_t>& places) {
+  std::vector<text::Match> out;
+  for (const std::size_t at : places) {
+    if (!out.empty() && at < out.back().end()) continue;
+    if (at >= text.size()) break;
+    if (const auto m = regex.match_at(text, at)) out.push_back(*m);
+  }
+  return out;
+}
 
 constexpr auto GENERIC_ALIASES = text::words(
     {U"贵公司",   U"贵司",     U"我司",     U"我公司",   U"本公司",     U"贵方",     U"我方",
@@ -242,20 +284,24 @@ std::vector<ShortForm> short_forms_of(const NlpArtifacts& a, const RecognizerRes
 std::vector<ShortForm> defined_short_forms(const NlpArtifacts& a,
                                            const std::vector<RecognizerResult>& results) {
   const Definitions definitions(a, results);
+  const Openings openings(a.folded);
   std::vector<ShortForm> out;
   add_abbreviations(a, results, out);
-  for (const auto& m : RE_TRANSLATION.find_all(a.folded, a.index)) {
+  for (const auto& m : find_all_at(RE_TRANSLATION, a.folded, openings.behind_brackets())) {
     if (is_touched(a.of(WordClass::TRADE_WORD), m.end(1) - 1, m.end(1)) && definitions.defines(m)) {
       out.push_back({std::u32string(m.text(1)), std::string(entity_type::ORGANIZATION)});
     }
   }
-  for (const Regex* regex : {&RE_QUOTED, &RE_UNQUOTED, &RE_ACRONYM}) {
-    for (const auto& m : regex->find_all(a.folded, a.index)) {
+  const auto add_defined = [&](const Regex& regex, const std::vector<std::size_t>& places) {
+    for (const auto& m : find_all_at(regex, a.folded, places)) {
       if (definitions.defines(m)) {
         out.push_back({std::u32string(m.text(1)), std::string(entity_type::ORGANIZATION)});
       }
     }
-  }
+  };
+  add_defined(RE_QUOTED, openings.quotes());
+  add_defined(RE_UNQUOTED, openings.short_names());
+  add_defined(RE_ACRONYM, openings.behind_brackets());
   return out;
 }
 

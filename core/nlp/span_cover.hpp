@@ -17,16 +17,16 @@ class SpanCover {
 
   // Sorts and joins what was added; touching spans stay apart.
   void finish() {
-    std::sort(spans_.begin(), spans_.end());
-    std::vector<std::pair<anonymization::Offset, anonymization::Offset>> joined;
+    sort();
+    std::size_t joined = 0;
     for (const auto& s : spans_) {
-      if (!joined.empty() && s.first < joined.back().second) {
-        joined.back().second = std::max(joined.back().second, s.second);
+      if (joined > 0 && s.first < spans_[joined - 1].second) {
+        spans_[joined - 1].second = std::max(spans_[joined - 1].second, s.second);
       } else {
-        joined.push_back(s);
+        spans_[joined++] = s;
       }
     }
-    spans_ = std::move(joined);
+    spans_.resize(joined);
   }
 
   bool contains(anonymization::Offset start, anonymization::Offset end) const {
@@ -46,6 +46,13 @@ class SpanCover {
   }
 
  private:
+  // Most lists of hits are sorted but for what was found last.
+  void sort() {
+    const auto rest = std::is_sorted_until(spans_.begin(), spans_.end());
+    std::sort(rest, spans_.end());
+    std::inplace_merge(spans_.begin(), rest, spans_.end());
+  }
+
   // The last span that begins at `at` or before.
   std::vector<std::pair<anonymization::Offset, anonymization::Offset>>::const_iterator before(
       anonymization::Offset at) const {

@@ -20,14 +20,13 @@ DenyList::DenyList(std::span<const std::u32string> words) : words_(make_search(w
 std::vector<std::pair<std::size_t, std::size_t>> DenyList::find(std::u32string_view text) const {
   std::vector<std::pair<std::size_t, std::size_t>> found;
   if (words_.empty()) return found;
-  std::u32string folded(text);
-  std::transform(folded.begin(), folded.end(), folded.begin(), fold_letter);
-  words_.scan(folded, [&](const text::MultiPattern::Hit& hit) {
-    if (!stands_alone(folded, hit.start, hit.end)) return;
+  const auto take = [&](const text::MultiPattern::Hit& hit) {
+    if (!stands_alone(text, hit.start, hit.end, fold_letter)) return;
     if (!found.empty() && found.back().second == hit.end) return;  // the longest came first
     while (!found.empty() && found.back().first >= hit.start) found.pop_back();
     found.emplace_back(hit.start, hit.end);
-  });
+  };
+  words_.scan(text, take, fold_letter);
   return found;
 }
 

@@ -14,6 +14,7 @@ void MultiPattern::build(std::span<const std::u32string_view> patterns) {
   std::vector<Edge> edges;
   nodes_.emplace_back();
   roots_.push_back(0);
+  classes_.resize(std::size_t{1} << PAGE_BITS);
   for (std::size_t i = 0; i < patterns.size(); ++i) {
     if (!patterns[i].empty()) insert(patterns[i], static_cast<std::uint32_t>(i), edges);
   }
@@ -21,10 +22,14 @@ void MultiPattern::build(std::span<const std::u32string_view> patterns) {
 }
 
 std::uint32_t MultiPattern::intern(char32_t c) {
+  constexpr std::size_t PAGE = std::size_t{1} << PAGE_BITS;
   const std::size_t page = c >> PAGE_BITS;
   if (page >= pages_.size()) pages_.resize(page + 1);
-  if (pages_[page].empty()) pages_[page].resize(std::size_t{1} << PAGE_BITS);
-  auto& cls = pages_[page][c & ((1U << PAGE_BITS) - 1)];
+  if (pages_[page] == 0) {
+    pages_[page] = static_cast<std::uint32_t>(classes_.size());
+    classes_.resize(classes_.size() + PAGE);
+  }
+  auto& cls = classes_[pages_[page] + c % PAGE];
   if (cls == 0) {
     cls = static_cast<std::uint32_t>(roots_.size());
     roots_.push_back(0);

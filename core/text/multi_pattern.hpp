@@ -36,7 +36,12 @@ class MultiPattern {
   void scan(std::u32string_view text, Visit visit, Map map) const {
     std::uint32_t state = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-      state = step(state, map(text[i]));
+      const std::uint32_t cls = class_of(map(text[i]));
+      if (cls == 0) {  // most characters of a text stand in no word
+        state = 0;
+        continue;
+      }
+      state = step(state, cls);
       for (std::uint32_t s = nodes_[state].reports; s != 0; s = nodes_[nodes_[s].fail].reports) {
         visit(Hit{nodes_[s].pattern, i + 1 - nodes_[s].depth, i + 1});
       }
@@ -113,16 +118,14 @@ class MultiPattern {
   // The number of a character that stands in some word; 0 for all others.
   std::uint32_t class_of(char32_t c) const {
     const std::size_t page = c >> PAGE_BITS;
-    if (page >= pages_.size() || pages_[page].empty()) return 0;
-    return pages_[page][c & ((1U << PAGE_BITS) - 1)];
+    if (page >= pages_.size()) return 0;
+    return classes_[pages_[page] + (c & ((1U << PAGE_BITS) - 1))];
   }
 
   std::uint32_t child(std::uint32_t state, std::uint32_t cls) const {
     return state == 0 ? roots_[cls] : edges_.find(state, cls);
   }
-  std::uint32_t step(std::uint32_t state, char32_t c) const {
-    const std::uint32_t cls = class_of(c);
-    if (cls == 0) return 0;
+  std::uint32_t step(std::uint32_t state, std::uint32_t cls) const {
     while (true) {
       const std::uint32_t next = child(state, cls);
       if (next != 0 || state == 0) return next;
@@ -131,8 +134,9 @@ class MultiPattern {
   }
 
   std::vector<Node> nodes_;
-  std::vector<std::vector<std::uint32_t>> pages_;
-  std::vector<std::uint32_t> roots_;  // child of the root, by character class
+  std::vector<std::uint32_t> pages_;    // where the page begins in classes_
+  std::vector<std::uint32_t> classes_;  // the first page is empty
+  std::vector<std::uint32_t> roots_;    // child of the root, by character class
   EdgeTable edges_;
 };
 

@@ -220,7 +220,7 @@ class PatternScan::Run {
   // A pattern that may begin nearly anywhere is better searched for by itself.
   void drop_frequent(std::size_t so_far) {
     constexpr std::size_t FEW = 1024;
-    constexpr std::size_t WORTH = 10;  // code points passed over for each place
+    constexpr std::size_t WORTH = 5;  // code points passed over for each place
     for (std::size_t bit = 0; bit < found_.size(); ++bit) {
       if (found_[bit].size() <= FEW + so_far / WORTH) continue;
       for (auto& wanted : kinds_) wanted[bit / WORD] &= ~(std::uint64_t{1} << (bit % WORD));

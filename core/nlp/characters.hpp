@@ -1,11 +1,6 @@
 // Facts about single characters that the name finders share.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <cstring>
-#include <string_view>
-
 #include "core/text/unicode.hpp"
 
 namespace core::nlp {
@@ -45,27 +40,6 @@ constexpr bool is_dot(char32_t c) { return c == U'·' || c == U'•' || c == U'�
 constexpr bool is_han(char32_t c) {
   if (c < 0x3400) return false;
   return text::is_ideograph(c) || c <= 0x4DBF || (c >= 0x20000 && c <= 0x3FFFF);
-}
-
-// The first offset from `from` on where one of the characters stands; the length of the
-// text if there is none. Four places are looked at together: for what is rare in a text.
-template <char32_t... Characters>
-std::size_t find_rare(std::u32string_view text, std::size_t from) {
-  using Lanes [[gnu::vector_size(16)]] = std::uint32_t;
-  constexpr std::size_t BLOCK = 16;
-  constexpr std::size_t LANES = sizeof(Lanes) / sizeof(char32_t);
-  constexpr std::uint32_t WANTED[] = {Characters...};
-  for (; from + BLOCK <= text.size(); from += BLOCK) {
-    Lanes found{};
-    for (std::size_t i = from; i < from + BLOCK; i += LANES) {
-      Lanes some{};
-      std::memcpy(&some, text.data() + i, sizeof some);
-      for (const std::uint32_t c : WANTED) found |= static_cast<Lanes>(some == Lanes{} + c);
-    }
-    if ((found[0] | found[1] | found[2] | found[3]) != 0) break;
-  }
-  while (from < text.size() && ((text[from] != Characters) && ...)) ++from;
-  return from;
 }
 
 }  // namespace core::nlp

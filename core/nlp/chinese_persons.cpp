@@ -10,6 +10,7 @@
 #include "core/nlp/hits.hpp"
 #include "core/nlp/name_evidence.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/rare_characters.hpp"
 #include "core/nlp/span_cover.hpp"
 #include "core/nlp/vocabulary.hpp"
 #include "core/nlp/word_segmentation.hpp"
@@ -336,7 +337,11 @@ class ChinesePersonSearch {
         break;
       }
     }
-    if (surnames.empty()) return;
+    if (!surnames.empty()) forms_of_address(surnames, named);
+  }
+
+  void forms_of_address(const std::unordered_set<std::u32string_view>& surnames,
+                        const SpanCover& named) {
     static const CharacterBits<std::uint8_t> parts(
         {{U"老小", NICKNAME}, {SHORT_TITLES, SHORT_TITLE}});
     for (std::size_t at = 0; at + 1 < t_.size(); ++at) {
@@ -457,7 +462,7 @@ class ChinesePersonSearch {
 
   void dotted_names() {
     const auto next = [&](std::size_t from) {
-      return find_rare<U'·', U'•', U'・', char32_t{0x2027}>(t_, from);  // see is_dot
+      return find_rare(t_, from, {U'·', U'•', U'・', 0x2027});  // see is_dot
     };
     std::size_t done = 0;
     for (std::size_t i = next(1); i + 1 < t_.size(); i = next(i + 1)) {

@@ -9,6 +9,7 @@
 #include "core/nlp/hits.hpp"
 #include "core/nlp/name_finders.hpp"
 #include "core/nlp/name_pieces.hpp"
+#include "core/nlp/rare_characters.hpp"
 #include "core/nlp/word_segmentation.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/word_set.hpp"
@@ -386,7 +387,7 @@ class ChinesePlaceSearch {
   void by_shape() {
     constexpr std::u32string_view GENERIC = U"装卸目的运起中转到达本各该进出口空海群半";
     const auto next = [&](std::size_t from) {
-      return find_rare<U'岛', U'港', U'镇', U'县'>(t_, from);
+      return find_rare(t_, from, {U'岛', U'港', U'镇', U'县'});
     };
     for (std::size_t i = next(2); i < t_.size(); i = next(i + 1)) {
       if (is_word_behind(i + 1)) continue;

@@ -154,7 +154,8 @@ enum Sign : std::uint16_t {
   SHORT_OFFICE = 1U << 8U,
   PLACE_UNIT = 1U << 9U,
   BEGINS_JAPANESE_SURNAME = 1U << 10U,
-  BEFORE_JAPANESE_NAME = 1U << 11U
+  BEFORE_JAPANESE_NAME = 1U << 11U,
+  BEGINS_SURNAME = 1U << 12U
 };
 
 const CharacterBits<std::uint16_t>& signs() {
@@ -171,6 +172,8 @@ const CharacterBits<std::uint16_t>& signs() {
                                       {PLACE_UNITS, PLACE_UNIT},
                                       {U"由与和向对经及请", BEFORE_JAPANESE_NAME}});
     for (const auto& name : japanese_surnames()) out.add(name.front(), BEGINS_JAPANESE_SURNAME);
+    NameCharacters::instance().each_surname_beginning(
+        [&](char32_t c) { out.add(c, BEGINS_SURNAME); });
     return out;
   }();
   return table;
@@ -282,16 +285,20 @@ class ChineseProseSearch {
 
   void collect() {
     for (std::size_t at = 0; at + 1 < t_.size(); ++at) {
-      const bool japanese = is(t_[at], BEGINS_JAPANESE_SURNAME);
-      const bool chinese = names_.of(t_[at]).begins_surname && !has(at, TAKEN);
-      if ((!chinese && !japanese) || !is_han(t_[at]) || !is_han(t_[at + 1])) continue;
-      std::size_t surname = chinese ? names_.surname_length(t_, at) : 0;
-      if (surname == 0 && !japanese) continue;
-      const Evidence left = left_weight(at);
-      if (left == NEVER || (japanese && try_japanese(at, left))) continue;
-      for (; surname > 0; --surname) {
-        for (std::size_t given = 1; given <= 2; ++given) try_name(at, surname, given, left);
-      }
+      const unsigned signs = signs_.of(t_[at]);
+      if ((signs & (BEGINS_SURNAME | BEGINS_JAPANESE_SURNAME)) == 0) continue;
+      if (is_han(t_[at]) && is_han(t_[at + 1])) collect_at(at);
+    }
+  }
+
+  void collect_at(std::size_t at) {
+    const bool japanese = is(t_[at], BEGINS_JAPANESE_SURNAME);
+    std::size_t surname = has(at, TAKEN) ? 0 : names_.surname_length(t_, at);
+    if (!japanese && (surname == 0 || (surname == 1 && !may_be_given(at + 1)))) return;
+    const Evidence left = left_weight(at);
+    if (left == NEVER || (japanese && try_japanese(at, left))) return;
+    for (; surname > 0; --surname) {
+      for (std::size_t given = 1; given <= 2; ++given) try_name(at, surname, given, left);
     }
   }
 
@@ -337,9 +344,14 @@ class ChineseProseSearch {
     return false;
   }
 
+  // What name_evidence refuses at once, and what a longer word has taken.
+  bool may_be_given(std::size_t at) const {
+    return is_han(t_[at]) && !names_.of(t_[at]).never_in_name && !has(at, TAKEN);
+  }
+
   void try_name(std::size_t at, std::size_t surname, std::size_t given, Evidence left) {
     const std::size_t end = at + surname + given;
-    if (end > t_.size() || (all_of(at, end) & TAKEN) != 0) return;
+    if (end > t_.size() || !may_be_given(end - 1) || (all_of(at, end) & TAKEN) != 0) return;
     const Evidence right = right_weight(end);
     if (right == NEVER) return;
     const Evidence inside = inner_weight(at, surname, end, POSSIBLE - left - right);

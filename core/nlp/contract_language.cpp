@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "core/nlp/characters.hpp"
+#include "core/nlp/rare_characters.hpp"
 #include "core/text/lexicon.hpp"
 #include "core/text/word_set.hpp"
 
@@ -75,8 +76,8 @@ bool is_small_word(std::u32string_view word) { return SMALL_WORDS.contains(lower
 std::u32string unwrapped(std::u32string_view folded) {
   std::u32string out(folded);
   std::size_t line = 0;
-  for (std::size_t i = find_rare<U'\n'>(out, 0); i + 1 < out.size();
-       i = find_rare<U'\n'>(out, i + 1)) {
+  for (std::size_t i = find_rare(out, 0, U'\n'); i + 1 < out.size();
+       i = find_rare(out, i + 1, U'\n')) {
     const auto before = std::u32string_view(out).substr(line, i - line);
     const bool goes_on = is_latin_letter(out[i + 1]) || text::is_ascii_digit(out[i + 1]);
     line = i + 1;

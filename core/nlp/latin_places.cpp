@@ -6,6 +6,7 @@
 #include "core/nlp/latin_lexicon.hpp"
 #include "core/nlp/latin_tokens.hpp"
 #include "core/nlp/name_finders.hpp"
+#include "core/nlp/rare_characters.hpp"
 #include "core/text/lexicon.hpp"
 #include "core/text/regex.hpp"
 #include "core/text/word_set.hpp"
@@ -132,7 +133,7 @@ std::u32string prepared(const NlpArtifacts& a) {
   const std::u32string_view folded = a.folded;
   std::u32string out = unwrapped(folded);
   const auto next_ordinal = [&](std::size_t from) {
-    return find_rare<char32_t{0xBA}, char32_t{0xAA}, char32_t{0xB0}>(out, from);
+    return find_rare(out, from, {0xBA, 0xAA, 0xB0, 0xB0});
   };
   for (std::size_t i = next_ordinal(0); i < out.size(); i = next_ordinal(i + 1)) out[i] = U'o';
   for (const auto& m : RE_CITY_LINE.find_all(folded, a.index)) {

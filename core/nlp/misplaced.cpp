@@ -4,6 +4,7 @@
 
 #include "core/nlp/characters.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/rare_characters.hpp"
 #include "core/nlp/refinements.hpp"
 #include "core/nlp/span_cover.hpp"
 #include "core/text/regex.hpp"
@@ -125,10 +126,10 @@ void drop_parts_of_names(std::vector<RecognizerResult>& results) {
 
 SpanCover titles_of_laws(std::u32string_view text) {
   SpanCover titles;
-  for (std::size_t at = find_rare<U'《'>(text, 0); at < text.size();) {
+  for (std::size_t at = find_rare(text, 0, U'《'); at < text.size();) {
     const auto m = RE_LAW.match_at(text, at);
     if (m) titles.add(static_cast<std::ptrdiff_t>(at), static_cast<std::ptrdiff_t>(m->end()));
-    at = find_rare<U'《'>(text, m ? m->end() : at + 1);
+    at = find_rare(text, m ? m->end() : at + 1, U'《');
   }
   titles.finish();
   return titles;

@@ -157,7 +157,6 @@ NameCharacters::NameCharacters()
   }
   for (NameCharacterFacts& c : facts_) {
     c.is_surname = c.is_surname || c.listed_surname || c.surname >= 0;
-    c.begins_surname = c.is_surname || c.begins_compound;
   }
   for (const char32_t c : NEVER_BETWEEN_WORDS_OF_NAMES) at(c)->never_in_name = true;
 }

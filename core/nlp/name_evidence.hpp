@@ -26,7 +26,6 @@ struct NameCharacterFacts {
   std::int8_t last = 0;            // as the last one
   std::uint8_t cost = 0;           // as a word
   bool listed_surname : 1 = false;
-  bool begins_surname : 1 = false;   // is one, or the first character of one
   bool begins_compound : 1 = false;  // 欧 of 欧阳
   bool is_surname : 1 = false;
   bool never_in_name : 1 = false;  // joins words to sentences
@@ -42,6 +41,16 @@ class NameCharacters {
   const NameCharacterFacts& of(char32_t c) const {
     const std::size_t i = c - FIRST;
     return c >= FIRST && i < facts_.size() ? facts_[i] : other_;
+  }
+
+  // Calls visit(c) for each character that is a surname or the first one of some.
+  template <class Visit>
+  void each_surname_beginning(Visit visit) const {
+    for (std::size_t i = 0; i < facts_.size(); ++i) {
+      if (facts_[i].is_surname || facts_[i].begins_compound) {
+        visit(static_cast<char32_t>(FIRST + i));
+      }
+    }
   }
 
   // See surname_length.

@@ -7,6 +7,7 @@
 
 #include "core/nlp/characters.hpp"
 #include "core/nlp/hits.hpp"
+#include "core/nlp/rare_characters.hpp"
 
 namespace core::nlp {
 namespace {
@@ -34,8 +35,8 @@ class TableReader {
     const std::u32string_view t = artifacts_.folded;
     std::size_t tab = 0;  // the first one from the line on
     for (std::size_t line = 0; line < t.size();) {
-      const std::size_t stop = find_rare<U'\n'>(t, line);
-      if (tab < line || line == 0) tab = find_rare<U'\t'>(t, line);
+      const std::size_t stop = find_rare(t, line, U'\n');
+      if (tab < line || line == 0) tab = find_rare(t, line, U'\t');
       if (tab < stop) {
         read_line(line, stop);
       } else {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/nlp/characters.hpp"
+#include "core/nlp/rare_characters.hpp"
 #include "core/nlp/table_labels.hpp"
 #include "core/nlp/vocabulary_data.hpp"
 #include "core/nlp/word_segmentation.hpp"
@@ -35,9 +36,9 @@ class VocabularyScan {
   explicit VocabularyScan(NlpArtifacts& out) : out_(out), t_(out.folded) {}
 
   void run() {
-    labels_.reserve(t_.size());
-    for (const char32_t c : t_) {
-      labels_.push_back(static_cast<std::uint16_t>(words_.label(lower(c))));
+    labels_.resize(t_.size());
+    for (std::size_t i = 0; i < t_.size(); ++i) {
+      labels_[i] = static_cast<std::uint16_t>(words_.label(lower(t_[i])));
     }
     for (std::size_t at = 0; at < t_.size(); ++at) {
       if (labels_[at] == 0 || begins_within_word(at)) continue;
@@ -123,7 +124,7 @@ void VocabularyScan::drop_labels_in_labels() {
 
 void find_numbers(NlpArtifacts& out) {
   const std::u32string_view t = out.folded;
-  for (std::size_t i = find_rare<U'@'>(t, 0); i < t.size(); i = find_rare<U'@'>(t, i + 1)) {
+  for (std::size_t i = find_rare(t, 0, U'@'); i < t.size(); i = find_rare(t, i + 1, U'@')) {
     out.at_signs.push_back(i);
   }
   for (const std::size_t start : out.index.first_ones()) {

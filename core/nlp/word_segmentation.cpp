@@ -125,7 +125,8 @@ class KnownRuns {
     const bool found = known.end - known.start == end - start &&
                        text_.substr(known.start, end - start) == text_.substr(start, end - start);
     if (!found) {
-      known = {start, end, out.size()};
+      known = {static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(end),
+               static_cast<std::uint32_t>(out.size())};
       return false;
     }
     const auto distance = static_cast<std::uint32_t>(start - known.start);
@@ -140,11 +141,11 @@ class KnownRuns {
 
  private:
   struct Run {
-    std::size_t start = 0;
-    std::size_t end = 0;
-    std::size_t first_word = 0;
+    std::uint32_t start = 0;
+    std::uint32_t end = 0;
+    std::uint32_t first_word = 0;
   };
-  static constexpr unsigned BITS = 11;
+  static constexpr unsigned BITS = 13;
 
   static std::uint64_t hash(std::u32string_view run) {
     constexpr std::uint64_t MULTIPLIER = 0x9E3779B97F4A7C15;

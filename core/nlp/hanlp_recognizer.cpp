@@ -28,6 +28,7 @@ HanlpRecognizer::HanlpRecognizer(std::string supported_language,
 }
 
 std::vector<RecognizerResult> HanlpRecognizer::analyze(const NlpArtifacts& artifacts) const {
+  if (client_ == nullptr) return NlpEntityRecognizer::analyze(artifacts);
   std::vector<RecognizerResult> results;
   for (auto& hit : explain(artifacts)) results.push_back(std::move(hit.result));
   return results;

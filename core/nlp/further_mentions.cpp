@@ -49,21 +49,24 @@ class Squeezed {
  public:
   explicit Squeezed(std::u32string_view text) {
     squeezed_.resize(text.size());
-    place_.resize(text.size());
     std::size_t size = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
-      if (!text::is_ideograph(text[i]) && is_left_out(text, i)) continue;
-      squeezed_[size] = lower(text[i]);
-      place_[size] = static_cast<std::uint32_t>(i);
-      ++size;
+      if (!text::is_ideograph(text[i]) && is_left_out(text, i)) {
+        gaps_.push_back(static_cast<std::uint32_t>(size));
+      } else {
+        squeezed_[size++] = lower(text[i]);
+      }
     }
     squeezed_.resize(size);
   }
 
   std::u32string_view text() const { return squeezed_; }
   // Of a part of the squeezed text, where it begins and ends in the text.
-  std::size_t start(std::size_t at) const { return place_[at]; }
-  std::size_t end(std::size_t at) const { return place_[at - 1] + 1; }
+  std::size_t start(std::size_t at) const {
+    const auto behind = std::upper_bound(gaps_.begin(), gaps_.end(), at);
+    return at + static_cast<std::size_t>(behind - gaps_.begin());
+  }
+  std::size_t end(std::size_t at) const { return start(at - 1) + 1; }
 
  private:
   static bool is_left_out(std::u32string_view text, std::size_t i) {
@@ -79,7 +82,7 @@ class Squeezed {
   }
 
   std::u32string squeezed_;
-  std::vector<std::uint32_t> place_;
+  std::vector<std::uint32_t> gaps_;  // where in it something was left out, each time
 };
 
 class Mentions {
@@ -179,6 +182,7 @@ class Mentions {
 
   void report(const std::vector<Found>& found, const std::vector<bool>& everyday) {
     std::size_t covered = 0;
+    results_.reserve(results_.size() + found.size());
     for (const Found& f : found) {
       const ShortForm& form = forms_[f.form];
       if (f.start < covered || (form.single_word && everyday[f.form])) continue;

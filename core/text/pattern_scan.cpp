@@ -20,24 +20,18 @@ class PatternScanBuilder {
   explicit PatternScanBuilder(PatternScan& out) : out_(out) {}
 
   void add(const PatternScan::Item& item) {
-    if (out_.ids_.size() == PatternScan::CAPACITY) return;
     const auto tree = read_pattern(item.pattern);
     if (!tree) return;
-    PatternMoves moves(*tree);
-    if (!moves.is_usable()) return;
-    bit_ = out_.ids_.size();
-    out_.ids_.push_back(item.id);
-    const auto kinds =
+    const auto alternatives = alternatives_of(*tree);
+    if (out_.item_of_bit_.size() + alternatives.size() > PatternScan::CAPACITY) return;
+    std::vector<PatternMoves> moves;
+    for (const auto* alternative : alternatives) {
+      if (!moves.emplace_back(*alternative).is_usable()) return;
+    }
+    kinds_ =
         static_cast<SearchIndex::Kinds>(item.where & kinds_by_look_behind(item.pattern, *tree));
-    for (unsigned k = 0; k < SearchIndex::COUNT; ++k) {
-      if ((kinds >> k & 1U) != 0) flip(out_.kinds_[k]);
-    }
-    flip(out_.start_.before);
-    add_edges(characters_before(*tree), BEFORE);
-    auto places = moves.first();
-    for (std::size_t depth = 0; depth < PatternScan::DEPTH; ++depth) {
-      places = add_depth(moves, places, depth);
-    }
+    for (std::size_t i = 0; i < moves.size(); ++i) add_alternative(*alternatives[i], moves[i]);
+    out_.ids_.push_back(item.id);
   }
 
   // Cuts the characters where a set begins or ends.
@@ -70,6 +64,33 @@ class PatternScanBuilder {
     std::uint16_t bit;
     std::uint16_t depth;
   };
+
+  // Of few alternatives each has a bit of its own: what one takes first and another
+  // second would pass for both.
+  static std::vector<const PatternNode*> alternatives_of(const PatternNode& tree) {
+    constexpr std::size_t FEW = 4;
+    std::vector<const PatternNode*> out;
+    if (tree.kind == PatternNode::Kind::CHOICE && tree.parts.size() <= FEW) {
+      for (const auto& part : tree.parts) out.push_back(&part);
+    } else {
+      out.push_back(&tree);
+    }
+    return out;
+  }
+
+  void add_alternative(const PatternNode& tree, PatternMoves& moves) {
+    bit_ = out_.item_of_bit_.size();
+    out_.item_of_bit_.push_back(static_cast<std::uint16_t>(out_.ids_.size()));
+    for (unsigned k = 0; k < SearchIndex::COUNT; ++k) {
+      if ((kinds_ >> k & 1U) != 0) flip(out_.kinds_[k]);
+    }
+    flip(out_.start_.before);
+    add_edges(characters_before(tree), BEFORE);
+    auto places = moves.first();
+    for (std::size_t depth = 0; depth < PatternScan::DEPTH; ++depth) {
+      places = add_depth(moves, places, depth);
+    }
+  }
 
   static std::uint64_t mask(std::size_t bit) {
     return std::uint64_t{1} << (bit % PatternScan::WORD);
@@ -141,7 +162,8 @@ class PatternScanBuilder {
   }
 
   PatternScan& out_;
-  std::size_t bit_ = 0;  // of the pattern that is added
+  std::size_t bit_ = 0;  // of the alternative that is added
+  SearchIndex::Kinds kinds_ = SearchIndex::ALL;
   std::vector<Edge> edges_;
 };
 
@@ -165,8 +187,8 @@ class PatternScan::Run {
 
   PatternPlaces places() {
     PatternPlaces out;
-    for (std::size_t bit = 0; bit < found_.size(); ++bit) {
-      if (is_wanted_[bit]) out.set(scan_.ids_[bit], std::move(found_[bit]));
+    for (std::size_t item = 0; item < found_.size(); ++item) {
+      if (is_wanted_[item]) out.set(scan_.ids_[item], std::move(found_[item]));
     }
     return out;
   }
@@ -212,7 +234,10 @@ class PatternScan::Run {
     for (std::size_t w = 0; w < may.size(); ++w) {
       for (std::uint64_t rest = may[w]; rest != 0; rest &= rest - 1) {
         const auto bit = w * WORD + static_cast<std::size_t>(std::countr_zero(rest));
-        found_[bit].push_back(static_cast<std::uint32_t>(offset));
+        auto& offsets = found_[scan_.item_of_bit_[bit]];
+        if (offsets.empty() || offsets.back() != offset) {
+          offsets.push_back(static_cast<std::uint32_t>(offset));
+        }
       }
     }
   }
@@ -221,11 +246,12 @@ class PatternScan::Run {
   void drop_frequent(std::size_t so_far) {
     constexpr std::size_t FEW = 1024;
     constexpr std::size_t WORTH = 5;  // code points passed over for each place
-    for (std::size_t bit = 0; bit < found_.size(); ++bit) {
-      if (found_[bit].size() <= FEW + so_far / WORTH) continue;
+    for (std::size_t bit = 0; bit < scan_.item_of_bit_.size(); ++bit) {
+      auto& offsets = found_[scan_.item_of_bit_[bit]];
+      if (is_wanted_[scan_.item_of_bit_[bit]] && offsets.size() <= FEW + so_far / WORTH) continue;
       for (auto& wanted : kinds_) wanted[bit / WORD] &= ~(std::uint64_t{1} << (bit % WORD));
-      is_wanted_[bit] = false;
-      PatternPlaces::Offsets().swap(found_[bit]);
+      is_wanted_[scan_.item_of_bit_[bit]] = false;
+      PatternPlaces::Offsets().swap(offsets);
     }
   }
 
@@ -233,8 +259,8 @@ class PatternScan::Run {
   const std::u32string_view text_;
   const SearchIndex& index_;
   std::array<Bits, SearchIndex::COUNT> kinds_;    // of the patterns still wanted
-  std::vector<bool> is_wanted_;                   // by bit
-  std::vector<PatternPlaces::Offsets> found_;     // by bit
+  std::vector<bool> is_wanted_;                   // by item
+  std::vector<PatternPlaces::Offsets> found_;     // by item
   std::array<const Row*, BLOCK + DEPTH> rows_{};  // from before the block on
 };
 

@@ -25,8 +25,9 @@ class PatternScan {
     SearchIndex::Kinds where = SearchIndex::ALL;
   };
 
-  // A pattern that may match an empty text, or that is not understood, is left out, and
-  // so are those behind the CAPACITY-th.
+  // A pattern that may match an empty text, or that is not understood, is left out, and so
+  // are those that have no room: each takes one of CAPACITY places, or one for each of its
+  // few alternatives.
   explicit PatternScan(const std::vector<Item>& items);
 
   PatternPlaces scan(std::u32string_view text, const SearchIndex& index) const;
@@ -39,7 +40,7 @@ class PatternScan {
   static constexpr std::size_t DEPTH = 6;  // characters of a match that are looked at
   static constexpr std::size_t PAGE = 256;
   static constexpr std::size_t PAGES = 256;                 // of the Basic Multilingual Plane
-  using Bits = std::array<std::uint64_t, CAPACITY / WORD>;  // one for each pattern
+  using Bits = std::array<std::uint64_t, CAPACITY / WORD>;  // one for each alternative
   struct Row {                                              // which patterns take a character
     Bits before;                                            // before a match
     std::array<Bits, DEPTH> inside;                         // in it, by its depth
@@ -57,7 +58,8 @@ class PatternScan {
   Row start_{};                                     // before the start of the text
   Row end_{};                                       // behind its end
   std::array<Bits, SearchIndex::COUNT> kinds_{};    // by the kind of the first character
-  std::vector<std::uint32_t> ids_;                  // by bit
+  std::vector<std::uint32_t> ids_;                  // by item
+  std::vector<std::uint16_t> item_of_bit_;
 };
 
 }  // namespace core::text

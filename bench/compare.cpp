@@ -11,6 +11,7 @@
 #include <iterator>
 
 #define PCRE2_CODE_UNIT_WIDTH 32
+#include <nlohmann/json.hpp>
 #include <pcre2.h>
 
 #include "bench/documents.hpp"
@@ -33,6 +34,8 @@ constexpr std::string_view USAGE = R"(veildoc_compare text LANGUAGE N FOLDER...
 veildoc_compare entities N CHARACTERS
     writes a generated contract of N different names, dates and amounts, and as many
     characters
+veildoc_compare documents FILE N SIZE
+    writes N documents of SIZE code points, cut out of the file, as JSON Lines
 veildoc_compare measure FILE LANGUAGE
     prints a row of times for each way through the text, as Markdown
 )";
@@ -67,6 +70,16 @@ std::u32string repeated(const std::u32string& text, std::size_t size) {
   while (out.size() < size) out += text;
   out.resize(size);
   return out;
+}
+
+void write_documents(const std::string& file, std::size_t count, std::size_t size) {
+  const std::u32string text = core::text::decode_utf8(read(file));
+  if (size >= text.size()) throw std::runtime_error("the file is too short");
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto part = text.substr(i * size % (text.size() - size), size);
+    std::cout << nlohmann::json{{"id", std::to_string(i)}, {"text", core::text::encode_utf8(part)}}
+              << '\n';
+  }
 }
 
 // The least of several runs, in seconds of processor time: others may use the machine, too.
@@ -170,6 +183,8 @@ int run(const std::vector<std::string>& args) {
                               .characters_per_paragraph = 0,
                               .share_of_repeats = 0});
     std::cout << core::text::encode_utf8(document.text);
+  } else if (command == "documents" && args.size() == 4) {
+    write_documents(args[1], std::stoul(args[2]), std::stoul(args[3]));
   } else if (command == "measure" && args.size() == 3) {
     measure(args[1], args[2]);
   } else {

@@ -171,6 +171,7 @@ class LatinPersonSearch {
     bool named = false;
     for (std::size_t at = start; at < end;) {
       const Token word = token_after(t_, at);
+      if (word.empty()) return true;  // letters of another script
       const auto s = word.in(t_);
       if (is_covered(a_.of(WordClass::EN_TITLE), word.start, word.end)) return false;
       const bool ordinary =

@@ -218,6 +218,7 @@ AnalysisResult AnalyzerEngine::analyze(const AnalysisRequest& request,
   artifacts.context = request.context;
   Hits hits(request);
   for (const auto* recognizer : recognizers) hits.collect(*recognizer, artifacts);
+  artifacts.entities = {};  // are hits now
   const auto at_least = [](double limit) {
     return [limit](Results results) { return drop_below(limit, std::move(results)); };
   };

@@ -25,7 +25,7 @@ TEST(Money, OfOtherCountries) {
       {"blanks between thousands", "{MONEY|125 000 €}; {MONEY|R 352 470.00}, {MONEY|R1,412,880}"},
       {"no rand", "R 2 and item R 15 of the list"},
       {"code behind a signed amount", "to {MONEY|$7,500.00 USD}."},
-      {"口语里的万", "仅偿还{MONEY|5万}，余款未付，支付5万吨"},
+      {"口语里的万", "仅偿还{MONEY|5万}，余款未付，支付5万吨；{MONEY|3万元整}，支付5万吨"},
   };
   expect_found("MONEY", cases);
 }

@@ -94,6 +94,7 @@ TEST(LatinProsePersons, NamesOfAllKinds) {
        "to each of {PERSON|Tadhg}, {PERSON|Saoirse} and {PERSON|Mark}, in shares"},
       {"signatures in one line", "________ {PERSON|A. Law}    ________ {PERSON|T. Keller}"},
       {"nickname", "Broker: {PERSON|Darryl \"Dazza\" Nguyen}, licence 20"},
+      {"a greeting in another script", "{PERSON|Dear Иван}, hello"},
       {"a greeting", "Dear {PERSON|Quan You},\n\nDear Valued Customer,\n\nDear Sir,\n"},
       {"紧贴汉字", "提名{PERSON|Jörg Brandt}为董事"},
   };

@@ -289,7 +289,7 @@ class MoneyRecognizer : public EntityRecognizer {
   static bool may_be_amount(std::u32string_view t, std::size_t at) {
     constexpr std::u32string_view SEPARATORS = U".,' ，";
     while (at < t.size() &&
-           (text::is_ascii_digit(t[at]) || SEPARATORS.find(t[at]) != SEPARATORS.npos)) {
+           (text::is_decimal_digit(t[at]) || SEPARATORS.find(t[at]) != SEPARATORS.npos)) {
       ++at;
     }
     // 1亿2000万元, 100-200元: the figure goes on

@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
 
 namespace core::text {
 
@@ -49,14 +50,17 @@ class WordSet {
   static constexpr std::uint16_t FREE = 0xFFFF;
   static constexpr std::size_t SLOTS = std::bit_ceil(4 * N);
 
+  static constexpr std::uint64_t number_of(Char c) {
+    return static_cast<std::make_unsigned_t<Char>>(c);
+  }
+
   // Sets are asked for words of any length: the hash reads only the ends, which tell the
   // words of such sets well apart.
   static constexpr std::size_t first_slot(std::basic_string_view<Char> word) {
     if (word.empty()) return 0;
     constexpr std::uint64_t MULTIPLIER = 0x9E3779B97F4A7C15;
-    const auto second = static_cast<std::uint64_t>(word[word.size() > 1 ? 1 : 0]);
-    const std::uint64_t ends = (static_cast<std::uint64_t>(word.front()) << 32U) ^ (second << 16U) ^
-                               static_cast<std::uint64_t>(word.back());
+    const auto second = number_of(word[word.size() > 1 ? 1 : 0]);
+    const auto ends = (number_of(word.front()) << 32U) ^ (second << 16U) ^ number_of(word.back());
     return static_cast<std::size_t>(((ends + word.size()) * MULTIPLIER) >> 32U) % SLOTS;
   }
 

@@ -7,8 +7,7 @@ namespace core::text {
 namespace {
 
 using Kind = PatternNode::Kind;
-constexpr char32_t GREATEST = 0xFFFFFFFF;  // any 32-bit value may stand in a text
-const CharacterSet ANYTHING = {{0, GREATEST}};
+const CharacterSet ANYTHING = {{0, GREATEST_CHARACTER}};
 
 CharacterSet intersection(const CharacterSet& a, const CharacterSet& b) {
   CharacterSet out;
@@ -22,18 +21,6 @@ CharacterSet intersection(const CharacterSet& a, const CharacterSet& b) {
       ++j;
     }
   }
-  return out;
-}
-
-CharacterSet without(const CharacterSet& excluded) {
-  CharacterSet out;
-  char32_t next = 0;
-  for (const auto& [low, high] : excluded) {
-    if (low > next) out.emplace_back(next, low - 1);
-    if (high == GREATEST) return out;
-    next = high + 1;
-  }
-  out.emplace_back(next, GREATEST);
   return out;
 }
 
@@ -108,7 +95,7 @@ CharacterSet characters_before(const PatternNode& tree) {
     case Kind::NOT_BEHIND: {
       CharacterSet excluded;
       add_single(tree.parts[0], excluded);
-      return without(tidied(std::move(excluded)));
+      return complement(tidied(std::move(excluded)));
     }
     case Kind::SEQUENCE:
       return before_sequence(tree.parts);

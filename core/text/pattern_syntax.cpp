@@ -22,24 +22,23 @@ CharacterSet tidied(CharacterSet set) {
   return out;
 }
 
-namespace {
-
-using Kind = PatternNode::Kind;
-constexpr char32_t LAST = 0xFFFFFFFF;  // any 32-bit value may stand in a text
-constexpr unsigned DEEPEST = 100;
-
-// `set` is tidied.
 CharacterSet complement(const CharacterSet& set) {
   CharacterSet out;
   char32_t next = 0;
   for (const auto& [low, high] : set) {
     if (low > next) out.emplace_back(next, low - 1);
-    if (high == LAST) return out;
+    if (high == GREATEST_CHARACTER) return out;
     next = high + 1;
   }
-  out.emplace_back(next, LAST);
+  out.emplace_back(next, GREATEST_CHARACTER);
   return out;
 }
+
+namespace {
+
+using Kind = PatternNode::Kind;
+constexpr char32_t LAST = GREATEST_CHARACTER;
+constexpr unsigned DEEPEST = 100;
 
 void add(CharacterSet& to, const CharacterSet& more) {
   to.insert(to.end(), more.begin(), more.end());

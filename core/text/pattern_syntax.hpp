@@ -12,6 +12,7 @@ namespace core::text {
 
 // Characters as ranges, both ends included, sorted and apart from each other.
 using CharacterSet = std::vector<std::pair<char32_t, char32_t>>;
+inline constexpr char32_t GREATEST_CHARACTER = 0xFFFFFFFF;  // any 32-bit value may stand in a text
 
 struct PatternNode {
   enum class Kind : std::uint8_t {
@@ -41,5 +42,8 @@ std::optional<PatternNode> read_pattern(std::u32string_view pattern);
 
 // The characters in any order and overlapping, as a CharacterSet.
 CharacterSet tidied(CharacterSet set);
+
+// All other characters.
+CharacterSet complement(const CharacterSet& set);
 
 }  // namespace core::text

@@ -10,7 +10,7 @@ bench/compare.sh [--quick] [OUTPUT]    OUTPUT: default bench/compare.md
 
 Builds the preset release and measures it: the ways through a text side by side, whole
 processes from 10 thousand to 30 million characters, and several documents on one and
-two threads. Takes about three minutes; --quick stops at one million characters.
+two threads. Takes about five minutes; --quick stops at one million characters.
 Needs GNU time (Debian package "time"). Nothing else should run on the machine.
 EOF
 }
